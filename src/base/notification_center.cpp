@@ -1,0 +1,18 @@
+#include "base/notification_center.h"
+
+#include <utility>
+
+namespace tessellon {
+
+Token NotificationCenter::observe(std::string_view name, Observer observer) {
+    return signals_[std::string(name)].subscribe(std::move(observer));
+}
+
+void NotificationCenter::post(std::string_view name, const Object& object) const {
+    if (const auto found = signals_.find(name); found != signals_.end()) {
+        const auto signal = found->second;  // an observer may add the first one for another name
+        signal.emit(object);
+    }
+}
+
+}  // namespace tessellon

@@ -1,0 +1,104 @@
+// The port through which other programs' windows are found, read and changed.
+//
+// Coordinates are those of the accessibility space: origin at the top left of the desktop, y down,
+// in points (device pixels on X11). A frame is what the user sees of a window: title bar and
+// borders included, invisible shadows and resize margins left out.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <functional>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <variant>
+#include <vector>
+
+#include "base/geometry.h"
+#include "base/token.h"
+#include "platform/types.h"
+
+namespace tessellon {
+
+enum class ElementKind : std::uint8_t { application, window, control };
+
+/// Names an application, a window or something inside a window. A plain value: two elements are the
+/// same thing exactly when they compare equal, also when the desktop has reused an identifier in
+/// between (the generation differs then).
+struct Element {
+    ElementKind kind = ElementKind::window;
+    std::uint64_t id = 0;
+    std::uint64_t generation = 0;
+    bool operator==(const Element&) const = default;
+};
+
+/// What can be asked of an element. The comment gives the type of the value.
+enum class Attribute : std::uint8_t {
+    focusedWindow,          // of an application: Element
+    windows,                // of an application: list of Element
+    position,               // Point
+    size,                   // Size
+    title,                  // string
+    role,                   // string
+    subrole,                // string
+    fullScreen,             // bool
+    minimized,              // bool
+    window,                 // of something inside a window: the Element of the window
+    parent,                 // Element
+    enhancedUserInterface,  // of an application: bool
+};
+
+/// The attribute's public name, such as "AXFocusedWindow".
+std::string_view attributeName(Attribute attribute);
+
+using AttributeValue =
+    std::variant<Point, Size, std::string, bool, double, Element, std::vector<Element>>;
+
+class Accessibility {
+  public:
+    virtual ~Accessibility() = default;
+
+    /// True while foreign windows can be moved at all: on X11, while a window manager that speaks
+    /// EWMH is alive.
+    virtual bool isTrusted() const = 0;
+
+    /// How long one request may wait for an answer before it counts as failed.
+    virtual void setMessagingTimeout(Seconds timeout) = 0;
+
+    /// The element of a running application. Never fails by itself; reads from it do when there is
+    /// no such application.
+    virtual Element applicationElement(Pid pid) const = 0;
+
+    /// The process that owns an element; nothing when the element is gone.
+    virtual std::optional<Pid> pidOf(const Element& element) const = 0;
+
+    /// The innermost element at a point of the accessibility space, or nothing.
+    virtual std::optional<Element> elementAtPosition(Point point) const = 0;
+
+    /// The value of an attribute as it is now. Nothing when the element is gone, has no such
+    /// attribute or does not answer in time. A read after a write to the same window sees what the
+    /// window made of it.
+    virtual std::optional<AttributeValue> read(const Element& element,
+                                               Attribute attribute) const = 0;
+
+    /// Asks for a new value. False when that is known to have failed; true promises nothing, since
+    /// a window may refuse or adjust: read it back. Writes to several windows before the first read
+    /// overlap in time. Written are position, size and enhancedUserInterface.
+    virtual bool write(const Element& element, Attribute attribute,
+                       const AttributeValue& value) = 0;
+
+    /// While the token lives, reads may be answered from one look at the desktop, taken at the
+    /// first of them, instead of a look each; what is written meanwhile is read afresh. One token
+    /// covers one operation of the engine. Tokens may nest; the outermost counts.
+    virtual Token beginReads() const = 0;
+};
+
+}  // namespace tessellon
+
+template <>
+struct std::hash<tessellon::Element> {
+    std::size_t operator()(const tessellon::Element& element) const noexcept {
+        return std::hash<std::uint64_t>{}(element.id * 31 + element.generation) ^
+               static_cast<std::size_t>(element.kind);
+    }
+};
