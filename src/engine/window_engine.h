@@ -1,0 +1,82 @@
+// The one object that moves windows. Shortcuts, drags, the launcher, the menu and arrangements all
+// ask it, so it alone knows what happened last.
+#pragma once
+
+#include "base/geometry.h"
+#include "engine/engine_services.h"
+#include "engine/restore_memory.h"
+#include "engine/screens.h"
+#include "engine/snap_action.h"
+#include "engine/window_access.h"
+
+#include <optional>
+#include <string>
+
+namespace tessellon {
+
+/// The last snap and the frame the window really took; a repeated shortcut goes on from here.
+struct LastAction {
+    SnapAction action;
+    Rect frame;
+    bool operator==(const LastAction&) const = default;
+};
+
+/// The last snap in the words of the user interface.
+struct LastSnap {
+    SnapAction action;
+    /// The name of the window's application, or "Window".
+    std::string app;
+    /// The name of the display it went to, or "".
+    std::string display;
+    bool operator==(const LastSnap&) const = default;
+};
+
+/// Frames are in the accessibility space. An action that cannot be carried out (paused, no window,
+/// no screen, nothing to restore) silently changes nothing.
+class WindowEngine {
+  public:
+    /// Loads the restore memory; the services must outlive the engine.
+    explicit WindowEngine(const EngineServices& services);
+    WindowEngine(const WindowEngine&) = delete;
+    WindowEngine& operator=(const WindowEngine&) = delete;
+
+    /// Moves the focused window; asking again for an action that has a cycle steps through its
+    /// sizes.
+    void snap(SnapAction action);
+
+    /// Moves this window; never cycles.
+    void snap(SnapAction action, const Element& window);
+
+    /// Lays out the visible windows of one display: the focused one on the left, the others stacked
+    /// on the right.
+    void tile();
+
+    /// Where `action` puts a window that is at `current` now, or nothing.
+    std::optional<Rect> targetFrame(SnapAction action, const Element& window, const Rect& current);
+
+    const std::optional<LastAction>& last() const { return last_; }
+
+    /// Makes the next shortcut start a cycle anew.
+    void clearLast() { last_.reset(); }
+
+    const std::optional<LastSnap>& lastSnap() const { return lastSnap_; }
+
+    WindowAccess& windows() { return windows_; }
+    const Screens& screens() const { return screens_; }
+    RestoreMemory& memory() { return memory_; }
+    const EngineServices& services() const { return services_; }
+
+  private:
+    void perform(SnapAction action, const Element& window, const Rect& current);
+    SnapAction cycled(SnapAction action, const Rect& current) const;
+    std::optional<Screen> screenToTile(const std::optional<Element>& focused) const;
+
+    EngineServices services_;
+    WindowAccess windows_;
+    Screens screens_;
+    RestoreMemory memory_;
+    std::optional<LastAction> last_;
+    std::optional<LastSnap> lastSnap_;
+};
+
+}  // namespace tessellon
