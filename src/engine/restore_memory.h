@@ -78,6 +78,7 @@ class RestoreMemory {
     void save();
     void store();
     void prune();
+    void dropOldest();
     void unbind(const Element& window);
     std::optional<std::size_t> indexOf(const Uuid& id) const;
     std::optional<Uuid> boundId(const Element& window) const;

@@ -92,7 +92,7 @@ class WindowAccess {
   private:
     class SnapRule;
 
-    bool passesSmallRule(const Element& window) const;
+    std::vector<Element> windowsOfApp(Pid pid, SnapRule& rule) const;
 
     EngineServices services_;
 };
