@@ -1,11 +1,11 @@
 // One key combination, as shortcuts and arrangements store it.
 #pragma once
 
+#include "base/json.h"
+
 #include <cstdint>
 #include <optional>
 #include <string>
-
-#include "base/json.h"
 
 namespace tessellon {
 

@@ -1,0 +1,110 @@
+#include "arrangements/apply.h"
+
+#include "app/preferences.h"
+#include "base/text.h"
+#include "engine/placement.h"
+
+#include <algorithm>
+#include <map>
+#include <utility>
+
+namespace tessellon {
+namespace {
+
+struct PooledWindow {
+    Element window;
+    /// In normalisation form C, since one program may spell its title either way.
+    std::string title;
+};
+
+/// The windows that are left for placements, by the bundle identifier of their application.
+using Pool = std::map<std::string, std::vector<PooledWindow>, std::less<>>;
+
+Pool collectWindows(WindowEngine& engine, const Arrangement& arrangement) {
+    Pool pool;
+    for (const auto& placement : arrangement.placements) {
+        pool.try_emplace(placement.bundleID);
+    }
+    for (const auto& application : engine.services().applications.running()) {
+        if (application.policy != ActivationPolicy::regular || application.hidden ||
+            !application.bundleIdentifier) {
+            continue;
+        }
+        const auto list = pool.find(*application.bundleIdentifier);
+        if (list == pool.end()) {
+            continue;
+        }
+        for (const auto& window : engine.windows().windowsOfApp(application.pid)) {
+            list->second.push_back({window, toNfc(engine.windows().title(window))});
+        }
+    }
+    return pool;
+}
+
+/// Takes the window for a placement out of the pool: the first with its title, else the first of
+/// its application.
+std::optional<Element> takeWindow(Pool& pool, const Arrangement::Placement& placement) {
+    auto& list = pool.find(placement.bundleID)->second;
+    if (list.empty()) {
+        return std::nullopt;
+    }
+    auto chosen = list.begin();
+    if (!placement.title.empty()) {
+        const auto titled =
+            std::find_if(list.begin(), list.end(),
+                         [title = toNfc(placement.title)](const PooledWindow& candidate) {
+                             return candidate.title == title;
+                         });
+        chosen = titled != list.end() ? titled : chosen;
+    }
+    const auto window = chosen->window;
+    list.erase(chosen);
+    return window;
+}
+
+Rect targetOf(const WindowEngine& engine, std::span<const Screen> displays,
+              const Arrangement::Placement& placement) {
+    const auto lastDisplay = static_cast<std::int64_t>(displays.size()) - 1;
+    const auto index = std::clamp<std::int64_t>(placement.screen, 0, lastDisplay);
+    const auto usable = engine.screens().usableFrame(displays[static_cast<std::size_t>(index)]);
+    const auto unit = clampedUnit(placement.unit);
+    return Rect{usable.x + unit.x * usable.width, usable.y + unit.y * usable.height,
+                unit.width * usable.width, unit.height * usable.height}
+        .integral();
+}
+
+}  // namespace
+
+void applyArrangement(WindowEngine& engine, const Arrangement& arrangement) {
+    const auto displays = engine.screens().displayOrder();
+    if (engine.services().defaults.boolForKey(preference::paused) || displays.empty()) {
+        return;
+    }
+    const auto reads = engine.services().accessibility.beginReads();
+    const auto savesOnce = engine.memory().deferSaves();
+    auto& windows = engine.windows();
+    auto& memory = engine.memory();
+
+    // Everything is chosen and read before the first write and read back after the last one: the
+    // programs then take their new frames at the same time, and all of them are waited for once.
+    auto pool = collectWindows(engine, arrangement);
+    std::vector<WindowPlacement> moves;
+    for (const auto& placement : arrangement.placements) {
+        const auto window = takeWindow(pool, placement);
+        const auto current = window ? windows.readFrame(*window) : std::nullopt;
+        if (!current) {
+            continue;
+        }
+        if (!memory.findMemory(*window)) {
+            memory.rememberWindow(*current, *window);
+        }
+        moves.push_back({*window, targetOf(engine, displays, placement)});
+    }
+    windows.setFrames(moves);
+    for (const auto& [window, target] : moves) {
+        memory.updateMemory(windows.readFrame(window).value_or(target), window);
+    }
+    engine.clearLast();
+}
+
+}  // namespace tessellon

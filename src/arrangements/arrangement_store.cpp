@@ -1,0 +1,66 @@
+#include "arrangements/arrangement_store.h"
+
+#include "app/notification_names.h"
+#include "app/preferences.h"
+#include "arrangements/arrangement_json.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace tessellon {
+
+ArrangementStore::ArrangementStore(UserDefaults& defaults, NotificationCenter& notifications)
+    : defaults_(defaults), notifications_(notifications) {}
+
+std::vector<Arrangement> ArrangementStore::load() const {
+    return read().value_or(std::vector<Arrangement>{});
+}
+
+void ArrangementStore::save(std::span<const Arrangement> arrangements) {
+    if (auto json = encodeArrangements(arrangements)) {
+        if (defaults_.objectForKey(preference::arrangements) && !read()) {
+            defaults_.keepAside(preference::arrangements);
+        }
+        defaults_.setObject(preference::arrangements, *std::move(json));
+    }
+    notifications_.post(notification::arrangementsChanged);
+}
+
+std::optional<std::vector<Arrangement>> ArrangementStore::read() const {
+    const auto data = defaults_.dataForKey(preference::arrangements);
+    return data ? decodeArrangements(*data) : std::nullopt;
+}
+
+const Arrangement* findArrangement(std::span<const Arrangement> arrangements, const Uuid& id) {
+    const auto found = std::find_if(arrangements.begin(), arrangements.end(),
+                                    [&id](const Arrangement& a) { return a.id == id; });
+    return found != arrangements.end() ? &*found : nullptr;
+}
+
+std::string nextArrangementName(std::size_t count) {
+    return "Arrangement " + std::to_string(count + 1);
+}
+
+void addArrangement(ArrangementStore& store, Arrangement arrangement) {
+    auto arrangements = store.load();
+    arrangements.push_back(std::move(arrangement));
+    store.save(arrangements);
+}
+
+void renameArrangement(ArrangementStore& store, const Uuid& id, std::string_view name) {
+    auto arrangements = store.load();
+    const auto found = std::find_if(arrangements.begin(), arrangements.end(),
+                                    [&id](const Arrangement& a) { return a.id == id; });
+    if (found != arrangements.end()) {
+        found->name = name;
+        store.save(arrangements);
+    }
+}
+
+void removeArrangement(ArrangementStore& store, const Uuid& id) {
+    auto arrangements = store.load();
+    std::erase_if(arrangements, [&id](const Arrangement& a) { return a.id == id; });
+    store.save(arrangements);
+}
+
+}  // namespace tessellon

@@ -1,0 +1,167 @@
+#include "shortcuts/key_bindings.h"
+
+#include "app/preferences.h"
+#include "base/text.h"
+#include "shortcuts/default_shortcuts.h"
+#include "shortcuts/key_labels.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace tessellon {
+namespace {
+
+/// What is stored for a target whose shortcut the user took away.
+const KeyCombo clearedCombo{-1, 0, ""};
+
+}  // namespace
+
+KeyBindings::KeyBindings(UserDefaults& defaults, ArrangementStore& arrangements)
+    : defaults_(defaults), arrangements_(arrangements) {}
+
+std::vector<HotkeyTarget> KeyBindings::allTargets() const {
+    return allTargets(load());
+}
+
+std::string KeyBindings::title(const HotkeyTarget& target) const {
+    return title(target, load());
+}
+
+Keymap KeyBindings::loadKeymap() const {
+    return readKeymap().value_or(Keymap{});
+}
+
+std::optional<KeyCombo> KeyBindings::comboFor(const HotkeyTarget& target) const {
+    return comboFor(target, load());
+}
+
+void KeyBindings::setCombo(const std::optional<KeyCombo>& combo, const HotkeyTarget& target) {
+    if (const auto* arrangement = std::get_if<HotkeyTarget::Arrangement>(&target.kind)) {
+        setArrangementCombo(combo, arrangement->id);
+        return;
+    }
+    auto keymap = loadKeymap();
+    const auto builtIn = defaultCombo(target);
+    if (combo && builtIn && sameShortcut(*combo, *builtIn)) {
+        keymap.erase(target.targetID());
+    } else {
+        keymap.insert_or_assign(target.targetID(), combo.value_or(clearedCombo));
+    }
+    if (auto json = encodeKeymap(keymap)) {
+        keepUnreadableKeymap();
+        defaults_.setObject(preference::keymap, *std::move(json));
+    }
+}
+
+std::optional<std::string> KeyBindings::assignCombo(std::int64_t keyCode, std::uint64_t mods,
+                                                    std::string_view key,
+                                                    const HotkeyTarget& target) {
+    const KeyCombo combo{keyCode, mods & modifier_flag::all, std::string(key)};
+    std::optional<std::string> movedFrom;
+    const auto stored = load();
+    for (const auto& other : allTargets(stored)) {
+        if (other == target) {
+            continue;
+        }
+        const auto taken = comboFor(other, stored);
+        if (taken && sameShortcut(*taken, combo)) {
+            setCombo(std::nullopt, other);
+            movedFrom = title(other, stored);
+        }
+    }
+    setCombo(combo, target);
+    rebound_.emit();
+    return movedFrom;
+}
+
+std::vector<KeyBinding> KeyBindings::bindings() const {
+    const auto stored = load();
+    const bool tiles = defaults_.boolForKey(preference::tilingEnabled);
+    std::vector<KeyBinding> bindings;
+    for (const auto& target : allTargets(stored)) {
+        if (target == HotkeyTarget::tile() && !tiles) {
+            continue;
+        }
+        if (auto combo = comboFor(target, stored)) {
+            bindings.push_back({target, *std::move(combo)});
+        }
+    }
+    return bindings;
+}
+
+void KeyBindings::resetToDefaults() {
+    willReset_.emit();
+    keepUnreadableKeymap();
+    defaults_.removeObject(preference::keymap);
+    rebound_.emit();
+}
+
+std::string KeyBindings::shortcutText(SnapAction action) const {
+    const auto combo = comboFor(HotkeyTarget::snap(action));
+    return combo ? displayText(*combo) : std::string();
+}
+
+KeyBindings::Stored KeyBindings::load() const {
+    return {loadKeymap(), arrangements_.load()};
+}
+
+std::vector<HotkeyTarget> KeyBindings::allTargets(const Stored& stored) {
+    std::vector<HotkeyTarget> targets;
+    targets.reserve(allSnapActions.size() + 1 + stored.arrangements.size());
+    for (const auto action : allSnapActions) {
+        targets.push_back(HotkeyTarget::snap(action));
+    }
+    targets.push_back(HotkeyTarget::tile());
+    for (const auto& arrangement : stored.arrangements) {
+        targets.push_back(HotkeyTarget::arrangement(arrangement.id));
+    }
+    return targets;
+}
+
+std::string KeyBindings::title(const HotkeyTarget& target, const Stored& stored) {
+    if (const auto* snap = std::get_if<HotkeyTarget::Snap>(&target.kind)) {
+        const auto title = tessellon::title(snap->action);
+        return std::string(title.substr(0, 1)) + toLower(title.substr(1));
+    }
+    if (const auto* wanted = std::get_if<HotkeyTarget::Arrangement>(&target.kind)) {
+        const auto* const found = findArrangement(stored.arrangements, wanted->id);
+        return found != nullptr ? found->name : "Arrangement";
+    }
+    return "Tile this display";
+}
+
+std::optional<KeyCombo> KeyBindings::comboFor(const HotkeyTarget& target, const Stored& stored) {
+    if (const auto* wanted = std::get_if<HotkeyTarget::Arrangement>(&target.kind)) {
+        const auto* const found = findArrangement(stored.arrangements, wanted->id);
+        return found != nullptr ? found->combo : std::nullopt;
+    }
+    const auto entry = stored.keymap.find(target.targetID());
+    if (entry == stored.keymap.end()) {
+        return defaultCombo(target);
+    }
+    return entry->second.keyCode < 0 ? std::nullopt : std::optional(entry->second);
+}
+
+std::optional<Keymap> KeyBindings::readKeymap() const {
+    const auto data = defaults_.dataForKey(preference::keymap);
+    return data ? decodeKeymap(*data) : std::nullopt;
+}
+
+void KeyBindings::keepUnreadableKeymap() {
+    if (defaults_.objectForKey(preference::keymap) && !readKeymap()) {
+        defaults_.keepAside(preference::keymap);
+    }
+}
+
+void KeyBindings::setArrangementCombo(const std::optional<KeyCombo>& combo, const Uuid& id) {
+    auto arrangements = arrangements_.load();
+    const auto found = std::find_if(arrangements.begin(), arrangements.end(),
+                                    [&id](const Arrangement& a) { return a.id == id; });
+    if (found == arrangements.end()) {
+        return;
+    }
+    found->combo = combo;
+    arrangements_.save(arrangements);
+}
+
+}  // namespace tessellon
