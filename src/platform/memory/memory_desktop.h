@@ -1,0 +1,167 @@
+// A desktop that exists only in memory: applications, windows with all their ways of misbehaving,
+// screens and a pointer. Stands in for the real one in tests, and wherever there is no display.
+#pragma once
+
+#include "base/geometry.h"
+#include "platform/accessibility.h"
+#include "platform/applications.h"
+#include "platform/displays.h"
+#include "platform/event_monitors.h"
+#include "platform/types.h"
+#include "platform/window_list.h"
+
+#include <cstdint>
+#include <map>
+#include <memory>
+#include <optional>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace tessellon {
+
+class MemoryAccessibility;
+
+struct MemoryApplication {
+    RunningApplication info;
+    std::optional<Element> focusedWindow;
+    /// In its own order, which is that of opening.
+    std::vector<Element> windows;
+    bool enhancedUserInterface = false;
+    /// False: every request to the application itself runs into the timeout.
+    bool answers = true;
+};
+
+/// Frames are in the accessibility space.
+struct MemoryWindow {
+    Pid pid = 0;
+    Rect frame{0, 0, 800, 600};
+    std::optional<std::string> title = "";
+    std::optional<std::string> role = "AXWindow";
+    std::optional<std::string> subrole = "AXStandardWindow";
+    bool fullScreen = false;
+    bool minimized = false;
+    /// False while it is on a workspace that is not shown.
+    bool onCurrentWorkspace = true;
+
+    Size minimumSize{1, 1};
+    /// The size is rounded down to multiples of this; 0 means any size.
+    Size sizeIncrement{0, 0};
+    bool refusesToMove = false;
+    bool refusesToResize = false;
+
+    /// How long the window takes to answer a read or to follow a write. Beyond the messaging
+    /// timeout it counts as not answering.
+    Seconds answerDelay{0};
+    bool answers = true;
+    /// What these attributes read as instead of the truth; nothing where they cannot be read.
+    std::map<Attribute, std::optional<AttributeValue>> answersInstead;
+    /// The window is gone after this many more reads.
+    std::optional<int> readsBeforeItDies;
+
+    /// What the window server's list says of it instead of the truth.
+    std::optional<WindowListEntry> listedAs;
+};
+
+/// Something inside a window.
+struct MemoryControl {
+    /// The window or the control around it.
+    Element parent;
+    Rect frame;
+    std::string role = "AXButton";
+    /// Whether it can tell its window at once instead of only its parent.
+    bool knowsItsWindow = false;
+};
+
+class MemoryDesktop {
+  public:
+    static constexpr Pid ownPid = 1;
+
+    /// One screen of 1920 × 1080 with a bar of 25 points at its top, no applications, trusted.
+    MemoryDesktop();
+    ~MemoryDesktop();
+    MemoryDesktop(const MemoryDesktop&) = delete;
+    MemoryDesktop& operator=(const MemoryDesktop&) = delete;
+
+    // The ports.
+    MemoryAccessibility& accessibility() { return *accessibility_; }
+    Applications& applications();
+    Displays& displays();
+    WindowList& windowList();
+    EventMonitors& eventMonitors();
+
+    // Applications, in the order they were launched.
+    void launch(RunningApplication info);
+    void quit(Pid pid);
+    /// Null when there is none with this process id.
+    MemoryApplication* application(Pid pid);
+    const std::vector<MemoryApplication>& allApplications() const { return running_; }
+    void setFrontmost(std::optional<Pid> pid) { frontmost_ = pid; }
+    std::optional<Pid> frontmost() const { return frontmost_; }
+
+    // Windows. A new one is in front of all others but does not get the keyboard.
+    Element open(MemoryWindow window);
+    /// Opens a window under the identifier of one that is closed; the elements differ all the same.
+    Element openReusing(const Element& closed, MemoryWindow window);
+    void close(const Element& window);
+    /// Null when there is no such window any more.
+    MemoryWindow* window(const Element& window);
+    void raise(const Element& window);
+    /// Raises the window and gives it and its application the keyboard.
+    void focus(const Element& window);
+    /// The windows from front to back, also those that are not on screen.
+    const std::vector<Element>& stacking() const { return stacking_; }
+    /// Whether the user sees the window, other windows before it aside.
+    bool isOnScreen(const Element& window) const;
+
+    Element addControl(MemoryControl control);
+    const MemoryControl* control(const Element& control) const;
+    /// The window that a control is in; nothing when that is closed.
+    std::optional<Element> windowAround(const Element& control) const;
+    /// The innermost thing at a point.
+    std::optional<Element> elementAt(Point point) const;
+
+    // Screens and pointer, in screen coordinates: origin at the bottom left, y up.
+    void setScreens(std::vector<Screen> screens);
+    const std::vector<Screen>& screens() const { return screens_; }
+    /// The screen with the keyboard; the first one while none is set.
+    void setMainScreen(std::optional<std::uint64_t> id) { mainScreen_ = id; }
+    std::optional<std::uint64_t> mainScreen() const { return mainScreen_; }
+    void setPointer(std::optional<Point> location) { pointer_ = location; }
+    std::optional<Point> pointer() const { return pointer_; }
+
+    void setTrusted(bool trusted) { trusted_ = trusted; }
+    bool isTrusted() const { return trusted_; }
+    void setWindowListAvailable(bool available) { windowListAvailable_ = available; }
+    bool isWindowListAvailable() const { return windowListAvailable_; }
+
+  private:
+    class ApplicationsPort;
+    class DisplaysPort;
+    class WindowListPort;
+    class EventMonitorsPort;
+
+    const MemoryWindow* findWindow(const Element& window) const;
+    Element place(const Element& element, MemoryWindow window);
+
+    std::vector<MemoryApplication> running_;
+    std::optional<Pid> frontmost_;
+    std::map<std::uint64_t, std::pair<Element, MemoryWindow>> windows_;
+    std::vector<Element> stacking_;
+    std::vector<std::pair<Element, MemoryControl>> controls_;
+    std::vector<Screen> screens_;
+    std::optional<std::uint64_t> mainScreen_;
+    std::optional<Point> pointer_;
+    bool trusted_ = true;
+    bool windowListAvailable_ = true;
+    std::uint64_t nextId_ = 1;
+    std::uint64_t nextGeneration_ = 1;
+
+    std::unique_ptr<MemoryAccessibility> accessibility_;
+    std::unique_ptr<ApplicationsPort> applications_;
+    std::unique_ptr<DisplaysPort> displays_;
+    std::unique_ptr<WindowListPort> windowList_;
+    std::unique_ptr<EventMonitorsPort> eventMonitors_;
+};
+
+}  // namespace tessellon
