@@ -1,0 +1,68 @@
+#include "platform/x11/atoms.h"
+
+#include "platform/x11/reply.h"
+
+#include <string_view>
+
+namespace tessellon::x11 {
+namespace {
+
+constexpr std::array<std::string_view, static_cast<std::size_t>(Atom::count)> atomNames{
+    "UTF8_STRING",
+    "COMPOUND_TEXT",
+    "WM_STATE",
+    "WM_CLIENT_MACHINE",
+    "_NET_SUPPORTED",
+    "_NET_SUPPORTING_WM_CHECK",
+    "_NET_CLIENT_LIST",
+    "_NET_ACTIVE_WINDOW",
+    "_NET_CURRENT_DESKTOP",
+    "_NET_WORKAREA",
+    "_NET_MOVERESIZE_WINDOW",
+    "_NET_REQUEST_FRAME_EXTENTS",
+    "_NET_FRAME_EXTENTS",
+    "_GTK_FRAME_EXTENTS",
+    "_GTK_APPLICATION_ID",
+    "_NET_WM_NAME",
+    "_NET_WM_PID",
+    "_NET_WM_DESKTOP",
+    "_NET_WM_STRUT",
+    "_NET_WM_STRUT_PARTIAL",
+    "_NET_WM_STATE",
+    "_NET_WM_STATE_MAXIMIZED_VERT",
+    "_NET_WM_STATE_MAXIMIZED_HORZ",
+    "_NET_WM_STATE_FULLSCREEN",
+    "_NET_WM_STATE_HIDDEN",
+    "_NET_WM_STATE_SHADED",
+    "_NET_WM_STATE_SKIP_TASKBAR",
+    "_NET_WM_STATE_MODAL",
+    "_NET_WM_WINDOW_TYPE",
+    "_NET_WM_WINDOW_TYPE_NORMAL",
+    "_NET_WM_WINDOW_TYPE_DIALOG",
+    "_NET_WM_WINDOW_TYPE_UTILITY",
+    "_NET_WM_WINDOW_TYPE_TOOLBAR",
+    "_NET_WM_WINDOW_TYPE_MENU",
+    "_NET_WM_WINDOW_TYPE_SPLASH",
+    "_NET_WM_WINDOW_TYPE_DOCK",
+    "_NET_WM_WINDOW_TYPE_DESKTOP",
+    "EDID",
+    "_TESSELLON_S0",
+};
+static_assert(!atomNames.back().empty(), "every atom needs its name");
+
+}  // namespace
+
+Atoms::Atoms(xcb_connection_t* connection) {
+    std::array<xcb_intern_atom_cookie_t, atomNames.size()> cookies{};
+    for (std::size_t i = 0; i < atomNames.size(); ++i) {
+        cookies[i] = xcb_intern_atom_unchecked(
+            connection, 0, static_cast<std::uint16_t>(atomNames[i].size()), atomNames[i].data());
+    }
+    for (std::size_t i = 0; i < atomNames.size(); ++i) {
+        const Reply<xcb_intern_atom_reply_t> reply(
+            xcb_intern_atom_reply(connection, cookies[i], nullptr));
+        values_[i] = reply ? reply->atom : xcb_atom_t{XCB_ATOM_NONE};
+    }
+}
+
+}  // namespace tessellon::x11

@@ -1,0 +1,186 @@
+#include "platform/x11/frame_writer.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <cstdint>
+#include <utility>
+
+namespace tessellon::x11 {
+namespace {
+
+constexpr std::uint32_t northWestGravity = 1;
+constexpr std::uint32_t sourcePager = 2;  // EWMH: a tool acting for the user
+constexpr std::uint32_t hasX = 1U << 8;
+constexpr std::uint32_t hasY = 1U << 9;
+constexpr std::uint32_t hasWidth = 1U << 10;
+constexpr std::uint32_t hasHeight = 1U << 11;
+constexpr std::uint32_t stateRemove = 0;
+constexpr int largestCoordinate = 32767;  // of the X protocol
+
+// How long a client that draws its own shadow gets to announce it after it left the maximised
+// state.
+constexpr Seconds shadowTimeout{0.150};
+
+std::uint32_t coordinate(double value) {
+    return static_cast<std::uint32_t>(static_cast<std::int32_t>(
+        std::clamp(std::round(value), -1.0 * largestCoordinate, 1.0 * largestCoordinate)));
+}
+
+std::uint32_t extent(double value) {
+    return static_cast<std::uint32_t>(std::clamp(std::round(value), 1.0, 1.0 * largestCoordinate));
+}
+
+/// A size the window may rightly have when `wanted` was asked for: less than one step of its
+/// increments away, or its minimum.
+bool sizeAccepted(double got, double wanted, int increment, double minimum) {
+    return std::abs(got - wanted) < std::max(increment, 1) || (got > wanted && wanted < minimum);
+}
+
+}  // namespace
+
+FrameWriter::FrameWriter(Connection& connection, WindowMirror& mirror)
+    : connection_(connection), mirror_(mirror), fence_(connection) {}
+
+void FrameWriter::requestPosition(xcb_window_t window, Point position) {
+    requests_[window].position = position;
+}
+
+void FrameWriter::requestSize(xcb_window_t window, Size size) {
+    requests_[window].size = size;
+}
+
+bool FrameWriter::waitForWindowManager() {
+    const bool answered = fence_.wait(timeout_);
+    mirror_.refresh();
+    return answered;
+}
+
+/// Maximised windows ignore requests on most window managers, and shaded ones keep no size, so both
+/// states are left first. Gives false when the window manager does not answer.
+bool FrameWriter::leaveSpecialStates(const Requests& requests) {
+    std::vector<std::pair<xcb_window_t, std::uint64_t>> awaitedShadows;
+    bool sent = false;
+    for (const auto& [id, request] : requests) {
+        const auto* window = mirror_.find(id);
+        if (window == nullptr) {
+            continue;
+        }
+        if (window->maximizedVert || window->maximizedHorz) {
+            connection_.sendToWindowManager(
+                id, Atom::netWmState,
+                {stateRemove, connection_.atom(Atom::netWmStateMaximizedVert),
+                 connection_.atom(Atom::netWmStateMaximizedHorz), sourcePager, 0});
+            sent = true;
+            if (window->shadow) {
+                awaitedShadows.emplace_back(id, mirror_.shadowChanges(id));
+            }
+        }
+        if (window->shaded && request.size) {
+            connection_.sendToWindowManager(
+                id, Atom::netWmState,
+                {stateRemove, connection_.atom(Atom::netWmStateShaded), 0, sourcePager, 0});
+            sent = true;
+        }
+    }
+    if (!sent) {
+        return true;
+    }
+    if (!waitForWindowManager()) {
+        return false;
+    }
+    connection_.pullUntil(
+        [&] {
+            return std::all_of(awaitedShadows.begin(), awaitedShadows.end(), [&](const auto& old) {
+                return mirror_.find(old.first) == nullptr ||
+                       mirror_.shadowChanges(old.first) != old.second;
+            });
+        },
+        awaitedShadows.empty() ? Seconds{0} : shadowTimeout);
+    mirror_.refresh();
+    return true;
+}
+
+void FrameWriter::send(const ClientWindow& window, const Request& request) const {
+    const Extents outer = window.frame.value_or(Extents{});
+    const Extents inner = window.shadow.value_or(Extents{});
+    std::uint32_t flags = northWestGravity | sourcePager << 12;
+    std::array<std::uint32_t, 5> data{};
+    if (request.position) {
+        double x = request.position->x - inner.left;
+        double y = request.position->y - inner.top;
+        if (mirror_.windowManagerName() == "i3") {
+            // Here alone the position means the client's corner, not that of the frame.
+            x += outer.left;
+            y += outer.top;
+        }
+        flags |= hasX | hasY;
+        data[1] = coordinate(x);
+        data[2] = coordinate(y);
+    }
+    if (request.size) {
+        const double border = 2.0 * window.border;
+        flags |= hasWidth | hasHeight;
+        data[3] = extent(request.size->width - outer.left - outer.right + inner.left + inner.right -
+                         border);
+        data[4] = extent(request.size->height - outer.top - outer.bottom + inner.top +
+                         inner.bottom - border);
+    }
+    data[0] = flags;
+    connection_.sendToWindowManager(window.id, Atom::netMoveresizeWindow, data);
+}
+
+bool FrameWriter::isSettled(const ClientWindow& window, const Request& request) const {
+    const Rect frame = window.visibleFrame();
+    if (request.position && (std::abs(frame.x - request.position->x) >= 1 ||
+                             std::abs(frame.y - request.position->y) >= 1)) {
+        return false;
+    }
+    return !request.size ||
+           (sizeAccepted(frame.width, request.size->width, window.hints.widthIncrement,
+                         frame.width - window.client.width + window.hints.minWidth) &&
+            sizeAccepted(frame.height, request.size->height, window.hints.heightIncrement,
+                         frame.height - window.client.height + window.hints.minHeight));
+}
+
+void FrameWriter::flush() {
+    if (requests_.empty()) {
+        return;
+    }
+    const Requests requests = std::exchange(requests_, {});
+    const auto giveUp = [&] {
+        for (const auto& [id, request] : requests) {
+            unanswered_.insert(id);
+        }
+    };
+    if (!leaveSpecialStates(requests)) {
+        giveUp();
+        return;
+    }
+    for (const auto& [id, request] : requests) {
+        unanswered_.erase(id);
+        if (const auto* window = mirror_.find(id)) {
+            send(*window, request);
+        }
+    }
+    if (!waitForWindowManager()) {
+        giveUp();
+        return;
+    }
+    // A window that is somewhere else than it was told gets told once more: the widths of its frame
+    // may have changed with the first request, or the window manager kept the window's old size on
+    // screen while it moved it. One that will not have it keeps what it took.
+    bool again = false;
+    for (const auto& [id, request] : requests) {
+        const auto* window = mirror_.find(id);
+        if (window != nullptr && !isSettled(*window, request)) {
+            send(*window, request);
+            again = true;
+        }
+    }
+    if (again && !waitForWindowManager()) {
+        giveUp();
+    }
+}
+
+}  // namespace tessellon::x11

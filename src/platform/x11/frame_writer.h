@@ -1,0 +1,60 @@
+// Brings windows into new frames by way of the window manager: collects what is asked for, sends it
+// together, waits once, and makes sure of the result.
+#pragma once
+
+#include "base/geometry.h"
+#include "platform/types.h"
+#include "platform/x11/connection.h"
+#include "platform/x11/fence.h"
+#include "platform/x11/window_mirror.h"
+
+#include <map>
+#include <optional>
+#include <set>
+#include <vector>
+
+#include <xcb/xcb.h>
+
+namespace tessellon::x11 {
+
+class FrameWriter {
+  public:
+    FrameWriter(Connection& connection, WindowMirror& mirror);
+
+    void setTimeout(Seconds timeout) { timeout_ = timeout; }
+
+    /// Asks for a position or a size of a window's visible frame. Sent with the next flush; several
+    /// requests for one window become one.
+    void requestPosition(xcb_window_t window, Point position);
+    void requestSize(xcb_window_t window, Size size);
+
+    /// Sends what was asked for and waits until the windows have it, or the window manager has not
+    /// answered in time; the mirror is up to date afterwards. Does nothing when nothing was asked.
+    void flush();
+
+    /// True for a window whose last request was not answered in time; until the next look at it in
+    /// another operation its frame is not to be believed.
+    bool isUnanswered(xcb_window_t window) const { return unanswered_.contains(window); }
+    void forgetUnanswered() { unanswered_.clear(); }
+
+  private:
+    struct Request {
+        std::optional<Point> position;
+        std::optional<Size> size;
+    };
+    using Requests = std::map<xcb_window_t, Request>;
+
+    bool leaveSpecialStates(const Requests& requests);
+    void send(const ClientWindow& window, const Request& request) const;
+    bool isSettled(const ClientWindow& window, const Request& request) const;
+    bool waitForWindowManager();
+
+    Connection& connection_;
+    WindowMirror& mirror_;
+    Fence fence_;
+    Seconds timeout_{0.5};
+    Requests requests_;
+    std::set<xcb_window_t> unanswered_;
+};
+
+}  // namespace tessellon::x11

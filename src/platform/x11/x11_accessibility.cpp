@@ -1,0 +1,229 @@
+#include "platform/x11/x11_accessibility.h"
+
+#include <algorithm>
+#include <cmath>
+#include <memory>
+#include <string_view>
+#include <utility>
+
+namespace tessellon::x11 {
+namespace {
+
+Element elementOf(const ClientWindow& window) {
+    return {ElementKind::window, window.id, window.generation};
+}
+
+Pid pidOfApplication(const Element& element) {
+    return static_cast<Pid>(static_cast<std::uint32_t>(element.id));
+}
+
+/// The subroles that assistive technology knows for these kinds of windows.
+std::string_view subroleOf(WindowKind kind) {
+    switch (kind) {
+        case WindowKind::standard:
+            return "AXStandardWindow";
+        case WindowKind::dialog:
+            return "AXDialog";
+        case WindowKind::floating:
+            return "AXFloatingWindow";
+        case WindowKind::splash:
+        case WindowKind::dock:
+        case WindowKind::desktop:
+            break;
+    }
+    return "AXUnknown";
+}
+
+bool isMinimized(const ClientWindow& window, std::uint32_t currentDesktop) {
+    constexpr std::uint32_t allDesktops = 0xffffffff;
+    const auto desktop = window.desktop.value_or(currentDesktop);
+    const bool elsewhere = desktop != currentDesktop && desktop != allDesktops;
+    // Some window managers iconify what is on another desktop, and call shaded windows hidden.
+    return !elsewhere && !window.shaded && (window.hiddenState || window.iconic);
+}
+
+}  // namespace
+
+X11Accessibility::X11Accessibility(Connection& connection, WindowMirror& mirror)
+    : connection_(connection), mirror_(mirror), writer_(connection, mirror) {
+    idle_ = connection_.idle().subscribe([this] { writer_.flush(); });
+}
+
+bool X11Accessibility::isTrusted() const {
+    if (mirror_.isReading()) {
+        look();
+    } else {
+        connection_.pull();
+        mirror_.refresh();
+    }
+    return mirror_.windowManagerAlive() && !connection_.isLost();
+}
+
+void X11Accessibility::setMessagingTimeout(Seconds timeout) {
+    writer_.setTimeout(timeout);
+}
+
+Element X11Accessibility::applicationElement(Pid pid) const {
+    return {ElementKind::application, static_cast<std::uint32_t>(pid), 0};
+}
+
+void X11Accessibility::look() const {
+    mirror_.look();
+}
+
+std::optional<Pid> X11Accessibility::pidOf(const Element& element) const {
+    if (element.kind == ElementKind::application) {
+        return pidOfApplication(element);
+    }
+    const auto* window = mirror_.find(static_cast<xcb_window_t>(element.id), element.generation);
+    if (window == nullptr) {
+        return std::nullopt;
+    }
+    return window->pid;
+}
+
+std::optional<Element> X11Accessibility::elementAtPosition(Point point) const {
+    if (!std::isfinite(point.x) || !std::isfinite(point.y)) {
+        return std::nullopt;
+    }
+    look();
+    writer_.flush();
+    const auto coordinate = [](double value) {
+        return static_cast<std::int16_t>(std::clamp(std::floor(value), -32768.0, 32767.0));
+    };
+    // The server answers with the topmost child of the root that takes clicks there, so overlays
+    // that let clicks through are passed over.
+    connection_.countRoundTrip();
+    const Reply<xcb_translate_coordinates_reply_t> reply(xcb_translate_coordinates_reply(
+        connection_.xcb(),
+        xcb_translate_coordinates_unchecked(connection_.xcb(), connection_.root(),
+                                            connection_.root(), coordinate(point.x),
+                                            coordinate(point.y)),
+        nullptr));
+    if (!reply || reply->child == XCB_WINDOW_NONE) {
+        return std::nullopt;
+    }
+    const auto* window = mirror_.findByTopLevel(reply->child);
+    if (window == nullptr || !window->managed) {
+        return std::nullopt;
+    }
+    return elementOf(*window);
+}
+
+std::optional<AttributeValue> X11Accessibility::read(const Element& element,
+                                                     Attribute attribute) const {
+    look();
+    if (element.kind == ElementKind::application) {
+        return readApplication(pidOfApplication(element), attribute);
+    }
+    if (attribute == Attribute::position || attribute == Attribute::size) {
+        // Only a read of a frame waits for what was written, so that writes to several windows
+        // travel together.
+        writer_.flush();
+    }
+    const auto* window = mirror_.find(static_cast<xcb_window_t>(element.id), element.generation);
+    if (window == nullptr) {
+        return std::nullopt;
+    }
+    return readWindow(*window, attribute);
+}
+
+std::optional<AttributeValue> X11Accessibility::readApplication(Pid pid,
+                                                                Attribute attribute) const {
+    if (attribute == Attribute::windows) {
+        std::vector<Element> windows;
+        for (const auto* window : mirror_.stacking()) {
+            if (window->pid == pid) {
+                windows.push_back(elementOf(*window));
+            }
+        }
+        return windows;
+    }
+    if (attribute == Attribute::focusedWindow) {
+        const auto* active = mirror_.activeWindow();
+        if (active != nullptr && active->pid == pid) {
+            return elementOf(*active);
+        }
+        for (const auto* window : mirror_.stacking()) {
+            if (window->pid == pid && !isMinimized(*window, mirror_.currentDesktop())) {
+                return elementOf(*window);
+            }
+        }
+    }
+    return std::nullopt;
+}
+
+std::optional<AttributeValue> X11Accessibility::readWindow(const ClientWindow& window,
+                                                           Attribute attribute) const {
+    switch (attribute) {
+        case Attribute::position:
+            if (writer_.isUnanswered(window.id)) {
+                return std::nullopt;
+            }
+            return window.visibleFrame().origin();
+        case Attribute::size:
+            if (writer_.isUnanswered(window.id)) {
+                return std::nullopt;
+            }
+            return window.visibleFrame().size();
+        case Attribute::title:
+            return window.title;
+        case Attribute::role:
+            if (!window.managed) {
+                return std::nullopt;
+            }
+            return std::string("AXWindow");
+        case Attribute::subrole:
+            return std::string(subroleOf(window.kind));
+        case Attribute::fullScreen:
+            return window.fullScreen;
+        case Attribute::minimized:
+            return isMinimized(window, mirror_.currentDesktop());
+        case Attribute::parent:
+            return applicationElement(window.pid);
+        case Attribute::focusedWindow:
+        case Attribute::windows:
+        case Attribute::window:
+        case Attribute::enhancedUserInterface:
+            break;
+    }
+    return std::nullopt;
+}
+
+bool X11Accessibility::write(const Element& element, Attribute attribute,
+                             const AttributeValue& value) {
+    const auto id = static_cast<xcb_window_t>(element.id);
+    if (element.kind != ElementKind::window || mirror_.find(id, element.generation) == nullptr) {
+        return false;
+    }
+    if (attribute == Attribute::position) {
+        const auto* position = std::get_if<Point>(&value);
+        if (position == nullptr || !std::isfinite(position->x) || !std::isfinite(position->y)) {
+            return false;
+        }
+        writer_.requestPosition(id, *position);
+        return true;
+    }
+    if (attribute == Attribute::size) {
+        const auto* size = std::get_if<Size>(&value);
+        if (size == nullptr || !std::isfinite(size->width) || !std::isfinite(size->height)) {
+            return false;
+        }
+        writer_.requestSize(id, *size);
+        return true;
+    }
+    return false;
+}
+
+Token X11Accessibility::beginReads() const {
+    if (!mirror_.isReading()) {
+        writer_.forgetUnanswered();
+    }
+    // What an operation wrote and did not read back is sent when it ends.
+    return Token([this, reads = std::make_shared<Token>(mirror_.beginReads())] {
+        writer_.flush();
+        reads->reset();
+    });
+}
+
+}  // namespace tessellon::x11

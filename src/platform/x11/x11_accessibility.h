@@ -1,0 +1,35 @@
+// The accessibility port on X11: windows and their attributes from the mirror, frames by way of the
+// window manager.
+#pragma once
+
+#include "platform/accessibility.h"
+#include "platform/x11/frame_writer.h"
+#include "platform/x11/window_mirror.h"
+
+namespace tessellon::x11 {
+
+class X11Accessibility : public Accessibility {
+  public:
+    X11Accessibility(Connection& connection, WindowMirror& mirror);
+
+    bool isTrusted() const override;
+    void setMessagingTimeout(Seconds timeout) override;
+    Element applicationElement(Pid pid) const override;
+    std::optional<Pid> pidOf(const Element& element) const override;
+    std::optional<Element> elementAtPosition(Point point) const override;
+    std::optional<AttributeValue> read(const Element& element, Attribute attribute) const override;
+    bool write(const Element& element, Attribute attribute, const AttributeValue& value) override;
+    Token beginReads() const override;
+
+  private:
+    std::optional<AttributeValue> readApplication(Pid pid, Attribute attribute) const;
+    std::optional<AttributeValue> readWindow(const ClientWindow& window, Attribute attribute) const;
+    void look() const;
+
+    Connection& connection_;
+    WindowMirror& mirror_;
+    mutable FrameWriter writer_;  // a read first brings about what was written
+    Token idle_;
+};
+
+}  // namespace tessellon::x11

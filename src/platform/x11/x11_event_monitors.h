@@ -1,0 +1,22 @@
+// The event-monitor port on X11.
+#pragma once
+
+#include "platform/event_monitors.h"
+#include "platform/x11/connection.h"
+#include "platform/x11/x11_displays.h"
+
+namespace tessellon::x11 {
+
+class X11EventMonitors : public EventMonitors {
+  public:
+    X11EventMonitors(Connection& connection, const X11Displays& displays)
+        : connection_(connection), displays_(displays) {}
+
+    std::optional<Point> pointerLocation() const override;
+
+  private:
+    Connection& connection_;
+    const X11Displays& displays_;
+};
+
+}  // namespace tessellon::x11

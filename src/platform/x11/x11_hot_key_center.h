@@ -1,0 +1,53 @@
+// The hot-key port on X11: passive grabs of the key on the root window, with every combination of
+// the locks, since a grab is for exact modifiers.
+#pragma once
+
+#include "platform/hot_key_center.h"
+#include "platform/x11/connection.h"
+#include "platform/x11/keyboard.h"
+
+#include <cstdint>
+#include <list>
+#include <memory>
+#include <optional>
+#include <vector>
+
+namespace tessellon::x11 {
+
+class X11HotKeyCenter : public HotKeyCenter {
+  public:
+    X11HotKeyCenter(Connection& connection, Keyboard& keyboard);
+
+    Token installHandler(Handler handler) override;
+    std::optional<Token> registerHotKey(std::uint32_t keyCode, std::uint32_t modifiers,
+                                        HotKeyId id) override;
+
+  private:
+    struct HotKey {
+        std::uint32_t keyCode = 0;
+        std::uint32_t modifiers = 0;
+        HotKeyId id;
+        std::optional<xcb_keycode_t> grabbedCode;
+        std::uint16_t grabbedMask = 0;
+        std::vector<std::uint16_t> grabbedVariants;
+    };
+
+    bool grab(HotKey& key);
+    void ungrab(HotKey& key);
+    void grabAllAgain();
+    void onEvent(const xcb_generic_event_t& event);
+    void press(const xcb_key_press_event_t& event);
+
+    Connection& connection_;
+    Keyboard& keyboard_;
+    std::list<HotKey> keys_;
+    std::list<std::shared_ptr<Handler>> handlers_;
+    std::optional<xcb_keycode_t> heldKey_;
+    xcb_timestamp_t heldSince_ = 0;  // its latest press or repeat
+    // Tokens of registrations and handlers may outlive the center.
+    std::shared_ptr<X11HotKeyCenter*> self_ = std::make_shared<X11HotKeyCenter*>(this);
+    Token listener_;
+    Token mapping_;
+};
+
+}  // namespace tessellon::x11
