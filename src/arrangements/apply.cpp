@@ -102,7 +102,11 @@ void applyArrangement(WindowEngine& engine, const Arrangement& arrangement) {
     }
     windows.setFrames(moves);
     for (const auto& [window, target] : moves) {
-        memory.updateMemory(windows.readFrame(window).value_or(target), window);
+        const auto result = windows.readFrame(window).value_or(target);
+        // A record that had to make room for a newer one stays dropped.
+        if (memory.isBound(window)) {
+            memory.updateMemory(result, window);
+        }
     }
     engine.clearLast();
 }

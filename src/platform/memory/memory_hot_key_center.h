@@ -4,13 +4,13 @@
 
 #include "platform/hot_key_center.h"
 
-#include <compare>
 #include <cstddef>
 #include <cstdint>
 #include <map>
 #include <memory>
 #include <optional>
 #include <set>
+#include <utility>
 
 namespace tessellon {
 
@@ -37,11 +37,8 @@ class MemoryHotKeyCenter final : public HotKeyCenter {
     std::size_t handlerCount() const { return state_->handlers.size(); }
 
   private:
-    struct Combination {
-        std::uint32_t keyCode = 0;
-        std::uint32_t modifiers = 0;
-        auto operator<=>(const Combination&) const = default;
-    };
+    /// Key code and modifiers.
+    using Combination = std::pair<std::uint32_t, std::uint32_t>;
     /// Shared with the tokens, which may outlive this object.
     struct State {
         std::uint64_t nextHandler = 0;
