@@ -1,0 +1,46 @@
+// The installed applications as their desktop files describe them.
+#pragma once
+
+#include "platform/application_directory.h"
+#include "platform/run_loop.h"
+
+#include <filesystem>
+#include <memory>
+#include <optional>
+#include <vector>
+
+namespace tessellon {
+
+/// Reads the desktop files at the first look-up, and again when a folder has got or lost one; that
+/// is looked for every two seconds at most, and only at look-ups.
+class DesktopEntries final : public ApplicationDirectory {
+  public:
+    /// `folders` holds the "applications" folders, the most important first: of two files with the
+    /// same id the first counts. The loop tells the time.
+    DesktopEntries(const RunLoop& loop, std::vector<std::filesystem::path> folders);
+
+    ~DesktopEntries() override;
+    DesktopEntries(const DesktopEntries&) = delete;
+    DesktopEntries& operator=(const DesktopEntries&) = delete;
+
+    /// Of several entries that match equally well, those that menus show come first, then the one
+    /// in the more important folder, then the alphabet.
+    std::optional<InstalledApplication> lookUp(const ApplicationHints& hints) const override;
+
+  private:
+    class Catalog;
+
+    const Catalog& catalog() const;
+
+    const RunLoop& loop_;
+    std::vector<std::filesystem::path> folders_;
+
+    // What was read, kept between look-ups.
+    mutable std::unique_ptr<const Catalog> catalog_;
+    mutable Seconds checkedAt_{};
+};
+
+/// The "applications" folders of this user's session.
+std::vector<std::filesystem::path> applicationFolders();
+
+}  // namespace tessellon

@@ -1,0 +1,175 @@
+#include "platform/linux/desktop_entry.h"
+
+#include <algorithm>
+#include <array>
+#include <memory>
+#include <vector>
+
+#include <glib.h>
+
+namespace tessellon {
+namespace {
+
+constexpr const char* group = G_KEY_FILE_DESKTOP_GROUP;
+
+constexpr std::array<std::string_view, 51> genericLaunchers{"ash",
+                                                            "bash",
+                                                            "busybox",
+                                                            "bwrap",
+                                                            "dash",
+                                                            "dbus-launch",
+                                                            "electron",
+                                                            "env",
+                                                            "exo-open",
+                                                            "firejail",
+                                                            "fish",
+                                                            "flatpak",
+                                                            "gamescope",
+                                                            "gdb",
+                                                            "gio",
+                                                            "gjs",
+                                                            "gjs-console",
+                                                            "gtk-launch",
+                                                            "java",
+                                                            "javaws",
+                                                            "kioclient",
+                                                            "kstart",
+                                                            "ksh",
+                                                            "love",
+                                                            "lua",
+                                                            "mono",
+                                                            "nice",
+                                                            "nohup",
+                                                            "node",
+                                                            "nodejs",
+                                                            "perl",
+                                                            "php",
+                                                            "pkexec",
+                                                            "prime-run",
+                                                            "python",
+                                                            "pypy",
+                                                            "qemu-x86_64",
+                                                            "ruby",
+                                                            "sh",
+                                                            "snap",
+                                                            "steam",
+                                                            "sudo",
+                                                            "systemd-run",
+                                                            "tclsh",
+                                                            "wine",
+                                                            "wine64-preloader",
+                                                            "wine-preloader",
+                                                            "wish",
+                                                            "x-terminal-emulator",
+                                                            "xdg-open",
+                                                            "zsh"};
+
+struct GFreeDeleter {
+    void operator()(void* memory) const { g_free(memory); }
+};
+using GText = std::unique_ptr<char, GFreeDeleter>;
+
+struct KeyFileDeleter {
+    void operator()(GKeyFile* file) const { g_key_file_free(file); }
+};
+using KeyFile = std::unique_ptr<GKeyFile, KeyFileDeleter>;
+
+std::string textOf(GKeyFile* file, const char* key) {
+    const GText text(g_key_file_get_string(file, group, key, nullptr));
+    return text ? text.get() : "";
+}
+
+std::string localText(GKeyFile* file, const char* key) {
+    const GText text(g_key_file_get_locale_string(file, group, key, nullptr, nullptr));
+    return text ? text.get() : "";
+}
+
+std::vector<std::string> shellWords(const std::string& text) {
+    int count = 0;
+    char** words = nullptr;
+    if (g_shell_parse_argv(text.c_str(), &count, &words, nullptr) == FALSE) {
+        return {};
+    }
+    const std::unique_ptr<char*, decltype(&g_strfreev)> owned(words, &g_strfreev);
+    return {words, words + count};
+}
+
+/// The place of the program among the words of a command line that may begin with env(1).
+std::vector<std::string>::const_iterator findProgram(const std::vector<std::string>& words) {
+    const auto isEnv = [](const std::string& word) {
+        return word == "env" || word.ends_with("/env");
+    };
+    auto word = words.begin();
+    if (word == words.end() || !isEnv(*word)) {
+        return word;
+    }
+    for (++word; word != words.end(); ++word) {
+        const bool takesNext = *word == "-u" || *word == "-C";
+        const bool isOption = word->starts_with('-');
+        if (!isOption && word->find('=') == std::string::npos) {
+            return word;
+        }
+        if (takesNext && ++word == words.end()) {
+            break;
+        }
+    }
+    return word;
+}
+
+std::string unlessGeneric(std::string program) {
+    return isGenericLauncher(program) ? std::string() : std::move(program);
+}
+
+}  // namespace
+
+std::string execProgram(std::string_view exec) {
+    const auto words = shellWords(std::string(exec));
+    const auto program = findProgram(words);
+    return program != words.end() ? *program : std::string();
+}
+
+bool isGenericLauncher(std::string_view program) {
+    auto name = program.substr(program.rfind('/') + 1);
+    const auto isIn = [](std::string_view text) {
+        return std::find(genericLaunchers.begin(), genericLaunchers.end(), text) !=
+               genericLaunchers.end();
+    };
+    if (isIn(name)) {
+        return true;
+    }
+    // Without a version, as in "python3.11" or "electron25".
+    while (!name.empty() && (name.back() == '.' || name.back() == '-' ||
+                             (name.back() >= '0' && name.back() <= '9'))) {
+        name.remove_suffix(1);
+    }
+    return isIn(name);
+}
+
+std::optional<DesktopEntry> parseDesktopEntry(std::string_view text) {
+    const KeyFile file(g_key_file_new());
+    if (g_key_file_load_from_data(file.get(), text.data(), text.size(), G_KEY_FILE_NONE, nullptr) ==
+            FALSE ||
+        textOf(file.get(), G_KEY_FILE_DESKTOP_KEY_TYPE) != G_KEY_FILE_DESKTOP_TYPE_APPLICATION) {
+        return std::nullopt;
+    }
+    const auto flag = [&file](const char* key) {
+        return g_key_file_get_boolean(file.get(), group, key, nullptr) != FALSE;
+    };
+    DesktopEntry entry;
+    entry.name = localText(file.get(), G_KEY_FILE_DESKTOP_KEY_NAME);
+    entry.startupWmClass = textOf(file.get(), G_KEY_FILE_DESKTOP_KEY_STARTUP_WM_CLASS);
+    const auto words = shellWords(textOf(file.get(), G_KEY_FILE_DESKTOP_KEY_EXEC));
+    if (const auto program = findProgram(words); program != words.end()) {
+        entry.program = unlessGeneric(*program);
+    }
+    entry.execWords =
+        static_cast<int>(std::count_if(words.begin(), words.end(), [](const std::string& word) {
+            return word.size() != 2 || word[0] != '%';
+        }));
+    entry.tryProgram = unlessGeneric(textOf(file.get(), G_KEY_FILE_DESKTOP_KEY_TRY_EXEC));
+    entry.noDisplay = flag(G_KEY_FILE_DESKTOP_KEY_NO_DISPLAY);
+    entry.hidden = flag(G_KEY_FILE_DESKTOP_KEY_HIDDEN);
+    return entry;
+}
+
+}  // namespace tessellon

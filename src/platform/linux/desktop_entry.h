@@ -1,0 +1,39 @@
+// One desktop file, read for what ties a window to its program.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace tessellon {
+
+/// The group "Desktop Entry" of a file of type Application (Desktop Entry Specification 1.5).
+struct DesktopEntry {
+    /// Name in the user's language.
+    std::string name;
+    std::string startupWmClass;
+    /// The program that Exec starts as it is written there: a name or an absolute path. Empty when
+    /// that is a launcher or an interpreter, which says nothing about the program.
+    std::string program;
+    /// TryExec, under the same rule.
+    std::string tryProgram;
+    /// How many words Exec has, place holders such as %U left out.
+    int execWords = 0;
+    bool noDisplay = false;
+    bool hidden = false;
+    bool operator==(const DesktopEntry&) const = default;
+};
+
+/// Nothing when the text is no desktop file or one of another type. The language is taken from
+/// LANGUAGE, LC_ALL, LC_MESSAGES and LANG.
+std::optional<DesktopEntry> parseDesktopEntry(std::string_view text);
+
+/// The program that the value of an Exec key starts, with "env" and its assignments skipped. Empty
+/// when the value cannot be split into words.
+std::string execProgram(std::string_view exec);
+
+/// True for programs that run many different applications, such as "python3.11", "sh" or "flatpak",
+/// given by name or by path.
+bool isGenericLauncher(std::string_view program);
+
+}  // namespace tessellon
