@@ -1,0 +1,68 @@
+// What the desktop tests share: a private desktop under the window manager a test is run for, the
+// program on it, and the promise that it is alive and silent at the end.
+#pragma once
+
+#include "harness/private_desktop.h"
+#include "harness/program.h"
+#include "harness/wait.h"
+
+#include <memory>
+#include <string>
+
+#include <gtest/gtest.h>
+
+namespace tessellon::desktop {
+
+/// Height of the bar at the top of the test desktops, in pixels.
+inline constexpr std::uint16_t dockHeight = 25;
+
+/// What remains of 1920 × 1080 below that bar with an edge gap of 8 on every side.
+inline constexpr Frame usableArea{8, 33, 1904, 1039};
+
+/// A test on one private desktop; the base of all.
+class DesktopTest : public ::testing::Test {
+  protected:
+    /// Starts a desktop with a window manager, unless that is not installed, which skips the test.
+    void useDesktop(const std::string& windowManagerName, Monitors monitors = Monitors::one,
+                    WindowManagerKeys keys = WindowManagerKeys::released);
+
+    /// Checks that the program still runs, ends it, and checks that it ended well and said nothing.
+    void TearDown() override;
+
+    PrivateDesktop& desktop() { return *desktop_; }
+    Program& program() { return *program_; }
+
+    /// A window without resize increments, at a frame of its own.
+    xcb_window_t startClock(const Frame& frame, const std::string& title = "clock");
+
+    /// Activates the window, presses the combination and waits for the frame.
+    Frame snap(xcb_window_t window, Held held, Key key, const Frame& expected);
+
+    /// Activates the window, presses the combination, and gives the frame once all is quiet.
+    Frame afterPress(xcb_window_t window, Held held, Key key);
+
+    /// For tests that end the program themselves or never start it.
+    void programMayBeGone() { programMayBeGone_ = true; }
+    /// For tests that make it speak.
+    void programMaySpeak() { programMaySpeak_ = true; }
+
+  private:
+    std::unique_ptr<PrivateDesktop> desktop_;
+    std::unique_ptr<Program> program_;
+    bool programMayBeGone_ = false;
+    bool programMaySpeak_ = false;
+};
+
+/// A test that is run for several window managers, by name.
+class WindowManagerTest : public DesktopTest, public ::testing::WithParamInterface<std::string> {};
+
+/// The window managers that every release is tested under.
+inline auto testedWindowManagers() {
+    return ::testing::Values("openbox", "xfwm4", "metacity", "icewm");
+}
+
+inline std::string windowManagerName(const ::testing::TestParamInfo<std::string>& info) {
+    return info.param;
+}
+
+}  // namespace tessellon::desktop

@@ -1,0 +1,203 @@
+#include "harness/desktop_windows.h"
+
+#include "harness/wait.h"
+
+#include <algorithm>
+#include <array>
+#include <cstdlib>
+#include <stdexcept>
+
+namespace tessellon::desktop {
+namespace {
+
+// Who asks, as EWMH numbers it: a pager, whose wishes window managers obey.
+constexpr std::uint32_t sourcePager = 2;
+
+// The parts of _NET_MOVERESIZE_WINDOW's first number.
+constexpr std::uint32_t gravityNorthWest = 1;
+constexpr std::uint32_t hasPositionAndSize = 0xFU << 8U;
+constexpr std::uint32_t sourceShift = 12;
+
+constexpr std::uint32_t stateNormal = 1;
+constexpr std::uint32_t stateIconic = 3;
+constexpr std::uint32_t stateAdd = 1;
+
+std::uint32_t asNumber(int value) {
+    return static_cast<std::uint32_t>(value);
+}
+
+}  // namespace
+
+std::vector<xcb_window_t> DesktopWindows::managed() {
+    return x_.values(x_.root(), "_NET_CLIENT_LIST");
+}
+
+xcb_window_t DesktopWindows::waitForWindowOf(pid_t process) {
+    std::optional<xcb_window_t> found;
+    waitUntil([&] {
+        for (const xcb_window_t window : managed()) {
+            if (x_.processOf(window) == process && isShown(window) && visibleFrame(window)) {
+                found = window;
+            }
+        }
+        return found.has_value();
+    });
+    if (!found) {
+        throw std::runtime_error("process " + std::to_string(process) + " shows no window");
+    }
+    return *found;
+}
+
+std::string DesktopWindows::title(xcb_window_t window) {
+    const std::string name = x_.bytes(window, "_NET_WM_NAME");
+    return name.empty() ? x_.bytes(window, "WM_NAME") : name;
+}
+
+std::optional<xcb_window_t> DesktopWindows::active() {
+    const auto value = x_.values(x_.root(), "_NET_ACTIVE_WINDOW");
+    if (value.empty() || value.front() == XCB_WINDOW_NONE) {
+        return std::nullopt;
+    }
+    return value.front();
+}
+
+bool DesktopWindows::isShown(xcb_window_t window) {
+    const auto state = x_.values(window, "WM_STATE");
+    if (state.empty() || state.front() != stateNormal) {
+        return false;
+    }
+    const Reply<xcb_get_window_attributes_reply_t> attributes(xcb_get_window_attributes_reply(
+        x_.connection(), xcb_get_window_attributes(x_.connection(), window), nullptr));
+    return attributes && attributes->map_state == XCB_MAP_STATE_VIEWABLE;
+}
+
+bool DesktopWindows::hasState(xcb_window_t window, std::string_view state) {
+    const auto states = x_.values(window, "_NET_WM_STATE");
+    return std::find(states.begin(), states.end(), x_.atom(state)) != states.end();
+}
+
+Edges DesktopWindows::edges(xcb_window_t window, std::string_view property) {
+    const auto values = x_.values(window, property);
+    if (values.size() < 4) {
+        return {};
+    }
+    return {static_cast<int>(values[0]), static_cast<int>(values[1]), static_cast<int>(values[2]),
+            static_cast<int>(values[3])};
+}
+
+// The window manager's own window around the client, borders in: what it drew, where it draws no
+// more and no less than that window.
+std::optional<Frame> DesktopWindows::frameWindowGeometry(xcb_window_t window) {
+    xcb_window_t outermost = window;
+    while (true) {
+        const Reply<xcb_query_tree_reply_t> tree(xcb_query_tree_reply(
+            x_.connection(), xcb_query_tree(x_.connection(), outermost), nullptr));
+        if (!tree) {
+            return std::nullopt;
+        }
+        if (tree->parent == x_.root() || tree->parent == XCB_WINDOW_NONE) {
+            break;
+        }
+        outermost = tree->parent;
+    }
+    const Reply<xcb_get_geometry_reply_t> geometry(xcb_get_geometry_reply(
+        x_.connection(), xcb_get_geometry(x_.connection(), outermost), nullptr));
+    if (!geometry) {
+        return std::nullopt;
+    }
+    const int borders = 2 * geometry->border_width;
+    return Frame{geometry->x, geometry->y, geometry->width + borders, geometry->height + borders};
+}
+
+std::optional<Frame> DesktopWindows::clientGeometry(xcb_window_t window) {
+    const Reply<xcb_get_geometry_reply_t> geometry(xcb_get_geometry_reply(
+        x_.connection(), xcb_get_geometry(x_.connection(), window), nullptr));
+    const Reply<xcb_translate_coordinates_reply_t> origin(xcb_translate_coordinates_reply(
+        x_.connection(), xcb_translate_coordinates(x_.connection(), window, x_.root(), 0, 0),
+        nullptr));
+    if (!geometry || !origin) {
+        return std::nullopt;
+    }
+    return Frame{origin->dst_x, origin->dst_y, geometry->width, geometry->height};
+}
+
+std::optional<Frame> DesktopWindows::visibleFrame(xcb_window_t window) {
+    std::optional<Frame> outer;
+    if (frameWindow_ == FrameWindow::visible) {
+        outer = frameWindowGeometry(window);
+    } else if (const auto client = clientGeometry(window)) {
+        outer = grown(*client, edges(window, "_NET_FRAME_EXTENTS"));
+    }
+    if (!outer) {
+        return std::nullopt;
+    }
+    return shrunk(*outer, edges(window, "_GTK_FRAME_EXTENTS"));
+}
+
+Frame DesktopWindows::settle(xcb_window_t window, const Frame& expected) {
+    waitUntil([&] { return visibleFrame(window) == expected; });
+    return visibleFrame(window).value_or(Frame{});
+}
+
+bool DesktopWindows::matchesWithinIncrements(xcb_window_t window, const Frame& expected) {
+    // WM_NORMAL_HINTS: the increments are its tenth and eleventh number.
+    const auto hints = x_.values(window, "WM_NORMAL_HINTS");
+    const int cellWidth = hints.size() > 10 ? std::max(1, static_cast<int>(hints[9])) : 1;
+    const int cellHeight = hints.size() > 10 ? std::max(1, static_cast<int>(hints[10])) : 1;
+    const auto frame = visibleFrame(window);
+    return frame && frame->x == expected.x && frame->y == expected.y &&
+           std::abs(frame->width - expected.width) < cellWidth &&
+           std::abs(frame->height - expected.height) < cellHeight;
+}
+
+Frame DesktopWindows::settleWithinIncrements(xcb_window_t window, const Frame& expected) {
+    if (waitUntil([&] { return matchesWithinIncrements(window, expected); })) {
+        return expected;
+    }
+    return visibleFrame(window).value_or(Frame{});
+}
+
+Frame DesktopWindows::place(xcb_window_t window, const Frame& frame) {
+    const Edges decorations = edges(window, "_NET_FRAME_EXTENTS");
+    const Edges shadow = edges(window, "_GTK_FRAME_EXTENTS");
+    const Frame outer = grown(frame, shadow);
+    const Frame client = shrunk(outer, decorations);
+    x_.tellRoot(
+        window, "_NET_MOVERESIZE_WINDOW",
+        {gravityNorthWest | hasPositionAndSize | (sourcePager << sourceShift), asNumber(outer.x),
+         asNumber(outer.y), asNumber(client.width), asNumber(client.height)});
+    waitUntil([&] { return matchesWithinIncrements(window, frame); });
+    return visibleFrame(window).value_or(Frame{});
+}
+
+void DesktopWindows::activate(xcb_window_t window) {
+    x_.tellRoot(window, "_NET_ACTIVE_WINDOW", {sourcePager, x_.serverTime(), 0, 0, 0});
+    if (!waitUntil([&] { return active() == window; })) {
+        throw std::runtime_error("the window did not become the active one");
+    }
+}
+
+void DesktopWindows::maximize(xcb_window_t window) {
+    x_.tellRoot(window, "_NET_WM_STATE",
+                {stateAdd, x_.atom("_NET_WM_STATE_MAXIMIZED_VERT"),
+                 x_.atom("_NET_WM_STATE_MAXIMIZED_HORZ"), sourcePager, 0});
+    if (!waitUntil([&] {
+            return hasState(window, "_NET_WM_STATE_MAXIMIZED_VERT") &&
+                   hasState(window, "_NET_WM_STATE_MAXIMIZED_HORZ");
+        })) {
+        throw std::runtime_error("the window did not become maximized");
+    }
+}
+
+void DesktopWindows::minimize(xcb_window_t window) {
+    x_.tellRoot(window, "WM_CHANGE_STATE", {stateIconic, 0, 0, 0, 0});
+    if (!waitUntil([&] { return !isShown(window); })) {
+        throw std::runtime_error("the window did not become minimized");
+    }
+}
+
+void DesktopWindows::close(xcb_window_t window) {
+    x_.tellRoot(window, "_NET_CLOSE_WINDOW", {x_.serverTime(), sourcePager, 0, 0, 0});
+}
+
+}  // namespace tessellon::desktop

@@ -1,0 +1,66 @@
+// The windows of the programs on a private desktop, seen from outside: found by their process, read
+// and placed by the tests' own code, so that what the program under test believes is checked
+// against somebody else's measurement.
+#pragma once
+
+#include "harness/frame.h"
+#include "harness/window_manager.h"
+#include "harness/x_session.h"
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include <xcb/xcb.h>
+
+namespace tessellon::desktop {
+
+class DesktopWindows {
+  public:
+    explicit DesktopWindows(XSession& session) : x_(session) {}
+
+    /// How the window manager in charge frames windows; set when one is started.
+    void setFrameWindow(FrameWindow kind) { frameWindow_ = kind; }
+
+    /// The windows that the window manager manages.
+    std::vector<xcb_window_t> managed();
+
+    /// Waits for the first shown window of a process that has one. Throws when none appears.
+    xcb_window_t waitForWindowOf(pid_t process);
+
+    std::string title(xcb_window_t window);
+    std::optional<xcb_window_t> active();
+    bool isShown(xcb_window_t window);
+    bool hasState(xcb_window_t window, std::string_view state);
+
+    /// What the user sees of the window: decorations in, invisible shadows and borders out.
+    std::optional<Frame> visibleFrame(xcb_window_t window);
+
+    /// Waits until the window's visible frame is `expected`; gives the frame it has in the end.
+    Frame settle(xcb_window_t window, const Frame& expected);
+    /// The same for a window that takes whole cells only: its size may stay short by one.
+    Frame settleWithinIncrements(xcb_window_t window, const Frame& expected);
+
+    /// Gives the window this visible frame through the window manager, and waits for it. Gives the
+    /// frame that it took.
+    Frame place(xcb_window_t window, const Frame& frame);
+
+    /// Each asks the window manager and waits for the result. They throw when it does not come.
+    void activate(xcb_window_t window);
+    void maximize(xcb_window_t window);
+    void minimize(xcb_window_t window);
+
+    /// Asks the program to close the window, as the close button does.
+    void close(xcb_window_t window);
+
+  private:
+    std::optional<Frame> frameWindowGeometry(xcb_window_t window);
+    std::optional<Frame> clientGeometry(xcb_window_t window);
+    Edges edges(xcb_window_t window, std::string_view property);
+    bool matchesWithinIncrements(xcb_window_t window, const Frame& expected);
+
+    XSession& x_;
+    FrameWindow frameWindow_ = FrameWindow::visible;
+};
+
+}  // namespace tessellon::desktop

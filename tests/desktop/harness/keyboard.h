@@ -1,0 +1,61 @@
+// Real key presses on a private server: physical keys, pressed and released as a hand would.
+#pragma once
+
+#include "harness/x_session.h"
+
+#include <cstdint>
+
+namespace tessellon::desktop {
+
+/// Physical keys by the code that they have on every X server with evdev key codes.
+enum class Key : std::uint8_t {
+    one = 10,
+    backspace = 22,
+    e = 26,
+    t = 28,
+    u = 30,
+    i = 31,
+    enter = 36,
+    leftControl = 37,
+    d = 40,
+    f = 41,
+    g = 42,
+    j = 44,
+    k = 45,
+    leftShift = 50,
+    c = 54,
+    leftAlt = 64,
+    capsLock = 66,
+    numLock = 77,
+    up = 111,
+    left = 113,
+    right = 114,
+    down = 116,
+    leftSuper = 133,
+};
+
+/// What is held while the last key goes down.
+enum class Held { controlAlt, controlAltShift, controlAltSuper };
+
+class Keyboard {
+  public:
+    explicit Keyboard(XSession& session) : x_(session) {}
+
+    void press(Key key);
+    void release(Key key);
+    void tap(Key key);
+
+    /// Presses and releases a whole combination.
+    void combination(Held held, Key key);
+
+    /// Takes the whole keyboard, as a program with an open menu does. True when it was given.
+    bool grab();
+    void ungrab();
+
+  private:
+    void fake(std::uint8_t type, Key key);
+
+    XSession& x_;
+};
+
+}  // namespace tessellon::desktop

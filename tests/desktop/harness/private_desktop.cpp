@@ -1,0 +1,207 @@
+#include "harness/private_desktop.h"
+
+#include "harness/wait.h"
+
+#include <array>
+#include <cstdlib>
+#include <stdexcept>
+
+#include <fcntl.h>
+#include <poll.h>
+#include <stdlib.h>
+#include <unistd.h>
+
+namespace tessellon::desktop {
+namespace {
+
+namespace fs = std::filesystem;
+
+fs::path makeHome() {
+    std::string name = (fs::temp_directory_path() / "tessellon-desktop-XXXXXX").string();
+    if (mkdtemp(name.data()) == nullptr) {
+        throw std::runtime_error("no folder for a private desktop");
+    }
+    return name;
+}
+
+std::string fromOurEnvironment(const char* name, const char* otherwise) {
+    const char* value = std::getenv(name);
+    return value != nullptr ? value : otherwise;
+}
+
+// Reads one line from a descriptor that a child writes to; empty when it ends or stays silent.
+std::string readLine(int descriptor) {
+    std::string line;
+    const auto milliseconds =
+        std::chrono::duration_cast<std::chrono::milliseconds>(patience).count();
+    while (true) {
+        pollfd waiting{descriptor, POLLIN, 0};
+        char letter = 0;
+        if (poll(&waiting, 1, static_cast<int>(milliseconds)) <= 0 ||
+            read(descriptor, &letter, 1) != 1) {
+            return {};
+        }
+        if (letter == '\n') {
+            return line;
+        }
+        line += letter;
+    }
+}
+
+// Starts a program that announces something in a line on a descriptor, and waits for that line.
+// The descriptor's number replaces the empty last argument.
+std::pair<std::unique_ptr<Process>, std::string> startAnnouncing(std::vector<std::string> arguments,
+                                                                 ProcessOptions options) {
+    std::array<int, 2> pipe{};
+    if (pipe2(pipe.data(), O_CLOEXEC) != 0) {
+        throw std::runtime_error("no pipe for " + arguments.front());
+    }
+    arguments.back() += std::to_string(pipe[1]);
+    options.inheritedDescriptor = pipe[1];
+    std::unique_ptr<Process> process;
+    try {
+        process = std::make_unique<Process>(arguments, options);
+    } catch (...) {
+        close(pipe[0]);
+        close(pipe[1]);
+        throw;
+    }
+    close(pipe[1]);
+    std::string line = readLine(pipe[0]);
+    close(pipe[0]);
+    if (line.empty()) {
+        throw std::runtime_error(arguments.front() + " did not start");
+    }
+    return {std::move(process), std::move(line)};
+}
+
+}  // namespace
+
+PrivateDesktop::PrivateDesktop(Monitors monitors) : home_(makeHome()) {
+    const fs::path runtime = home_ / "run";
+    fs::create_directories(runtime);
+    fs::permissions(runtime, fs::perms::owner_all);
+    environment_ = {
+        {"PATH", fromOurEnvironment("PATH", "/usr/bin:/bin")},
+        {"HOME", home_},
+        {"USER", fromOurEnvironment("USER", "user")},
+        {"LANG", "C.UTF-8"},
+        {"XDG_RUNTIME_DIR", runtime},
+        {"XDG_CONFIG_HOME", home_ / ".config"},
+        {"XDG_CACHE_HOME", home_ / ".cache"},
+        {"XDG_DATA_HOME", home_ / ".local/share"},
+        {"XDG_STATE_HOME", home_ / ".local/state"},
+        {"XDG_DATA_DIRS", "/usr/local/share:/usr/share"},
+        {"XDG_SESSION_TYPE", "x11"},
+        // Settings in a plain file and no helpers that would outlive the desktop.
+        {"GSETTINGS_BACKEND", "keyfile"},
+        {"GIO_USE_VFS", "local"},
+        {"NO_AT_BRIDGE", "1"},
+    };
+    for (const char* name : {"ASAN_OPTIONS", "UBSAN_OPTIONS", "LSAN_OPTIONS"}) {
+        if (const char* value = std::getenv(name)) {
+            environment_[name] = value;
+        }
+    }
+    startServer();
+    startSessionBus();
+    if (monitors == Monitors::twoSideBySide) {
+        describeTwoMonitors();
+    }
+}
+
+PrivateDesktop::~PrivateDesktop() {
+    while (!programs_.empty()) {
+        programs_.pop_back();
+    }
+    dock_.reset();
+    windowManager_.reset();
+    session_.reset();
+    server_.reset();
+    bus_.reset();
+    std::error_code ignored;
+    fs::remove_all(home_, ignored);
+}
+
+ProcessOptions PrivateDesktop::processOptions(const std::string& name) const {
+    ProcessOptions options;
+    options.environment = environment_;
+    options.workingDirectory = home_;
+    options.standardOutput = home_ / (name + ".out");
+    options.standardError = home_ / (name + ".err");
+    return options;
+}
+
+void PrivateDesktop::startServer() {
+    auto [server, number] = startAnnouncing(
+        {"Xvfb", "-screen", "0", "1920x1080x24", "-nolisten", "tcp", "-noreset", "-displayfd", ""},
+        processOptions("Xvfb"));
+    server_ = std::move(server);
+    display_ = ":" + number;
+    environment_["DISPLAY"] = display_;
+    session_ = std::make_unique<XSession>(display_);
+    windows_.emplace(*session_);
+    keyboard_.emplace(*session_);
+}
+
+void PrivateDesktop::startSessionBus() {
+    auto [bus, address] =
+        startAnnouncing({"dbus-daemon", "--session", "--nofork", "--print-address="},
+                        processOptions("dbus-daemon"));
+    bus_ = std::move(bus);
+    environment_["DBUS_SESSION_BUS_ADDRESS"] = address;
+}
+
+void PrivateDesktop::describeTwoMonitors() {
+    run({"xrandr", "--setmonitor", "L", "960/254x1080/286+0+0", "screen"});
+    run({"xrandr", "--setmonitor", "R", "960/254x1080/286+960+0", "none"});
+}
+
+void PrivateDesktop::startWindowManager(std::string_view name, WindowManagerKeys keys) {
+    const WindowManager& chosen = windowManager(name);
+    chosen.configure(home_, keys);
+    windowManager_.reset();
+    windowManager_ =
+        std::make_unique<Process>(chosen.command, processOptions(std::string(chosen.name)));
+    windows_->setFrameWindow(chosen.frameWindow);
+    if (!waitUntil(
+            [&] { return session_->windowManagerRuns() && session_->windowManagerServes(); })) {
+        throw std::runtime_error(std::string(name) + " does not come into charge");
+    }
+}
+
+void PrivateDesktop::killWindowManager() {
+    windowManager_->kill();
+    if (!waitUntil([&] { return !session_->windowManagerRuns(); })) {
+        throw std::runtime_error("the window manager is still in charge");
+    }
+}
+
+void PrivateDesktop::addDock(std::uint16_t height) {
+    dock_ = std::make_unique<Dock>(*session_, height);
+}
+
+Process& PrivateDesktop::start(std::vector<std::string> arguments) {
+    const std::string name = fs::path(arguments.front()).filename();
+    return *programs_.emplace_back(
+        std::make_unique<Process>(std::move(arguments), processOptions(name)));
+}
+
+xcb_window_t PrivateDesktop::startWithWindow(std::vector<std::string> arguments) {
+    return windows().waitForWindowOf(start(std::move(arguments)).pid());
+}
+
+void PrivateDesktop::run(std::vector<std::string> arguments) {
+    const std::string name = fs::path(arguments.front()).filename();
+    Process process(std::move(arguments), processOptions(name));
+    const auto end = process.waitForEnd(patience);
+    if (end != ProcessEnd{.exitCode = EXIT_SUCCESS, .signal = std::nullopt}) {
+        throw std::runtime_error(name + " failed");
+    }
+}
+
+void PrivateDesktop::killServer() {
+    server_->kill();
+}
+
+}  // namespace tessellon::desktop

@@ -1,0 +1,83 @@
+// A desktop of its own for one test: an X server without a screen, a home folder, a session bus, a
+// window manager and programs, all of which are gone when it goes.
+#pragma once
+
+#include "harness/desktop_windows.h"
+#include "harness/dock.h"
+#include "harness/keyboard.h"
+#include "harness/process.h"
+#include "harness/window_manager.h"
+#include "harness/x_session.h"
+
+#include <filesystem>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace tessellon::desktop {
+
+enum class Monitors { one, twoSideBySide };
+
+class PrivateDesktop {
+  public:
+    /// Starts the server and the session bus: one screen of 1920 × 1080, as one monitor or as two
+    /// of 960 × 1080 beside each other. Throws std::runtime_error when something does not start.
+    explicit PrivateDesktop(Monitors monitors = Monitors::one);
+    ~PrivateDesktop();
+    PrivateDesktop(const PrivateDesktop&) = delete;
+    PrivateDesktop& operator=(const PrivateDesktop&) = delete;
+
+    const std::filesystem::path& home() const { return home_; }
+    const std::string& display() const { return display_; }
+    /// What programs of this desktop find in their environment.
+    const Environment& environment() const { return environment_; }
+
+    XSession& x() { return *session_; }
+    DesktopWindows& windows() { return windows_.value(); }
+    Keyboard& keyboard() { return keyboard_.value(); }
+
+    /// Starts a window manager and waits until it is in charge.
+    void startWindowManager(std::string_view name,
+                            WindowManagerKeys keys = WindowManagerKeys::released);
+    /// Ends the window manager without a chance to say good-bye.
+    void killWindowManager();
+    Process& windowManagerProcess() { return *windowManager_; }
+
+    /// Shows a bar at the top and waits until the window manager gives it room.
+    void addDock(std::uint16_t height);
+
+    /// Starts a program on this desktop; it ends with the desktop at the latest.
+    Process& start(std::vector<std::string> arguments);
+    /// Starts a program and waits for its window.
+    xcb_window_t startWithWindow(std::vector<std::string> arguments);
+
+    /// Runs a program to its end. Throws when it fails.
+    void run(std::vector<std::string> arguments);
+
+    /// Takes the X server away from under everybody.
+    void killServer();
+
+    /// Options for a program of this desktop, with its output in files of the home folder.
+    ProcessOptions processOptions(const std::string& name) const;
+
+  private:
+    void startServer();
+    void startSessionBus();
+    void describeTwoMonitors();
+
+    std::filesystem::path home_;
+    std::string display_;
+    Environment environment_;
+    std::unique_ptr<Process> server_;
+    std::unique_ptr<Process> bus_;
+    std::unique_ptr<XSession> session_;
+    std::optional<DesktopWindows> windows_;
+    std::optional<Keyboard> keyboard_;
+    std::unique_ptr<Process> windowManager_;
+    std::unique_ptr<Dock> dock_;
+    std::vector<std::unique_ptr<Process>> programs_;
+};
+
+}  // namespace tessellon::desktop

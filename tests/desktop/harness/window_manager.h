@@ -1,0 +1,35 @@
+// The window managers that the program is tested under: how each is started without a screen, and
+// the settings it gets so that the tests own the keyboard.
+#pragma once
+
+#include <filesystem>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace tessellon::desktop {
+
+/// Whether a window manager keeps the key combinations it comes with.
+enum class WindowManagerKeys { released, asShipped };
+
+/// Where the edges of the window that a window manager puts around a client are.
+enum class FrameWindow {
+    visible,   // its geometry is what the user sees
+    oversized  // it reaches beyond what is drawn, to make the edges easier to grab
+};
+
+struct WindowManager {
+    std::string_view name;
+    std::vector<std::string> command;
+    FrameWindow frameWindow = FrameWindow::visible;
+    /// Writes its settings below a private home folder.
+    void (*configure)(const std::filesystem::path& home, WindowManagerKeys keys) = nullptr;
+};
+
+/// Every window manager that the tests know.
+const std::vector<WindowManager>& windowManagers();
+
+/// Throws std::out_of_range for a name that is not in the table.
+const WindowManager& windowManager(std::string_view name);
+
+}  // namespace tessellon::desktop

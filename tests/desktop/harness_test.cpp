@@ -1,0 +1,51 @@
+// The harness itself: what it measures and places must be right before anything is judged by it.
+#include "desktop_fixture.h"
+#include "harness/screenshot.h"
+
+namespace tessellon::desktop {
+namespace {
+
+using HarnessTest = WindowManagerTest;
+
+TEST_P(HarnessTest, placesAndMeasuresWindowsOfSeveralToolkits) {
+    programMayBeGone();
+    useDesktop(GetParam());
+    if (IsSkipped()) {
+        return;
+    }
+    const Frame wanted{120, 140, 900, 650};
+    const std::vector<std::vector<std::string>> clients{{"xclock", "-xrm", "*input: true"},
+                                                        {"xterm"},
+                                                        {"mousepad"},
+                                                        {"/usr/lib/qt6/bin/linguist"},
+                                                        {"gtk3-demo"}};
+    for (const auto& client : clients) {
+        const xcb_window_t window = desktop().startWithWindow(client);
+        const Frame taken = desktop().windows().place(window, wanted);
+        EXPECT_EQ(desktop().windows().settleWithinIncrements(window, wanted), wanted)
+            << client.front() << " took " << taken;
+        desktop().windows().activate(window);
+    }
+    const std::filesystem::path picture = desktop().home() / "picture.png";
+    EXPECT_TRUE(saveScreenshot(desktop().x(), picture));
+    EXPECT_GT(file_size(picture), 1000U);
+}
+
+// Two measurements that share nothing: the window manager's own window, and what it publishes about
+// the decorations. Where both are to be trusted, they agree.
+TEST_P(HarnessTest, frameWindowAgreesWithPublishedDecorations) {
+    programMayBeGone();
+    useDesktop(GetParam());
+    if (IsSkipped() || windowManager(GetParam()).frameWindow == FrameWindow::oversized) {
+        return;
+    }
+    const xcb_window_t window = startClock({300, 200, 700, 500});
+    const auto measured = desktop().windows().visibleFrame(window);
+    desktop().windows().setFrameWindow(FrameWindow::oversized);
+    EXPECT_EQ(desktop().windows().visibleFrame(window), measured);
+}
+
+INSTANTIATE_TEST_SUITE_P(On, HarnessTest, testedWindowManagers(), windowManagerName);
+
+}  // namespace
+}  // namespace tessellon::desktop
