@@ -1,0 +1,81 @@
+#include "base/signal.h"
+
+#include "base/notification_center.h"
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+namespace tessellon {
+namespace {
+
+TEST(Signal, CallsInOrderUntilTheTokenGoes) {
+    const Signal<int> signal;
+    std::vector<std::string> calls;
+    auto first = signal.subscribe([&](int value) { calls.push_back("a" + std::to_string(value)); });
+    {
+        const auto second =
+            signal.subscribe([&](int value) { calls.push_back("b" + std::to_string(value)); });
+        signal.emit(1);
+    }
+    signal.emit(2);
+    first.reset();
+    signal.emit(3);
+    EXPECT_EQ(calls, (std::vector<std::string>{"a1", "b1", "a2"}));
+}
+
+TEST(Signal, SurvivesWhatCallbacksDoToIt) {
+    auto signal = std::make_unique<Signal<>>();
+    std::vector<std::string> calls;
+    Token later;
+    Token added;
+    const auto first = signal->subscribe([&] {
+        calls.emplace_back("first");
+        later.reset();
+        added = signal->subscribe([&] { calls.emplace_back("added"); });
+    });
+    later = signal->subscribe([&] { calls.emplace_back("unsubscribed"); });
+    const auto last = signal->subscribe([&] {
+        calls.emplace_back("last");
+        signal.reset();
+    });
+    signal->emit();
+    EXPECT_EQ(calls, (std::vector<std::string>{"first", "last"}));
+    EXPECT_EQ(signal, nullptr);
+}
+
+TEST(Token, UndoesOnceAndMoves) {
+    int undone = 0;
+    Token token([&] { ++undone; });
+    Token other = std::move(token);
+    EXPECT_TRUE(other);
+    other = Token([&] { undone += 10; });
+    EXPECT_EQ(undone, 1);
+    other.reset();
+    other.reset();
+    EXPECT_EQ(undone, 11);
+}
+
+TEST(NotificationCenter, ReachesTheObserversOfOneName) {
+    NotificationCenter center;
+    std::vector<std::string> seen;
+    auto token = center.observe("drag", [&](const NotificationCenter::Object& object) {
+        seen.push_back(std::any_cast<std::string>(object));
+    });
+    Token fromInside;
+    const auto adding = center.observe("grow", [&](const NotificationCenter::Object&) {
+        fromInside = center.observe("other", [&](const auto&) { seen.emplace_back("other"); });
+    });
+    center.post("nobody listens", std::string("lost"));
+    center.post("drag", std::string("seen"));
+    center.post("grow");
+    center.post("other");
+    token.reset();
+    center.post("drag", std::string("too late"));
+    EXPECT_EQ(seen, (std::vector<std::string>{"seen", "other"}));
+}
+
+}  // namespace
+}  // namespace tessellon
