@@ -7,9 +7,13 @@ void DesktopTest::useDesktop(const std::string& windowManagerName, Monitors moni
     if (!programExists(windowManager(windowManagerName).command.front())) {
         GTEST_SKIP() << windowManagerName << " is not installed";
     }
-    desktop_ = std::make_unique<PrivateDesktop>(monitors);
+    useBareDesktop(monitors);
     desktop_->startWindowManager(windowManagerName, keys);
     desktop_->addDock(dockHeight);
+}
+
+void DesktopTest::useBareDesktop(Monitors monitors) {
+    desktop_ = std::make_unique<PrivateDesktop>(monitors);
     program_ = std::make_unique<Program>(*desktop_);
 }
 
@@ -30,7 +34,7 @@ void DesktopTest::TearDown() {
 xcb_window_t DesktopTest::startClock(const Frame& frame, const std::string& title) {
     // Clocks do not take the keyboard unless they are told to.
     const xcb_window_t window =
-        desktop_->startWithWindow({"xclock", "-title", title, "-xrm", "*input: true"});
+        desktop_->startWithWindow({"xclock", "-title", title, "-xrm", "XClock.input: True"});
     EXPECT_EQ(desktop_->windows().place(window, frame), frame);
     return window;
 }

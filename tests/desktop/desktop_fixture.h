@@ -26,6 +26,9 @@ class DesktopTest : public ::testing::Test {
     void useDesktop(const std::string& windowManagerName, Monitors monitors = Monitors::one,
                     WindowManagerKeys keys = WindowManagerKeys::released);
 
+    /// Starts a desktop that has no window manager yet.
+    void useBareDesktop(Monitors monitors = Monitors::one);
+
     /// Checks that the program still runs, ends it, and checks that it ended well and said nothing.
     void TearDown() override;
 

@@ -122,16 +122,17 @@ std::optional<Frame> DesktopWindows::clientGeometry(xcb_window_t window) {
 }
 
 std::optional<Frame> DesktopWindows::visibleFrame(xcb_window_t window) {
-    std::optional<Frame> outer;
-    if (frameWindow_ == FrameWindow::visible) {
-        outer = frameWindowGeometry(window);
-    } else if (const auto client = clientGeometry(window)) {
-        outer = grown(*client, edges(window, "_NET_FRAME_EXTENTS"));
-    }
-    if (!outer) {
+    const auto client = clientGeometry(window);
+    if (!client) {
         return std::nullopt;
     }
-    return shrunk(*outer, edges(window, "_GTK_FRAME_EXTENTS"));
+    const Frame outer = grown(*client, edges(window, "_NET_FRAME_EXTENTS"));
+    // Two measurements that share nothing. While they differ, the window manager is in the middle
+    // of something.
+    if (frameWindow_ == FrameWindow::visible && frameWindowGeometry(window) != outer) {
+        return std::nullopt;
+    }
+    return shrunk(outer, edges(window, "_GTK_FRAME_EXTENTS"));
 }
 
 Frame DesktopWindows::settle(xcb_window_t window, const Frame& expected) {

@@ -33,7 +33,8 @@ class DesktopWindows {
     bool isShown(xcb_window_t window);
     bool hasState(xcb_window_t window, std::string_view state);
 
-    /// What the user sees of the window: decorations in, invisible shadows and borders out.
+    /// What the user sees of the window: decorations in, invisible shadows and borders out. Nothing
+    /// while the window manager is still at work on it.
     std::optional<Frame> visibleFrame(xcb_window_t window);
 
     /// Waits until the window's visible frame is `expected`; gives the frame it has in the end.

@@ -6,6 +6,8 @@
 #include <cerrno>
 #include <cstdlib>
 #include <cstring>
+#include <fstream>
+#include <iterator>
 #include <sstream>
 #include <stdexcept>
 
@@ -143,6 +145,11 @@ ProcessEnd Process::stop() {
 void Process::kill() {
     signalGroup(SIGKILL);
     waitForEnd(patience);
+}
+
+std::string fileContents(const std::filesystem::path& path) {
+    std::ifstream in(path, std::ios::binary);
+    return {std::istreambuf_iterator<char>(in), {}};
 }
 
 bool programExists(const std::string& name) {

@@ -64,6 +64,9 @@ class Process {
     std::optional<ProcessEnd> end_;
 };
 
+/// The whole of a file; empty when it cannot be read.
+std::string fileContents(const std::filesystem::path& path);
+
 /// Whether a program can be found on this process's PATH.
 bool programExists(const std::string& name);
 

@@ -1,18 +1,11 @@
 #include "harness/program.h"
 
 #include <cstdlib>
-#include <fstream>
-#include <iterator>
 #include <sstream>
 #include <stdexcept>
 
 namespace tessellon::desktop {
 namespace {
-
-std::string contents(const std::filesystem::path& path) {
-    std::ifstream in(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(in), {}};
-}
 
 struct Activity {
     bool sleeping = false;
@@ -21,7 +14,7 @@ struct Activity {
 
 // The scheduler's view of the main thread: whether it sleeps, and how often it has gone to sleep.
 Activity activityOf(pid_t process) {
-    std::istringstream status(contents("/proc/" + std::to_string(process) + "/status"));
+    std::istringstream status(fileContents("/proc/" + std::to_string(process) + "/status"));
     Activity activity;
     for (std::string line; std::getline(status, line);) {
         if (line.starts_with("State:")) {
@@ -94,11 +87,11 @@ ProcessEnd Program::stop() {
 }
 
 std::string Program::standardOutput() const {
-    return contents(desktop_.processOptions("program").standardOutput.value());
+    return fileContents(desktop_.processOptions("program").standardOutput.value());
 }
 
 std::string Program::standardError() const {
-    return contents(desktop_.processOptions("program").standardError.value());
+    return fileContents(desktop_.processOptions("program").standardError.value());
 }
 
 std::filesystem::path Program::settingsFile() const {

@@ -1,9 +1,10 @@
 #include "harness/settings_file.h"
 
+#include "harness/process.h"
+
 #include <cstdint>
 #include <cstdlib>
 #include <fstream>
-#include <iterator>
 #include <memory>
 #include <stdexcept>
 
@@ -23,11 +24,7 @@ struct FreeText {
 using Text = std::unique_ptr<char, FreeText>;
 
 Plist readDictionary(const std::filesystem::path& file) {
-    std::ifstream in(file, std::ios::binary);
-    if (!in) {
-        return nullptr;
-    }
-    const std::string bytes(std::istreambuf_iterator<char>(in), {});
+    const std::string bytes = fileContents(file);
     plist_t root = nullptr;
     plist_from_memory(bytes.data(), static_cast<std::uint32_t>(bytes.size()), &root);
     Plist result(root);

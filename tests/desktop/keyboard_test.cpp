@@ -1,0 +1,87 @@
+// Key presses under the conditions that real keyboards and other programs bring: locks, layouts,
+// combinations that somebody else holds, a keyboard that somebody else holds.
+#include "desktop_fixture.h"
+
+namespace tessellon::desktop {
+namespace {
+
+constexpr Frame original{300, 200, 700, 500};
+constexpr Frame leftHalf{8, 33, 948, 1039};
+constexpr Frame topLeft{8, 33, 948, 516};
+constexpr Frame topRight{964, 33, 948, 516};
+
+using KeyboardTest = WindowManagerTest;
+
+TEST_P(KeyboardTest, locksDoNotMatter) {
+    useDesktop(GetParam());
+    if (IsSkipped()) {
+        return;
+    }
+    program().start();
+    const xcb_window_t window = startClock(original);
+    desktop().keyboard().tap(Key::capsLock);
+    EXPECT_EQ(snap(window, Held::controlAlt, Key::left, leftHalf), leftHalf);
+    desktop().keyboard().tap(Key::numLock);
+    EXPECT_EQ(snap(window, Held::controlAlt, Key::u, topLeft), topLeft);
+    desktop().keyboard().tap(Key::capsLock);
+    EXPECT_EQ(snap(window, Held::controlAlt, Key::i, topRight), topRight);
+}
+
+// The window manager keeps the combinations that it comes with, the program has all others.
+TEST_P(KeyboardTest, aCombinationHeldBySomebodyElseStaysWithItsHolder) {
+    useDesktop(GetParam(), Monitors::one, WindowManagerKeys::asShipped);
+    if (IsSkipped()) {
+        return;
+    }
+    program().start();
+    const xcb_window_t window = startClock(original);
+    const auto currentDesktop = [&] {
+        return desktop().x().values(desktop().x().root(), "_NET_CURRENT_DESKTOP");
+    };
+    using Desktop = std::vector<std::uint32_t>;
+    ASSERT_EQ(currentDesktop(), Desktop{0});
+    desktop().windows().activate(window);
+    desktop().keyboard().combination(Held::controlAlt, Key::right);
+    EXPECT_TRUE(waitUntil([&] { return currentDesktop() == Desktop{1}; }));
+    desktop().keyboard().combination(Held::controlAlt, Key::left);
+    EXPECT_TRUE(waitUntil([&] { return currentDesktop() == Desktop{0}; }));
+    program().waitUntilIdle();
+    EXPECT_EQ(desktop().windows().visibleFrame(window), original);
+    EXPECT_EQ(snap(window, Held::controlAlt, Key::u, topLeft), topLeft);
+    EXPECT_EQ(snap(window, Held::controlAlt, Key::backspace, original), original);
+}
+
+INSTANTIATE_TEST_SUITE_P(On, KeyboardTest, testedWindowManagers(), windowManagerName);
+
+using KeyboardHolderTest = DesktopTest;
+
+TEST_F(KeyboardHolderTest, aKeyboardHeldByAnotherClientKeepsShortcutsSilent) {
+    useDesktop("openbox");
+    if (IsSkipped()) {
+        return;
+    }
+    program().start();
+    const xcb_window_t window = startClock(original);
+    ASSERT_TRUE(desktop().keyboard().grab());
+    EXPECT_EQ(afterPress(window, Held::controlAlt, Key::left), original);
+    desktop().keyboard().ungrab();
+    EXPECT_EQ(snap(window, Held::controlAlt, Key::left, leftHalf), leftHalf);
+}
+
+using KeyboardLayoutTest = DesktopTest;
+
+TEST_F(KeyboardLayoutTest, shortcutsAreKeysNotLetters) {
+    useDesktop("openbox");
+    if (IsSkipped()) {
+        return;
+    }
+    desktop().run({"setxkbmap", "us", "dvorak"});
+    program().start();
+    const xcb_window_t window = startClock(original);
+    EXPECT_EQ(snap(window, Held::controlAlt, Key::u, topLeft), topLeft);
+    desktop().run({"setxkbmap", "ru"});
+    EXPECT_EQ(snap(window, Held::controlAlt, Key::i, topRight), topRight);
+}
+
+}  // namespace
+}  // namespace tessellon::desktop

@@ -1,0 +1,225 @@
+// Starting, ending, and everything that can be pulled away from under the program while it runs.
+#include "desktop_fixture.h"
+
+#include <nlohmann/json.hpp>
+#include <random>
+
+#include <signal.h>
+
+namespace tessellon::desktop {
+namespace {
+
+constexpr Frame original{300, 200, 700, 500};
+constexpr Frame leftHalf{8, 33, 948, 1039};
+constexpr Frame topLeft{8, 33, 948, 516};
+constexpr Frame topRight{964, 33, 948, 516};
+constexpr ProcessEnd endedWell{.exitCode = 0, .signal = std::nullopt};
+
+using WindowManagerLifeTest = WindowManagerTest;
+
+TEST_P(WindowManagerLifeTest, servicesStartSoonAfterAWindowManagerAppears) {
+    if (!programExists(GetParam())) {
+        GTEST_SKIP() << GetParam() << " is not installed";
+    }
+    useBareDesktop();
+    program().launch();
+    ASSERT_TRUE(program().waitUntilRunning());
+    program().waitUntilIdle();
+    EXPECT_FALSE(program().waitUntilHotKeysActive(std::chrono::milliseconds{0}));
+    desktop().startWindowManager(GetParam());
+    // Two seconds, and something for a busy machine.
+    EXPECT_TRUE(program().waitUntilHotKeysActive(std::chrono::seconds{4}));
+    desktop().addDock(dockHeight);
+    const xcb_window_t window = startClock(original);
+    EXPECT_EQ(snap(window, Held::controlAlt, Key::left, leftHalf), leftHalf);
+}
+
+TEST_P(WindowManagerLifeTest, aKilledWindowManagerIsReplaced) {
+    useDesktop(GetParam());
+    if (IsSkipped()) {
+        return;
+    }
+    program().start();
+    const xcb_window_t window = startClock(original);
+    EXPECT_EQ(snap(window, Held::controlAlt, Key::left, leftHalf), leftHalf);
+    desktop().killWindowManager();
+    desktop().keyboard().combination(Held::controlAlt, Key::u);
+    program().waitUntilIdle();
+    desktop().startWindowManager(GetParam() == "openbox" ? "xfwm4" : "openbox");
+    const xcb_window_t another = startClock(original, "another");
+    EXPECT_EQ(snap(another, Held::controlAlt, Key::i, topRight), topRight);
+    EXPECT_EQ(snap(window, Held::controlAlt, Key::u, topLeft), topLeft);
+}
+
+TEST_P(WindowManagerLifeTest, aWindowManagerThatHangsDoesNotHangTheProgram) {
+    useDesktop(GetParam());
+    if (IsSkipped()) {
+        return;
+    }
+    program().start();
+    const xcb_window_t window = startClock(original);
+    desktop().windows().activate(window);
+    desktop().windowManagerProcess().signal(SIGSTOP);
+    desktop().keyboard().combination(Held::controlAlt, Key::left);
+    desktop().keyboard().combination(Held::controlAlt, Key::u);
+    program().waitUntilIdle();
+    EXPECT_TRUE(program().running());
+    desktop().windowManagerProcess().signal(SIGCONT);
+    EXPECT_EQ(snap(window, Held::controlAlt, Key::i, topRight), topRight);
+}
+
+INSTANTIATE_TEST_SUITE_P(On, WindowManagerLifeTest, testedWindowManagers(), windowManagerName);
+
+using LifecycleTest = DesktopTest;
+
+TEST_F(LifecycleTest, windowsThatDieWhileTheyAreSnapped) {
+    useDesktop("openbox");
+    if (IsSkipped()) {
+        return;
+    }
+    program().start();
+    const xcb_window_t survivor = startClock(original);
+    for (int round = 0; round < 15; ++round) {
+        Process& client = desktop().start({"xclock", "-xrm", "XClock.input: True"});
+        const xcb_window_t window = desktop().windows().waitForWindowOf(client.pid());
+        desktop().windows().place(window, {100, 100, 600, 400});
+        desktop().windows().activate(window);
+        desktop().keyboard().combination(Held::controlAlt, Key::left);
+        client.kill();
+        desktop().keyboard().combination(Held::controlAlt, Key::left);
+    }
+    EXPECT_EQ(snap(survivor, Held::controlAlt, Key::u, topLeft), topLeft);
+}
+
+TEST_F(LifecycleTest, aSecondInstanceSaysSoAndLeavesTheFirstAlone) {
+    useDesktop("openbox");
+    if (IsSkipped()) {
+        return;
+    }
+    program().start();
+    Program second(desktop());
+    second.launch();
+    const auto end = second.process().waitForEnd(patience);
+    ASSERT_TRUE(end && end->exitCode);
+    EXPECT_NE(*end->exitCode, 0);
+    EXPECT_NE(second.standardError(), "");
+    programMaySpeak();  // both write to one file
+    const xcb_window_t window = startClock(original);
+    EXPECT_EQ(snap(window, Held::controlAlt, Key::left, leftHalf), leftHalf);
+}
+
+TEST_F(LifecycleTest, theServerGoesAway) {
+    useDesktop("openbox");
+    if (IsSkipped()) {
+        return;
+    }
+    programMayBeGone();
+    programMaySpeak();
+    program().start();
+    const xcb_window_t window = startClock(original);
+    ASSERT_EQ(snap(window, Held::controlAlt, Key::left, leftHalf), leftHalf);
+    desktop().killServer();
+    const auto end = program().process().waitForEnd(patience);
+    ASSERT_TRUE(end.has_value()) << "it outlives its display";
+    EXPECT_FALSE(end->signal) << "it ends by itself";
+    const auto settings = program().settings();
+    ASSERT_TRUE(settings.has_value());
+    EXPECT_TRUE(settings->contains("restoreMemory"));
+}
+
+TEST_F(LifecycleTest, endsWellOnBothSignals) {
+    useDesktop("openbox");
+    if (IsSkipped()) {
+        return;
+    }
+    for (const int number : {SIGINT, SIGTERM}) {
+        program().start();
+        program().process().signal(number);
+        EXPECT_EQ(program().process().waitForEnd(patience), endedWell) << "signal " << number;
+    }
+    program().start();
+}
+
+// Killed at any moment, the program leaves a whole file: the old one or the new one.
+TEST_F(LifecycleTest, killedWhileItSnapsItLeavesWholeSettings) {
+    useDesktop("openbox");
+    if (IsSkipped()) {
+        return;
+    }
+    constexpr int rounds = 12;
+    constexpr int longestLife = 60;  // milliseconds
+    std::minstd_rand random(20);     // NOLINT(cert-msc51-cpp): the same moments in every run
+    std::uniform_int_distribution<int> life(0, longestLife);
+    program().start();
+    const xcb_window_t window = startClock(original);
+    ASSERT_EQ(snap(window, Held::controlAlt, Key::i, topRight), topRight);
+    program().waitUntilIdle();
+    for (int round = 0; round < rounds; ++round) {
+        const auto end = std::chrono::steady_clock::now() + std::chrono::milliseconds(life(random));
+        do {
+            desktop().keyboard().combination(Held::controlAlt, Key::left);
+            desktop().keyboard().combination(Held::controlAlt, Key::u);
+            desktop().keyboard().combination(Held::controlAlt, Key::backspace);
+        } while (std::chrono::steady_clock::now() < end);
+        program().process().kill();
+        const auto settings = program().settings();
+        ASSERT_TRUE(settings.has_value()) << "round " << round;
+        const auto& memory = std::get<StoredData>(settings->at("restoreMemory"));
+        EXPECT_TRUE(nlohmann::json::accept(memory.bytes)) << memory.bytes;
+        program().start();
+    }
+    for (const auto& entry :
+         std::filesystem::directory_iterator(program().settingsFile().parent_path())) {
+        EXPECT_EQ(entry.path(), program().settingsFile()) << "nothing was unreadable or left over";
+    }
+    EXPECT_EQ(snap(window, Held::controlAlt, Key::i, topRight), topRight);
+}
+
+class WithoutDisplayTest : public ::testing::Test {
+  protected:
+    ProcessEnd run(const std::vector<std::string>& arguments, const Environment& environment = {}) {
+        ProcessOptions options;
+        options.environment = environment;
+        options.environment["HOME"] = ::testing::TempDir();
+        options.environment["XDG_CONFIG_HOME"] = ::testing::TempDir() + "tessellon-no-display";
+        const std::filesystem::path folder =
+            ::testing::TempDir() + "tessellon-no-display-" + std::to_string(getpid());
+        std::filesystem::create_directories(folder);
+        options.standardOutput = folder / "out";
+        options.standardError = folder / "err";
+        std::vector<std::string> command{programPath()};
+        command.insert(command.end(), arguments.begin(), arguments.end());
+        Process process(command, options);
+        const ProcessEnd end = process.waitForEnd(patience).value_or(ProcessEnd{});
+        said_ = fileContents(folder / "out");
+        complained_ = fileContents(folder / "err");
+        std::filesystem::remove_all(folder);
+        return end;
+    }
+
+    std::string said_;
+    std::string complained_;
+};
+
+TEST_F(WithoutDisplayTest, helpAndVersionAreGiven) {
+    EXPECT_EQ(run({"--help"}), endedWell);
+    EXPECT_NE(said_.find("tessellon"), std::string::npos);
+    EXPECT_EQ(complained_, "");
+    EXPECT_EQ(run({"--version"}), endedWell);
+    EXPECT_NE(said_.find_first_of("0123456789"), std::string::npos);
+    EXPECT_EQ(complained_, "");
+}
+
+TEST_F(WithoutDisplayTest, mistakesAndAMissingDisplayAreExplained) {
+    const auto refused = [&](const ProcessEnd& end) {
+        return end.exitCode.value_or(0) != 0 && !complained_.empty() && said_.empty();
+    };
+    EXPECT_TRUE(refused(run({})));
+    EXPECT_TRUE(refused(run({}, {{"DISPLAY", ":99999"}})));
+    EXPECT_TRUE(refused(run({"--no-such-option"})));
+    EXPECT_TRUE(refused(run({}, {{"WAYLAND_DISPLAY", "wayland-0"}})));
+    EXPECT_NE(complained_.find("X11"), std::string::npos) << complained_;
+}
+
+}  // namespace
+}  // namespace tessellon::desktop
