@@ -84,7 +84,9 @@ TEST_F(ArrangementStoreTest, OneBadPartMakesTheListEmptyAndIsKeptAside) {
           R"({"id":"3F2B8C1E-7D4A-4E6B-9A0C-5D1E2F3A4B5D","name":"n","placements":[
               {"bundleID":"x","title":"t","screen":0,"unit":[0,0,1,1]}]})",
           R"("text")", R"(1)", R"()"}) {
-        put("[" + good + "," + bad + "]");
+        std::string list = "[";
+        list.append(good).append(",").append(bad).append("]");
+        put(list);
         EXPECT_TRUE(store.load().empty()) << bad;
         EXPECT_EQ(defaults.keptAside().size(), kept) << "reading keeps nothing aside";
         store.save({});
