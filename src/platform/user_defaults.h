@@ -77,6 +77,10 @@ class UserDefaults {
     /// value that is stored already is no change.
     const Signal<std::string_view>& changed() const { return changed_; }
 
+    /// Emitted once after values were changed by somebody else than this program, such as the user
+    /// with an editor; changed() has been emitted for each key then.
+    const Signal<>& reloaded() const { return reloaded_; }
+
   protected:
     UserDefaults() = default;
 
@@ -86,6 +90,7 @@ class UserDefaults {
     virtual void store(std::string_view key, std::optional<PropertyValue> value) = 0;
 
     Signal<std::string_view> changed_;
+    Signal<> reloaded_;
 
   private:
     PropertyDictionary registered_;

@@ -133,6 +133,9 @@ void DefaultsFile::adopt(FileContent content, PropertyList tree) {
     for (const auto& key : changed) {
         changed_.emit(key);
     }
+    if (!changed.empty()) {
+        reloaded_.emit();
+    }
 }
 
 DefaultsFile::OnDisk DefaultsFile::setAside(const fs::path& target, std::string_view reason) {

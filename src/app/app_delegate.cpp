@@ -1,0 +1,75 @@
+#include "app/app_delegate.h"
+
+#include "app/notification_names.h"
+#include "app/preferences.h"
+#include "arrangements/apply.h"
+
+#include <string>
+#include <variant>
+
+namespace tessellon {
+namespace {
+
+constexpr Seconds messagingTimeout{0.5};
+constexpr Seconds healthCheckPeriod{2.0};
+
+template <typename... Cases>
+struct Overloaded : Cases... {
+    using Cases::operator()...;
+};
+template <typename... Cases>
+Overloaded(Cases...) -> Overloaded<Cases...>;
+
+}  // namespace
+
+AppDelegate::AppDelegate(const AppServices& services)
+    : services_(services),
+      engine_(services.engine),
+      arrangements_(services.engine.defaults, notifications_),
+      keyBindings_(services.engine.defaults, arrangements_),
+      hotkeys_(services.hotKeyCenter, keyBindings_, notifications_) {}
+
+void AppDelegate::applicationDidFinishLaunching() {
+    services_.engine.accessibility.setMessagingTimeout(messagingTimeout);
+    registerPreferenceDefaults(services_.engine.defaults);
+    if (services_.engine.accessibility.isTrusted() && !started_) {
+        startServices();
+    }
+    healthTimer_ = services_.runLoop.every(healthCheckPeriod, [this] { healthCheck(); });
+    // Shortcuts that came with an edit of the settings file count from now on.
+    settingsReloaded_ =
+        services_.engine.defaults.reloaded().subscribe([this] { hotkeys_.registerHotkeys(); });
+}
+
+void AppDelegate::startServices() {
+    started_ = true;
+    hotkeys_.setHandler([this](const HotkeyTarget& target) { perform(target); });
+}
+
+void AppDelegate::healthCheck() {
+    if (!services_.engine.accessibility.isTrusted()) {
+        return;
+    }
+    if (!started_) {
+        startServices();
+    }
+}
+
+void AppDelegate::perform(const HotkeyTarget& target) {
+    std::visit(Overloaded{
+                   [this](const HotkeyTarget::Snap& snap) {
+                       engine_.snap(snap.action);
+                       notifications_.post(notification::tourEvent, std::string("shortcut"));
+                   },
+                   [this](const HotkeyTarget::Arrangement& wanted) {
+                       const auto stored = arrangements_.load();
+                       if (const auto* found = findArrangement(stored, wanted.id)) {
+                           applyArrangement(engine_, *found);
+                       }
+                   },
+                   [this](const HotkeyTarget::Tile&) { engine_.tile(); },
+               },
+               target.kind);
+}
+
+}  // namespace tessellon

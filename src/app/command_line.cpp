@@ -1,0 +1,47 @@
+#include "app/command_line.h"
+
+namespace tessellon {
+
+CommandLine parseCommandLine(std::span<const char* const> arguments) {
+    using Request = CommandLine::Request;
+    CommandLine result;
+    for (const std::string_view argument : arguments) {
+        if (argument == "--help" || argument == "-h") {
+            return {Request::help, {}};
+        }
+        if (argument == "--version") {
+            return {Request::version, {}};
+        }
+        if (result.request != Request::mistake) {
+            result = {Request::mistake, "unknown argument '" + std::string(argument) +
+                                            "'; 'tessellon --help' lists what there is"};
+        }
+    }
+    return result;
+}
+
+std::string_view helpText() {
+    return "Usage: tessellon [--help | --version]\n"
+           "\n"
+           "Puts the windows of other programs where you want them, by global shortcuts.\n"
+           "Runs until it is told to end (SIGTERM or Ctrl+C) on an X11 session with any\n"
+           "window manager that follows EWMH.\n"
+           "\n"
+           "  -h, --help     show this text\n"
+           "      --version  show the version\n"
+           "\n"
+           "Some of the shortcuts it starts with (Ctrl+Alt held, and):\n"
+           "  arrow keys     left, right, top or bottom half; again for other widths\n"
+           "  U I J K        quarters\n"
+           "  D F G          thirds\n"
+           "  E T            left and right two thirds\n"
+           "  Return         maximize, with Shift almost\n"
+           "  C              center\n"
+           "  Backspace      the frame from before the first snap\n"
+           "  Super+arrows   next and previous display\n"
+           "\n"
+           "Settings are kept in $XDG_CONFIG_HOME/tessellon/defaults.plist\n"
+           "(~/.config/tessellon/defaults.plist).\n";
+}
+
+}  // namespace tessellon

@@ -1,0 +1,133 @@
+// The program: chooses the real side of every port, builds the application on them and runs it.
+#include "app/app_delegate.h"
+#include "app/command_line.h"
+#include "base/log.h"
+#include "platform/linux/defaults_file.h"
+#include "platform/linux/desktop_entries.h"
+#include "platform/linux/process_info.h"
+#include "platform/linux/termination_signals.h"
+#include "platform/qt/qt_run_loop.h"
+#include "platform/x11/connection.h"
+#include "platform/x11/instance_lock.h"
+#include "platform/x11/keyboard.h"
+#include "platform/x11/window_mirror.h"
+#include "platform/x11/x11_accessibility.h"
+#include "platform/x11/x11_applications.h"
+#include "platform/x11/x11_displays.h"
+#include "platform/x11/x11_event_monitors.h"
+#include "platform/x11/x11_hot_key_center.h"
+#include "platform/x11/x11_window_list.h"
+
+#include <QCoreApplication>
+#include <cstdio>
+#include <cstdlib>
+#include <span>
+#include <string>
+
+namespace tessellon {
+namespace {
+
+constexpr int exitCannotRun = 1;
+constexpr int exitUsage = 2;
+
+std::string environment(const char* name) {
+    const char* value = std::getenv(name);
+    return value != nullptr ? value : "";
+}
+
+bool isWaylandSession() {
+    return !environment("WAYLAND_DISPLAY").empty() || environment("XDG_SESSION_TYPE") == "wayland";
+}
+
+void explainMissingDisplay() {
+    const auto display = environment("DISPLAY");
+    if (isWaylandSession() && display.empty()) {
+        logError(
+            "this Wayland session has no X11 display, and only X11 programs' windows can be "
+            "moved; enable Xwayland or log in to an X11 session");
+    } else if (display.empty()) {
+        logError("there is no display: DISPLAY is not set; start tessellon in an X11 session");
+    } else {
+        logError("cannot connect to the X11 display '" + display +
+                 "'; check that it is running and that you may use it (DISPLAY, XAUTHORITY)");
+    }
+}
+
+int run(int argc, char** argv) {
+    const QCoreApplication application(argc, argv);
+    QtRunLoop loop;
+    const TerminationSignals signals(loop, [&loop] { loop.quit(EXIT_SUCCESS); });
+
+    const auto connection = x11::Connection::open();
+    if (!connection) {
+        explainMissingDisplay();
+        return exitCannotRun;
+    }
+    x11::InstanceLock lock(*connection);
+    if (!lock.acquire()) {
+        logError("tessellon is running on this display already");
+        return exitCannotRun;
+    }
+    const auto defaultsPath = standardDefaultsPath();
+    if (!defaultsPath) {
+        logError("there is no home folder to keep the settings in; set HOME");
+        return exitCannotRun;
+    }
+    if (isWaylandSession()) {
+        logNotice("in a Wayland session only X11 programs' windows can be moved");
+    }
+
+    DefaultsFile defaults(loop, *defaultsPath);
+    const DesktopEntries directory(loop, applicationFolders());
+    x11::WindowMirror mirror(*connection);
+    x11::X11Accessibility accessibility(*connection, mirror);
+    x11::X11Applications applications(mirror, directory, processExecutable);
+    x11::X11Displays displays(*connection, mirror);
+    x11::X11WindowList windowList(mirror);
+    x11::X11EventMonitors eventMonitors(*connection, displays);
+    x11::Keyboard keyboard(*connection);
+    x11::X11HotKeyCenter hotKeyCenter(*connection, keyboard);
+
+    AppDelegate delegate(
+        {{accessibility, applications, displays, windowList, eventMonitors, defaults},
+         hotKeyCenter,
+         loop});
+    const Token lost = connection->lost().subscribe([&loop] {
+        logError("the X11 display is gone; settings are saved");
+        loop.quit(exitCannotRun);
+    });
+    connection->attach(loop);
+    delegate.applicationDidFinishLaunching();
+    // The first shortcut should not have to wait for the list of installed applications.
+    const Token warmUp = loop.after(Seconds{0}, [&applications] { applications.running(); });
+
+    const int exitCode = loop.run();
+    defaults.flush();
+    return exitCode;
+}
+
+int start(int argc, char** argv) {
+    const std::span<const char* const> arguments(argv, static_cast<std::size_t>(argc));
+    const auto commandLine = parseCommandLine(arguments.empty() ? arguments : arguments.subspan(1));
+    switch (commandLine.request) {
+        case CommandLine::Request::help:
+            std::fputs(helpText().data(), stdout);
+            return EXIT_SUCCESS;
+        case CommandLine::Request::version:
+            std::puts("tessellon " TESSELLON_VERSION);
+            return EXIT_SUCCESS;
+        case CommandLine::Request::mistake:
+            logError(commandLine.mistake);
+            return exitUsage;
+        case CommandLine::Request::run:
+            break;
+    }
+    return run(argc, argv);
+}
+
+}  // namespace
+}  // namespace tessellon
+
+int main(int argc, char** argv) {
+    return tessellon::start(argc, argv);
+}

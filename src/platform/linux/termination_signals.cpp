@@ -1,0 +1,33 @@
+#include "platform/linux/termination_signals.h"
+
+#include <csignal>
+#include <utility>
+
+#include <sys/signalfd.h>
+#include <unistd.h>
+
+namespace tessellon {
+
+TerminationSignals::TerminationSignals(RunLoop& loop, std::function<void()> callback) {
+    sigset_t signals;
+    sigemptyset(&signals);
+    sigaddset(&signals, SIGTERM);
+    sigaddset(&signals, SIGINT);
+    sigaddset(&signals, SIGHUP);
+    sigprocmask(SIG_BLOCK, &signals, nullptr);
+    descriptor_ = signalfd(-1, &signals, SFD_CLOEXEC | SFD_NONBLOCK);
+    readable_ =
+        loop.watchReadable(descriptor_, [descriptor = descriptor_, callback = std::move(callback)] {
+            signalfd_siginfo info{};
+            while (read(descriptor, &info, sizeof info) == sizeof info) {
+                callback();
+            }
+        });
+}
+
+TerminationSignals::~TerminationSignals() {
+    readable_.reset();
+    close(descriptor_);
+}
+
+}  // namespace tessellon
