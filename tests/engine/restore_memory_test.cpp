@@ -32,8 +32,8 @@ class RestoreMemoryTest : public EngineTest {
     }
 
     static Memory record(std::string bundleID, std::string title, const Rect& original,
-                         const Rect& snapped) {
-        return {Uuid::random(), std::move(bundleID), std::move(title), original, snapped};
+                         const Rect& taken) {
+        return {Uuid::random(), std::move(bundleID), std::move(title), original, taken};
     }
 
     static constexpr Rect before{120, 80, 900, 640};

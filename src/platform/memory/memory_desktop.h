@@ -103,21 +103,21 @@ class MemoryDesktop {
     Element open(MemoryWindow window);
     /// Opens a window under the identifier of one that is closed; the elements differ all the same.
     Element openReusing(const Element& closed, MemoryWindow window);
-    void close(const Element& window);
+    void close(const Element& element);
     /// Null when there is no such window any more.
-    MemoryWindow* window(const Element& window);
-    void raise(const Element& window);
+    MemoryWindow* window(const Element& element);
+    void raise(const Element& element);
     /// Raises the window and gives it and its application the keyboard.
-    void focus(const Element& window);
+    void focus(const Element& element);
     /// The windows from front to back, also those that are not on screen.
     const std::vector<Element>& stacking() const { return stacking_; }
     /// Whether the user sees the window, other windows before it aside.
-    bool isOnScreen(const Element& window) const;
+    bool isOnScreen(const Element& element) const;
 
     Element addControl(MemoryControl control);
-    const MemoryControl* control(const Element& control) const;
+    const MemoryControl* control(const Element& element) const;
     /// The window that a control is in; nothing when that is closed.
-    std::optional<Element> windowAround(const Element& control) const;
+    std::optional<Element> windowAround(const Element& element) const;
     /// The innermost thing at a point.
     std::optional<Element> elementAt(Point point) const;
 
@@ -141,7 +141,7 @@ class MemoryDesktop {
     class WindowListPort;
     class EventMonitorsPort;
 
-    const MemoryWindow* findWindow(const Element& window) const;
+    const MemoryWindow* findWindow(const Element& element) const;
     Element place(const Element& element, MemoryWindow window);
 
     std::vector<MemoryApplication> running_;
