@@ -253,11 +253,12 @@ JsonWriter& JsonWriter::number(double value) {
     separate();
     failed_ = failed_ || !std::isfinite(value);
     // Everyday numbers are written without an exponent, up to where doubles leave out whole
-    // numbers.
+    // numbers. Zero has no sign, since readers take a "-0" for a whole number and drop it.
     const double magnitude = std::abs(value);
     const bool plain = magnitude == 0 || (magnitude >= 0x1p-13 && magnitude < 0x1p54);
     std::array<char, 64> buffer{};
-    const auto end = std::to_chars(buffer.data(), buffer.data() + buffer.size(), value,
+    const auto end = std::to_chars(buffer.data(), buffer.data() + buffer.size(),
+                                   magnitude == 0 ? magnitude : value,
                                    plain ? std::chars_format::fixed : std::chars_format::scientific)
                          .ptr;
     out_.append(buffer.data(), end);

@@ -116,6 +116,7 @@ TEST(JsonMembers, RectanglesAreTwoPairsOfNumbers) {
 
 TEST(JsonWriter, NumbersAreShortestAndReadBackTheSame) {
     EXPECT_EQ(numberText(0), "0");
+    EXPECT_EQ(numberText(-0.0), "0");
     EXPECT_EQ(numberText(120), "120");
     EXPECT_EQ(numberText(100000), "100000");
     EXPECT_EQ(numberText(0.5), "0.5");
