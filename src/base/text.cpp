@@ -18,6 +18,10 @@ struct Character {
 /// The character that the text begins with; nothing when its first bytes are not valid UTF-8.
 std::optional<Character> firstCharacter(std::string_view text) {
     Character result;
+    if (!text.empty() && static_cast<unsigned char>(text.front()) < 0x80) {
+        // Nearly every character, and several times faster than asking.
+        return Character{text.front(), 1};
+    }
     const auto length = utf8proc_iterate(reinterpret_cast<const utf8proc_uint8_t*>(text.data()),
                                          static_cast<utf8proc_ssize_t>(text.size()), &result.code);
     if (length <= 0) {

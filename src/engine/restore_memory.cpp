@@ -101,7 +101,8 @@ void RestoreMemory::rememberWindow(const Rect& frame, const Element& window) {
     if (saved_.size() >= bindingsBeforePruning) {
         prune();
     }
-    Memory record{Uuid::random(), windows_.bundleIdentifier(window).value_or(""),
+    // One text that is not UTF-8 would keep all records from being stored.
+    Memory record{Uuid::random(), sanitizedUtf8(windows_.bundleIdentifier(window).value_or("")),
                   windows_.title(window), frame, frame};
     saved_.push_back({window, record.id});
     records_.push_back(std::move(record));

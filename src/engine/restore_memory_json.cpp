@@ -1,7 +1,6 @@
 #include "engine/restore_memory_json.h"
 
 #include "base/json.h"
-#include "base/text.h"
 
 #include <nlohmann/json.hpp>
 #include <unordered_set>
@@ -32,9 +31,8 @@ std::optional<std::vector<std::uint8_t>> encodeMemories(std::span<const Memory> 
     for (const auto& record : records) {
         json.beginObject();
         json.key("id").string(record.id.toString());
-        // One text that is not UTF-8 must not keep all other records from being stored.
-        json.key("bundleID").string(sanitizedUtf8(record.bundleID));
-        json.key("title").string(sanitizedUtf8(record.title));
+        json.key("bundleID").string(record.bundleID);
+        json.key("title").string(record.title);
         json.key("original").rect(record.original);
         json.key("snapped").rect(record.snapped);
         json.endObject();

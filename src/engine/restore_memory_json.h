@@ -10,7 +10,8 @@
 
 namespace tessellon {
 
-/// A JSON array of records, oldest first; nothing when a frame is not finite.
+/// A JSON array of records, oldest first; nothing when a frame is not finite or a
+/// text is not UTF-8.
 std::optional<std::vector<std::uint8_t>> encodeMemories(std::span<const Memory> records);
 
 /// Nothing unless every record is whole. Of records with the same id the first counts.

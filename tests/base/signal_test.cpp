@@ -14,10 +14,11 @@ namespace {
 TEST(Signal, CallsInOrderUntilTheTokenGoes) {
     const Signal<int> signal;
     std::vector<std::string> calls;
-    auto first = signal.subscribe([&](int value) { calls.push_back("a" + std::to_string(value)); });
+    auto first = signal.subscribe(
+        [&](int value) { calls.push_back(std::string("a").append(std::to_string(value))); });
     {
-        const auto second =
-            signal.subscribe([&](int value) { calls.push_back("b" + std::to_string(value)); });
+        const auto second = signal.subscribe(
+            [&](int value) { calls.push_back(std::string("b").append(std::to_string(value))); });
         signal.emit(1);
     }
     signal.emit(2);

@@ -41,7 +41,7 @@ TEST(Text, TrimsUnicodeWhitespaceAtBothEnds) {
 TEST(Text, SanitizingReplacesEveryBrokenSequenceOnce) {
     for (const auto* broken :
          {"\xFF", "\x80", "\xC0\xAF", "\xE2\x8C", "\xED\xA0\x80", "\xF4\x90\x80\x80"}) {
-        const auto text = "a" + std::string(broken) + "b";
+        const auto text = std::string("a").append(broken).append("b");
         EXPECT_FALSE(isValidUtf8(text));
         EXPECT_EQ(sanitizedUtf8(text), "a\uFFFDb");
     }
