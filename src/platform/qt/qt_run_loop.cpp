@@ -6,7 +6,6 @@
 #include <QSocketNotifier>
 #include <QTimer>
 #include <chrono>
-#include <memory>
 #include <utility>
 
 namespace tessellon {
@@ -26,17 +25,14 @@ Token deletes(QObject* object) {
 }  // namespace
 
 Token QtRunLoop::startTimer(Seconds interval, Repeat repeat, std::function<void()> callback) {
-    auto timer = std::make_unique<QTimer>(&owner_);
+    auto* timer = new QTimer(&owner_);
     timer->setTimerType(Qt::PreciseTimer);
     timer->setSingleShot(repeat == Repeat::once);
     timer->setInterval(std::chrono::ceil<std::chrono::milliseconds>(interval));
-    QObject::connect(timer.get(), &QTimer::timeout, timer.get(),
-                     [call = std::make_shared<std::function<void()>>(std::move(callback))] {
-                         const auto kept = call;  // the callback may drop its own token
-                         (*kept)();
-                     });
+    // Qt keeps the callback while it runs, so it may drop its own token.
+    QObject::connect(timer, &QTimer::timeout, timer, std::move(callback));
     timer->start();
-    return deletes(timer.release());
+    return deletes(timer);
 }
 
 Token QtRunLoop::after(Seconds delay, std::function<void()> callback) {
@@ -52,16 +48,12 @@ Seconds QtRunLoop::uptime() const {
 }
 
 Token QtRunLoop::watchReadable(int descriptor, std::function<void()> callback) {
-    auto notifier = std::make_unique<QSocketNotifier>(descriptor, QSocketNotifier::Read, &owner_);
-    auto* raw = notifier.get();
-    QObject::connect(raw, &QSocketNotifier::activated, raw,
-                     [call = std::make_shared<std::function<void()>>(std::move(callback))] {
-                         const auto kept = call;
-                         (*kept)();
-                     });
-    notifier.release();
-    return Token([guarded = QPointer<QSocketNotifier>(raw)] {
+    auto* notifier = new QSocketNotifier(descriptor, QSocketNotifier::Read, &owner_);
+    QObject::connect(notifier, &QSocketNotifier::activated, notifier,
+                     [callback = std::move(callback)] { callback(); });
+    return Token([guarded = QPointer<QSocketNotifier>(notifier)] {
         if (guarded) {
+            // Not only deleted later: the descriptor may be closed, or another one, by then.
             guarded->setEnabled(false);
             guarded->disconnect();
             guarded->deleteLater();
@@ -70,7 +62,7 @@ Token QtRunLoop::watchReadable(int descriptor, std::function<void()> callback) {
 }
 
 Token QtRunLoop::beforeBlocking(std::function<void()> callback) {
-    auto* receiver = std::make_unique<QObject>(&owner_).release();
+    auto* receiver = new QObject(&owner_);
     QObject::connect(QAbstractEventDispatcher::instance(), &QAbstractEventDispatcher::aboutToBlock,
                      receiver, std::move(callback));
     return deletes(receiver);
