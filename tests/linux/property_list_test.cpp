@@ -178,23 +178,44 @@ TEST(PropertyListTest, whatIsNoDictionaryIsRefused) {
     EXPECT_FALSE(parsePropertyList(std::string("\0\1\2\3", 4)));
 }
 
+std::string binaryForm(const PropertyDictionary& values) {
+    char* bytes = nullptr;
+    std::uint32_t length = 0;
+    plist_to_bin(propertyNode(values).get(), &bytes, &length);
+    std::string binary(bytes, length);
+    plist_to_bin_free(bytes);
+    return binary;
+}
+
 TEST(PropertyListTest, binaryListsAreRead) {
     PropertyDictionary values{{"real", 0.1},
                               {"integer", std::int64_t{-7}},
                               {"text", std::string("é")},
                               {"data", PropertyData(300, 7)},
                               {"array", PropertyArray{true, false}}};
-    char* bytes = nullptr;
-    std::uint32_t length = 0;
-    plist_to_bin(propertyNode(values).get(), &bytes, &length);
-    const std::string binary(bytes, length);
-    plist_to_bin_free(bytes);
+    const auto binary = binaryForm(values);
     const auto read = parsePropertyList(binary);
     ASSERT_TRUE(read);
     EXPECT_EQ(propertyDictionary(read.get()), values);
     for (std::size_t cut = 1; cut < binary.size(); ++cut) {
         parsePropertyList(binary.substr(0, cut));  // must only not crash
     }
+}
+
+TEST(PropertyListTest, aKeyThatABinaryListHoldsTwiceIsChangedForGood) {
+    auto binary = binaryForm({{"a", 1.0}, {"b", 2.0}});
+    const auto second = binary.find(
+        "\x51"
+        "b");
+    ASSERT_NE(second, std::string::npos);
+    binary[second + 1] = 'a';
+    const auto tree = parsePropertyList(binary);
+    ASSERT_TRUE(tree);
+    const PropertyValue changed = 3.0;
+    setPropertyNode(tree.get(), "a", &changed);
+    const auto read = parsePropertyList(propertyListXml(tree.get()));
+    ASSERT_TRUE(read);
+    EXPECT_EQ(propertyDictionary(read.get()), (PropertyDictionary{{"a", 3.0}}));
 }
 
 TEST(PropertyListLimitsTest, depthIsLimitedInBothForms) {

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <iterator>
 #include <memory>
 #include <vector>
 
@@ -116,6 +117,29 @@ std::vector<std::string>::const_iterator findProgram(const std::vector<std::stri
     return word;
 }
 
+/// The lines that matter. Desktop files consist mostly of translations of other keys, and parsing
+/// those would take several times as long as the rest.
+std::string relevantLines(std::string_view text) {
+    constexpr std::string_view keys[] = {"Type",           "Name",      "Exec",  "TryExec",
+                                         "StartupWMClass", "NoDisplay", "Hidden"};
+    std::string result;
+    bool isInGroup = false;
+    while (!text.empty()) {
+        const auto end = std::min(text.find('\n'), text.size() - 1) + 1;
+        const auto line = text.substr(0, end);
+        text.remove_prefix(end);
+        if (line.starts_with('[')) {
+            isInGroup = line.starts_with("[Desktop Entry]");
+        }
+        const auto key = line.substr(0, std::min(line.find_first_of("[ \t="), line.size()));
+        if (isInGroup && (line.starts_with('[') ||
+                          std::find(std::begin(keys), std::end(keys), key) != std::end(keys))) {
+            result += line;
+        }
+    }
+    return result;
+}
+
 std::string unlessGeneric(std::string program) {
     return isGenericLauncher(program) ? std::string() : std::move(program);
 }
@@ -146,9 +170,10 @@ bool isGenericLauncher(std::string_view program) {
 }
 
 std::optional<DesktopEntry> parseDesktopEntry(std::string_view text) {
+    const auto lines = relevantLines(text);
     const KeyFile file(g_key_file_new());
-    if (g_key_file_load_from_data(file.get(), text.data(), text.size(), G_KEY_FILE_NONE, nullptr) ==
-            FALSE ||
+    if (g_key_file_load_from_data(file.get(), lines.data(), lines.size(), G_KEY_FILE_NONE,
+                                  nullptr) == FALSE ||
         textOf(file.get(), G_KEY_FILE_DESKTOP_KEY_TYPE) != G_KEY_FILE_DESKTOP_TYPE_APPLICATION) {
         return std::nullopt;
     }

@@ -110,9 +110,7 @@ PropertyValue arrayValue(plist_t node) {
     return array;
 }
 
-}  // namespace
-
-PropertyList parsePropertyList(std::string_view bytes) {
+PropertyList parseTree(std::string_view bytes) {
     if (!isWithinPropertyListLimits(bytes)) {
         return nullptr;
     }
@@ -121,6 +119,27 @@ PropertyList parsePropertyList(std::string_view bytes) {
     plist_from_memory(bytes.data(), static_cast<std::uint32_t>(bytes.size()), &root);
     PropertyList list(root);
     return PLIST_IS_DICT(root) ? std::move(list) : nullptr;
+}
+
+}  // namespace
+
+PropertyList parsePropertyList(std::string_view bytes) {
+    auto tree = parseTree(bytes);
+    // A binary list may hold what the XML form cannot, such as a key twice, of which a change would
+    // reach only one. So the tree returned is one that has been written and read once.
+    constexpr int mostRounds = 3;
+    for (int round = 0; tree != nullptr && round < mostRounds; ++round) {
+        const auto xml = propertyListXml(tree.get());
+        auto written = parseTree(xml);
+        if (written == nullptr) {
+            break;
+        }
+        if (propertyListXml(written.get()) == xml) {
+            return written;
+        }
+        tree = std::move(written);
+    }
+    return tree != nullptr ? propertyNode(propertyDictionary(tree.get())) : nullptr;
 }
 
 std::string propertyListXml(plist_t root) {

@@ -20,7 +20,8 @@ struct PropertyListDeleter {
 using PropertyList = std::unique_ptr<std::remove_pointer_t<plist_t>, PropertyListDeleter>;
 
 /// Reads a whole property list, XML or binary, whose outermost value is a dictionary. Null for
-/// anything else, and for what is beyond the limits of property_list_limits.h.
+/// anything else, and for what is beyond the limits of property_list_limits.h. What it returns can
+/// be written and read again without a change.
 PropertyList parsePropertyList(std::string_view bytes);
 
 /// The XML form; empty when there is no memory for it. Numbers read back exactly.
