@@ -2,6 +2,7 @@
 
 #include "harness/wait.h"
 
+#include <algorithm>
 #include <array>
 #include <stdexcept>
 
@@ -26,10 +27,10 @@ Dock::Dock(XSession& session, std::uint16_t height)
     xcb_map_window(x_.connection(), window_);
     x_.sync();
     if (!waitUntil([&] {
-            const auto workArea = x_.values(x_.root(), "_NET_WORKAREA");
-            return workArea.size() >= 4 && workArea[1] >= height;
+            const auto managed = x_.values(x_.root(), "_NET_CLIENT_LIST");
+            return std::find(managed.begin(), managed.end(), window_) != managed.end();
         })) {
-        throw std::runtime_error("the window manager gives the dock no room");
+        throw std::runtime_error("the window manager does not take care of the dock");
     }
 }
 

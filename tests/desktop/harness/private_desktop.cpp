@@ -5,6 +5,7 @@
 #include <array>
 #include <cstdlib>
 #include <stdexcept>
+#include <utility>
 
 #include <fcntl.h>
 #include <poll.h>
@@ -77,7 +78,7 @@ std::pair<std::unique_ptr<Process>, std::string> startAnnouncing(std::vector<std
 
 }  // namespace
 
-PrivateDesktop::PrivateDesktop(Monitors monitors) : home_(makeHome()) {
+PrivateDesktop::PrivateDesktop(Monitors monitors) : monitors_(monitors), home_(makeHome()) {
     const fs::path runtime = home_ / "run";
     fs::create_directories(runtime);
     fs::permissions(runtime, fs::perms::owner_all);
@@ -105,9 +106,6 @@ PrivateDesktop::PrivateDesktop(Monitors monitors) : home_(makeHome()) {
     }
     startServer();
     startSessionBus();
-    if (monitors == Monitors::twoSideBySide) {
-        describeTwoMonitors();
-    }
 }
 
 PrivateDesktop::~PrivateDesktop() {
@@ -152,7 +150,10 @@ void PrivateDesktop::startSessionBus() {
     environment_["DBUS_SESSION_BUS_ADDRESS"] = address;
 }
 
-void PrivateDesktop::describeTwoMonitors() {
+void PrivateDesktop::describeMonitors() {
+    if (monitors_ == Monitors::one || std::exchange(monitorsDescribed_, true)) {
+        return;
+    }
     run({"xrandr", "--setmonitor", "L", "960/254x1080/286+0+0", "screen"});
     run({"xrandr", "--setmonitor", "R", "960/254x1080/286+960+0", "none"});
 }
@@ -160,6 +161,9 @@ void PrivateDesktop::describeTwoMonitors() {
 void PrivateDesktop::startWindowManager(std::string_view name, WindowManagerKeys keys) {
     const WindowManager& chosen = windowManager(name);
     chosen.configure(home_, keys);
+    if (chosen.monitorsDescribed == MonitorsDescribed::beforeStart) {
+        describeMonitors();
+    }
     windowManager_.reset();
     windowManager_ =
         std::make_unique<Process>(chosen.command, processOptions(std::string(chosen.name)));
@@ -168,6 +172,7 @@ void PrivateDesktop::startWindowManager(std::string_view name, WindowManagerKeys
             [&] { return session_->windowManagerRuns() && session_->windowManagerServes(); })) {
         throw std::runtime_error(std::string(name) + " does not come into charge");
     }
+    describeMonitors();
 }
 
 void PrivateDesktop::killWindowManager() {

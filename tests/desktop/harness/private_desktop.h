@@ -45,7 +45,7 @@ class PrivateDesktop {
     void killWindowManager();
     Process& windowManagerProcess() { return *windowManager_; }
 
-    /// Shows a bar at the top and waits until the window manager gives it room.
+    /// Shows a bar at the top and waits until the window manager knows it.
     void addDock(std::uint16_t height);
 
     /// Starts a program on this desktop; it ends with the desktop at the latest.
@@ -65,8 +65,10 @@ class PrivateDesktop {
   private:
     void startServer();
     void startSessionBus();
-    void describeTwoMonitors();
+    void describeMonitors();
 
+    Monitors monitors_;
+    bool monitorsDescribed_ = false;
     std::filesystem::path home_;
     std::string display_;
     Environment environment_;

@@ -9,7 +9,7 @@
 namespace tessellon::desktop {
 
 /// How long a desktop on a busy machine may take before a test calls it broken.
-inline constexpr std::chrono::seconds patience{10};
+inline constexpr std::chrono::seconds patience{20};
 
 /// True as soon as `predicate` is true, false when it still is not after `timeout`.
 template <typename Predicate>

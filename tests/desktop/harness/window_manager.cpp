@@ -60,13 +60,12 @@ void configureIcewm(const fs::path& home, WindowManagerKeys keys) {
     // Its own panel would take room at the bottom without saying so in a strut of its own.
     std::string preferences = "ShowTaskBar=0\n";
     if (keys == WindowManagerKeys::released) {
-        preferences +=
-            "Win95Keys=0\n"
-            "KeySysWorkspacePrev=\"\"\n"
-            "KeySysWorkspaceNext=\"\"\n"
-            "KeySysWorkspaceLast=\"\"\n"
-            "KeySysShowDesktop=\"\"\n"
-            "KeySysCollapseTaskBar=\"\"\n";
+        preferences += "Win95Keys=0\n";
+        for (const char* key :
+             {"WorkspacePrev", "WorkspaceNext", "WorkspaceLast", "Workspace1", "Workspace2",
+              "Workspace3", "Workspace4", "ShowDesktop", "CollapseTaskBar"}) {
+            preferences += "KeySys" + std::string(key) + "=\"\"\n";
+        }
         writeFile(home / ".icewm/keys", "");
     }
     writeFile(home / ".icewm/preferences", preferences);
@@ -76,10 +75,16 @@ void configureIcewm(const fs::path& home, WindowManagerKeys keys) {
 
 const std::vector<WindowManager>& windowManagers() {
     static const std::vector<WindowManager> table{
-        {"openbox", {"openbox"}, FrameWindow::visible, configureOpenbox},
-        {"xfwm4", {"xfwm4"}, FrameWindow::visible, configureXfwm4},
-        {"metacity", {"metacity"}, FrameWindow::oversized, configureMetacity},
-        {"icewm", {"icewm"}, FrameWindow::visible, configureIcewm},
+        {.name = "openbox", .command = {"openbox"}, .configure = configureOpenbox},
+        {.name = "xfwm4",
+         .command = {"xfwm4"},
+         .monitorsDescribed = MonitorsDescribed::afterStart,
+         .configure = configureXfwm4},
+        {.name = "metacity",
+         .command = {"metacity"},
+         .frameWindow = FrameWindow::oversized,
+         .configure = configureMetacity},
+        {.name = "icewm", .command = {"icewm"}, .configure = configureIcewm},
     };
     return table;
 }

@@ -18,10 +18,17 @@ enum class FrameWindow {
     oversized  // it reaches beyond what is drawn, to make the edges easier to grab
 };
 
+/// When a window manager has to learn of monitors that are described by hand.
+enum class MonitorsDescribed {
+    beforeStart,
+    afterStart  // at its start it would take the first one for the whole screen
+};
+
 struct WindowManager {
     std::string_view name;
     std::vector<std::string> command;
     FrameWindow frameWindow = FrameWindow::visible;
+    MonitorsDescribed monitorsDescribed = MonitorsDescribed::beforeStart;
     /// Writes its settings below a private home folder.
     void (*configure)(const std::filesystem::path& home, WindowManagerKeys keys) = nullptr;
 };
