@@ -20,7 +20,7 @@ constexpr int largestCoordinate = 32767;  // of the X protocol
 
 // How long a client that draws its own shadow gets to announce it after it left the maximised
 // state.
-constexpr Seconds shadowTimeout{0.150};
+constexpr Seconds shadowTimeout{0.5};
 
 std::uint32_t coordinate(double value) {
     return static_cast<std::uint32_t>(static_cast<std::int32_t>(
