@@ -1,0 +1,61 @@
+// Measures from outside how long windows take to be where they should be: its own connection to the
+// X server, woken by the events of the windows and of the frames around them.
+#pragma once
+
+#include "harness/frame.h"
+#include "statistics.h"
+
+#include <functional>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include <xcb/xcb.h>
+
+namespace tessellon::benchmarks {
+
+struct ExpectedFrame {
+    xcb_window_t window = XCB_WINDOW_NONE;
+    desktop::Frame frame;
+    /// A window that takes whole cells only may be smaller by less than one of these.
+    int cellWidth = 1;
+    int cellHeight = 1;
+};
+
+/// What was seen after an action.
+struct Settling {
+    /// From the action to the last change of a frame.
+    Milliseconds time{};
+    /// Whether all windows are where they were expected.
+    bool exact = false;
+};
+
+class FrameObserver {
+  public:
+    /// Throws std::runtime_error when the server cannot be reached.
+    explicit FrameObserver(const std::string& display);
+    ~FrameObserver();
+    FrameObserver(const FrameObserver&) = delete;
+    FrameObserver& operator=(const FrameObserver&) = delete;
+
+    /// To be called once for every window whose frame will be expected, after it was mapped.
+    void watch(xcb_window_t window);
+
+    /// Does something and watches until the windows are in these visible frames. When some do not
+    /// get there, it stops after half a second without a change.
+    Settling measure(const std::function<void()>& action,
+                     const std::vector<ExpectedFrame>& expected);
+
+  private:
+    std::vector<std::optional<desktop::Frame>> readFrames(
+        const std::vector<ExpectedFrame>& windows);
+    void waitForEvents();
+    xcb_atom_t atom(const std::string& name);
+
+    xcb_connection_t* connection_;
+    xcb_window_t root_ = XCB_WINDOW_NONE;
+    xcb_atom_t frameExtents_ = XCB_ATOM_NONE;
+    xcb_atom_t shadowExtents_ = XCB_ATOM_NONE;
+};
+
+}  // namespace tessellon::benchmarks

@@ -1,0 +1,211 @@
+// One window, moved to and fro between two places by everybody in turn. All are measured by the
+// same observer in the same run; while one works, the others are stopped.
+#include "contenders.h"
+#include "frame_observer.h"
+#include "harness/program.h"
+#include "sections.h"
+
+#include <array>
+#include <csignal>
+#include <filesystem>
+#include <memory>
+#include <optional>
+#include <stdexcept>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include <sys/inotify.h>
+#include <unistd.h>
+
+namespace tessellon::benchmarks {
+namespace {
+
+using desktop::Edges;
+using desktop::Frame;
+using desktop::Key;
+using desktop::PrivateDesktop;
+
+// Two presses a round, one for each place.
+constexpr int rounds = 25;
+constexpr double mostOfBareDaemon = 1.25;
+constexpr double leastOfCommand = 2.5;
+
+// The upper left quarter and the right half of 1920 × 1080 with gaps of 8.
+constexpr std::array<Frame, 2> places{{{8, 8, 948, 528}, {964, 8, 948, 1064}}};
+
+/// Tells whether anything happened to the files in a folder.
+class FolderWatcher {
+  public:
+    explicit FolderWatcher(const std::filesystem::path& folder)
+        : descriptor_(inotify_init1(IN_NONBLOCK | IN_CLOEXEC)) {
+        if (inotify_add_watch(descriptor_, folder.c_str(),
+                              IN_CREATE | IN_MODIFY | IN_MOVED_TO | IN_DELETE) < 0) {
+            close(descriptor_);
+            throw std::runtime_error("cannot watch " + folder.string());
+        }
+    }
+    ~FolderWatcher() { close(descriptor_); }
+    FolderWatcher(const FolderWatcher&) = delete;
+    FolderWatcher& operator=(const FolderWatcher&) = delete;
+
+    /// True when something happened since the last call.
+    bool somethingHappened() const {
+        std::array<char, 4096> buffer{};
+        bool happened = false;
+        while (read(descriptor_, buffer.data(), buffer.size()) > 0) {
+            happened = true;
+        }
+        return happened;
+    }
+
+  private:
+    int descriptor_;
+};
+
+struct Samples {
+    std::vector<Milliseconds> times;
+    int misses = 0;
+    int writtenBefore = 0;
+};
+
+std::vector<std::string> bareDaemonCommand() {
+    std::vector<std::string> command{BARE_DAEMON_PATH};
+    const std::array<Key, 2> keys{Key::u, Key::right};
+    for (std::size_t i = 0; i < places.size(); ++i) {
+        const Frame& place = places[i];
+        command.push_back(std::to_string(static_cast<int>(keys[i])));
+        for (const int value : {place.x, place.y, place.width, place.height}) {
+            command.push_back(std::to_string(value));
+        }
+    }
+    return command;
+}
+
+/// Each command gets the numbers that bring the visible frame to the place, so that nobody is
+/// measured on the way to another one.
+std::vector<std::unique_ptr<Contender>> commandsFor(PrivateDesktop& desktop, xcb_window_t window,
+                                                    const PlacementHints& hints) {
+    const auto extents = desktop.x().values(window, "_NET_FRAME_EXTENTS");
+    if (extents.size() < 4) {
+        throw std::runtime_error("the window has no frame");
+    }
+    const Edges edges{static_cast<int>(extents[0]), static_cast<int>(extents[1]),
+                      static_cast<int>(extents[2]), static_cast<int>(extents[3])};
+    std::vector<std::vector<std::string>> wmctrl;
+    std::vector<std::vector<std::string>> xdotool;
+    for (const Frame& place : places) {
+        const Frame client = shrunk(place, edges);
+        const auto width = std::to_string(client.width);
+        const auto height = std::to_string(client.height);
+        wmctrl.push_back({"wmctrl", "-r", ":ACTIVE:", "-e",
+                          "1," + std::to_string(place.x) + "," + std::to_string(place.y) + "," +
+                              width + "," + height});
+        const Frame& corner = hints.keepsClientCorner ? client : place;
+        xdotool.push_back({"xdotool", "getactivewindow", "windowmove", std::to_string(corner.x),
+                           std::to_string(corner.y), "windowsize", width, height});
+    }
+    std::vector<std::unique_ptr<Contender>> contenders;
+    contenders.push_back(
+        std::make_unique<CommandContender>("wmctrl -r :ACTIVE: -e", desktop, std::move(wmctrl)));
+    contenders.push_back(std::make_unique<CommandContender>("xdotool windowmove windowsize",
+                                                            desktop, std::move(xdotool)));
+    return contenders;
+}
+
+void measureClient(Report& report, const std::string& title,
+                   const std::vector<std::string>& command) {
+    PrivateDesktop desktop;
+    desktop.startWindowManager("openbox");
+    desktop::Program program(desktop);
+    program.start();
+    desktop::Process& client = desktop.start(command);
+    const xcb_window_t window = desktop.windows().waitForWindowOf(client.pid());
+    desktop.windows().activate(window);
+    desktop.windows().place(window, places.back());
+    desktop::Process& bareDaemon = desktop.start(bareDaemonCommand());
+
+    const PlacementHints hints = placementHints(desktop.x(), window);
+    std::vector<std::unique_ptr<Contender>> contenders;
+    contenders.push_back(std::make_unique<KeyContender>("tessellon", desktop, program.process(),
+                                                        std::vector{Key::leftControl, Key::leftAlt},
+                                                        std::vector{Key::u, Key::right}));
+    contenders.push_back(
+        std::make_unique<KeyContender>("bare daemon", desktop, bareDaemon,
+                                       std::vector{Key::leftControl, Key::leftAlt, Key::leftShift},
+                                       std::vector{Key::u, Key::right}));
+    for (auto& contender : commandsFor(desktop, window, hints)) {
+        contenders.push_back(std::move(contender));
+    }
+    FrameObserver observer(desktop.display());
+    observer.watch(window);
+    // The first snap creates the settings file, so there is a folder to watch.
+    const FolderWatcher settings(program.settingsFile().parent_path());
+    for (auto& contender : contenders) {
+        contender->pause();
+    }
+
+    std::vector<Samples> samples(contenders.size());
+    for (int round = -1; round < rounds; ++round) {
+        for (std::size_t i = 0; i < contenders.size(); ++i) {
+            Contender& contender = *contenders[i];
+            contender.resume();
+            for (std::size_t place = 0; place < places.size(); ++place) {
+                contender.prepare();
+                waitUntilQuiet(client.pid());
+                settings.somethingHappened();
+                const Settling settling =
+                    observer.measure([&] { contender.start(place); },
+                                     {{window, places[place], hints.cellWidth, hints.cellHeight}});
+                const bool written = settings.somethingHappened();
+                contender.finish(place);
+                waitUntilQuiet(client.pid());
+                if (round < 0) {
+                    continue;  // everybody's first time is not counted
+                }
+                samples[i].times.push_back(settling.time);
+                samples[i].misses += settling.exact ? 0 : 1;
+                samples[i].writtenBefore += written ? 1 : 0;
+            }
+            contender.pause();
+        }
+    }
+    contenders.front()->resume();
+    bareDaemon.signal(SIGCONT);
+
+    report.section("From the key press to the window in its frame: " + title);
+    const Milliseconds own = median(samples.front().times);
+    for (std::size_t i = 0; i < contenders.size(); ++i) {
+        const auto& name = contenders[i]->name();
+        Row row = timeRow(name, samples[i].times);
+        if (i > 0) {
+            const Milliseconds other = median(samples[i].times);
+            const bool isCommand = i > 1;
+            row.ratio = isCommand ? "tessellon is " + number(other / own) + " × faster"
+                                  : "tessellon takes " + number(own / other) + " ×";
+            row.budget = isCommand ? Budget{"≥ " + number(leastOfCommand, 1) + " × faster",
+                                            other / own >= leastOfCommand}
+                                   : Budget{"≤ " + number(mostOfBareDaemon) + " ×",
+                                            own / other <= mostOfBareDaemon};
+        }
+        report.add(std::move(row));
+        if (samples[i].misses > 0) {
+            report.note(name + " did not bring the window to its frame " +
+                        std::to_string(samples[i].misses) + " of " +
+                        std::to_string(samples[i].times.size()) + " times.");
+        }
+    }
+    report.note("Settings written before the window was in its frame: " +
+                std::to_string(samples.front().writtenBefore) + " of " +
+                std::to_string(samples.front().times.size()) + " presses.");
+}
+
+}  // namespace
+
+void measurePressToSettled(Report& report) {
+    measureClient(report, "a Qt 6 window", {"/usr/lib/qt6/bin/linguist"});
+    measureClient(report, "a GTK 3 window", {"mousepad"});
+    measureClient(report, "xterm", {"xterm"});
+}
+
+}  // namespace tessellon::benchmarks

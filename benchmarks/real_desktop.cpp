@@ -1,0 +1,39 @@
+#include "real_desktop.h"
+
+#include "app/preferences.h"
+#include "platform/linux/process_info.h"
+
+#include <stdexcept>
+
+namespace tessellon::benchmarks {
+namespace {
+
+std::unique_ptr<x11::Connection> openConnection() {
+    auto connection = x11::Connection::open();
+    if (!connection) {
+        throw std::runtime_error("cannot connect to the display");
+    }
+    return connection;
+}
+
+}  // namespace
+
+RealDesktop::RealDesktop()
+    : directory_(loop_, applicationFolders()),
+      connection_(openConnection()),
+      mirror_(*connection_),
+      accessibility_(*connection_, mirror_),
+      applications_(mirror_, directory_, processExecutable),
+      displays_(*connection_, mirror_),
+      windowList_(mirror_),
+      eventMonitors_(*connection_, displays_) {
+    registerPreferenceDefaults(defaults_);
+    // The list of installed applications is read once in the life of the program.
+    directory_.lookUp({});
+}
+
+EngineServices RealDesktop::services() {
+    return {accessibility_, applications_, displays_, windowList_, eventMonitors_, defaults_};
+}
+
+}  // namespace tessellon::benchmarks

@@ -1,0 +1,46 @@
+// The program's own way to a real desktop, without the program: the adapters for X11 in this
+// process, with settings that no file holds, so that single operations can be timed.
+#pragma once
+
+#include "engine/engine_services.h"
+#include "platform/linux/desktop_entries.h"
+#include "platform/memory/manual_run_loop.h"
+#include "platform/memory/memory_user_defaults.h"
+#include "platform/x11/connection.h"
+#include "platform/x11/window_mirror.h"
+#include "platform/x11/x11_accessibility.h"
+#include "platform/x11/x11_applications.h"
+#include "platform/x11/x11_displays.h"
+#include "platform/x11/x11_event_monitors.h"
+#include "platform/x11/x11_window_list.h"
+
+#include <cstdint>
+#include <memory>
+
+namespace tessellon::benchmarks {
+
+class RealDesktop {
+  public:
+    /// Connects to the display that DISPLAY names. Throws std::runtime_error when it cannot.
+    RealDesktop();
+    RealDesktop(const RealDesktop&) = delete;
+    RealDesktop& operator=(const RealDesktop&) = delete;
+
+    EngineServices services();
+    UserDefaults& defaults() { return defaults_; }
+    std::uint64_t roundTrips() const { return connection_->roundTrips(); }
+
+  private:
+    ManualRunLoop loop_;
+    MemoryUserDefaults defaults_;
+    DesktopEntries directory_;
+    std::unique_ptr<x11::Connection> connection_;
+    x11::WindowMirror mirror_;
+    x11::X11Accessibility accessibility_;
+    x11::X11Applications applications_;
+    x11::X11Displays displays_;
+    x11::X11WindowList windowList_;
+    x11::X11EventMonitors eventMonitors_;
+};
+
+}  // namespace tessellon::benchmarks

@@ -1,0 +1,21 @@
+// The parts of the benchmark on a real desktop. Each starts desktops of its own, measures, and adds
+// a section to the report. They throw when something does not run; being slow is not an error.
+#pragma once
+
+#include "report.h"
+
+namespace tessellon::benchmarks {
+
+/// From a pressed shortcut to the window in its new frame, beside other ways of moving a window.
+void measurePressToSettled(Report& report);
+
+/// Listing the windows that the user sees.
+void measureListing(Report& report);
+
+/// Tiling eight windows beside snapping one.
+void measureTiling(Report& report);
+
+/// Starting the program, and what it costs while nothing happens.
+void measureProcessCosts(Report& report);
+
+}  // namespace tessellon::benchmarks
