@@ -126,8 +126,10 @@ TEST_F(HotkeysTest, AssigningAndResettingRegisterAnew) {
 TEST_F(HotkeysTest, AHandlerMayRegisterAnew) {
     hotkeys.setHandler([this](const HotkeyTarget& target) {
         bindings.assignCombo(0, controlOption, "A", target);
-        hotkeys.setRecordingPause(true);
+        center.holdByOthers(123, controlOptionKeys);  // moves all later targets in the list
+        hotkeys.registerHotkeys();
         pressed.push_back(target);
+        hotkeys.setRecordingPause(true);
     });
     EXPECT_EQ(center.press(124, controlOptionKeys), HotKeyEventStatus::handled);
     EXPECT_EQ(pressed, std::vector{snap(SnapAction::rightHalf)});
