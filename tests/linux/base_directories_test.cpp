@@ -17,7 +17,7 @@ using Paths = std::vector<std::filesystem::path>;
 
 class BaseDirectoriesTest : public testing::Test {
   protected:
-    BaseDirectoriesTest() {
+    void SetUp() override {
         for (const auto* name : {"HOME", "XDG_CONFIG_HOME", "XDG_DATA_HOME", "XDG_DATA_DIRS"}) {
             if (const char* value = std::getenv(name)) {
                 before_[name] = value;
@@ -26,7 +26,7 @@ class BaseDirectoriesTest : public testing::Test {
         }
         setenv("HOME", "/home/me", 1);
     }
-    ~BaseDirectoriesTest() override {
+    void TearDown() override {
         for (const auto* name : {"HOME", "XDG_CONFIG_HOME", "XDG_DATA_HOME", "XDG_DATA_DIRS"}) {
             unsetenv(name);
         }
