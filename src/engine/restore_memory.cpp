@@ -39,6 +39,15 @@ void RestoreMemory::load() {
             defaults_.keepAside(preference::restoreMemory);
         }
     }
+    dropRecordsOfAbsentApplications();
+    dropOldest();
+    save();
+}
+
+void RestoreMemory::dropRecordsOfAbsentApplications() {
+    if (records_.empty()) {
+        return;  // to find out who is running takes its time, and this is the program's start
+    }
     std::unordered_set<std::string> running;
     for (auto& application : applications_.running()) {
         if (application.bundleIdentifier) {
@@ -47,8 +56,6 @@ void RestoreMemory::load() {
     }
     std::erase_if(records_,
                   [&](const Memory& record) { return !running.contains(record.bundleID); });
-    dropOldest();
-    save();
 }
 
 std::optional<std::size_t> RestoreMemory::findMemory(const Element& window) {

@@ -75,6 +75,7 @@ class RestoreMemory {
     };
 
     void load();
+    void dropRecordsOfAbsentApplications();
     void save();
     void store();
     void prune();
