@@ -172,6 +172,9 @@ Frame DesktopWindows::place(xcb_window_t window, const Frame& frame) {
 }
 
 void DesktopWindows::activate(xcb_window_t window) {
+    if (active() == window) {
+        return;
+    }
     x_.tellRoot(window, "_NET_ACTIVE_WINDOW", {sourcePager, x_.serverTime(), 0, 0, 0});
     if (!waitUntil([&] { return active() == window; })) {
         throw std::runtime_error("the window did not become the active one");
@@ -183,8 +186,11 @@ void DesktopWindows::maximize(xcb_window_t window) {
                 {stateAdd, x_.atom("_NET_WM_STATE_MAXIMIZED_VERT"),
                  x_.atom("_NET_WM_STATE_MAXIMIZED_HORZ"), sourcePager, 0});
     if (!waitUntil([&] {
+            // The program has followed once its window is as wide as the screen, without a shadow.
+            const auto frame = visibleFrame(window);
             return hasState(window, "_NET_WM_STATE_MAXIMIZED_VERT") &&
-                   hasState(window, "_NET_WM_STATE_MAXIMIZED_HORZ");
+                   hasState(window, "_NET_WM_STATE_MAXIMIZED_HORZ") && frame &&
+                   frame->width >= x_.width();
         })) {
         throw std::runtime_error("the window did not become maximized");
     }
