@@ -5,28 +5,11 @@
 
 #include <algorithm>
 #include <csignal>
-#include <cstdlib>
 #include <sstream>
-#include <stdexcept>
 #include <utility>
-
-#include <fcntl.h>
-#include <spawn.h>
-#include <sys/wait.h>
-#include <unistd.h>
 
 namespace tessellon::benchmarks {
 namespace {
-
-std::vector<char*> pointers(std::vector<std::string>& texts) {
-    std::vector<char*> result;
-    result.reserve(texts.size() + 1);
-    for (std::string& text : texts) {
-        result.push_back(text.data());
-    }
-    result.push_back(nullptr);
-    return result;
-}
 
 std::string contextSwitches(pid_t process) {
     std::istringstream status(
@@ -58,70 +41,38 @@ PlacementHints placementHints(desktop::XSession& x, xcb_window_t window) {
     return result;
 }
 
-KeyContender::KeyContender(std::string name, desktop::PrivateDesktop& desktop,
-                           desktop::Process& process, std::vector<desktop::Key> modifiers,
-                           std::vector<desktop::Key> keys)
-    : Contender(std::move(name)),
+Contender::Contender(std::string name, desktop::PrivateDesktop& desktop, desktop::Process& process,
+                     std::vector<desktop::Key> modifiers, std::vector<desktop::Key> keys)
+    : name_(std::move(name)),
       desktop_(desktop),
       process_(process),
       modifiers_(std::move(modifiers)),
       keys_(std::move(keys)) {}
 
-void KeyContender::resume() {
+void Contender::resume() {
     process_.signal(SIGCONT);
     waitUntilQuiet(process_.pid());
 }
 
-void KeyContender::pause() {
+void Contender::pause() {
     waitUntilQuiet(process_.pid());
     process_.signal(SIGSTOP);
 }
 
-void KeyContender::prepare() {
+void Contender::prepare() {
     for (const desktop::Key key : modifiers_) {
         desktop_.keyboard().press(key);
     }
 }
 
-void KeyContender::start(std::size_t place) {
+void Contender::start(std::size_t place) {
     desktop_.keyboard().press(keys_.at(place));
 }
 
-void KeyContender::finish(std::size_t place) {
+void Contender::finish(std::size_t place) {
     desktop_.keyboard().release(keys_.at(place));
     for (auto key = modifiers_.rbegin(); key != modifiers_.rend(); ++key) {
         desktop_.keyboard().release(*key);
-    }
-}
-
-CommandContender::CommandContender(std::string name, const desktop::PrivateDesktop& desktop,
-                                   std::vector<std::vector<std::string>> commands)
-    : Contender(std::move(name)), commands_(std::move(commands)) {
-    for (const auto& [variable, value] : desktop.environment()) {
-        environment_.push_back(variable + "=" + value);
-    }
-}
-
-void CommandContender::start(std::size_t place) {
-    auto& command = commands_.at(place);
-    const auto arguments = pointers(command);
-    const auto environment = pointers(environment_);
-    posix_spawn_file_actions_t silently;
-    posix_spawn_file_actions_init(&silently);
-    posix_spawn_file_actions_addopen(&silently, STDOUT_FILENO, "/dev/null", O_WRONLY, 0);
-    const int error = posix_spawnp(&running_, arguments.front(), &silently, nullptr,
-                                   arguments.data(), environment.data());
-    posix_spawn_file_actions_destroy(&silently);
-    if (error != 0) {
-        throw std::runtime_error("cannot run " + command.front());
-    }
-}
-
-void CommandContender::finish(std::size_t place) {
-    int status = 0;
-    if (waitpid(running_, &status, 0) != running_ || !WIFEXITED(status) ||
-        WEXITSTATUS(status) != EXIT_SUCCESS) {
-        throw std::runtime_error(commands_.at(place).front() + " failed");
     }
 }
 

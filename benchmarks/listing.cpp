@@ -17,6 +17,8 @@
 #include <utility>
 #include <vector>
 
+#include <sys/wait.h>
+
 namespace tessellon::benchmarks {
 namespace {
 
@@ -97,12 +99,11 @@ void measureCount(Report& report, std::size_t count) {
         }
         moved.add(real, count);
     }
-    CommandContender list("wmctrl -lG", desktop, {{"wmctrl", "-lG"}});
     std::vector<Milliseconds> listed;
     for (int i = 0; i < firstLooks; ++i) {
         const auto start = Clock::now();
-        list.start(0);
-        list.finish(0);
+        desktop::Process list({"wmctrl", "-lG"}, desktop.processOptions("wmctrl"));
+        waitpid(list.pid(), nullptr, 0);
         listed.emplace_back(Clock::now() - start);
     }
 

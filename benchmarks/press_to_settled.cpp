@@ -6,9 +6,9 @@
 #include "sections.h"
 
 #include <array>
-#include <csignal>
+#include <deque>
 #include <filesystem>
-#include <memory>
+#include <initializer_list>
 #include <optional>
 #include <stdexcept>
 #include <string>
@@ -69,48 +69,50 @@ struct Samples {
     int writtenBefore = 0;
 };
 
-std::vector<std::string> bareDaemonCommand() {
-    std::vector<std::string> command{BARE_DAEMON_PATH};
-    const std::array<Key, 2> keys{Key::u, Key::right};
-    for (std::size_t i = 0; i < places.size(); ++i) {
-        const Frame& place = places[i];
-        command.push_back(std::to_string(static_cast<int>(keys[i])));
-        for (const int value : {place.x, place.y, place.width, place.height}) {
-            command.push_back(std::to_string(value));
-        }
+/// The keys of a contender, one for each place.
+using Keys = std::vector<Key>;
+const Keys snapKeys{Key::u, Key::right};
+const Keys bareKeys{Key::u, Key::right};
+const Keys wmctrlKeys{Key::i, Key::j};
+const Keys xdotoolKeys{Key::k, Key::d};
+
+std::string joined(std::initializer_list<int> numbers, char separator) {
+    std::string result;
+    for (const int number : numbers) {
+        result += (result.empty() ? "" : std::string(1, separator)) + std::to_string(number);
     }
-    return command;
+    return result;
 }
 
-/// Each command gets the numbers that bring the visible frame to the place, so that nobody is
-/// measured on the way to another one.
-std::vector<std::unique_ptr<Contender>> commandsFor(PrivateDesktop& desktop, xcb_window_t window,
-                                                    const PlacementHints& hints) {
+/// One daemon for its own moves and for the commands. Each command gets the numbers that bring the
+/// visible frame to the place, so that nobody is measured on the way to another one.
+std::vector<std::string> daemonCommand(PrivateDesktop& desktop, xcb_window_t window,
+                                       const PlacementHints& hints) {
     const auto extents = desktop.x().values(window, "_NET_FRAME_EXTENTS");
     if (extents.size() < 4) {
         throw std::runtime_error("the window has no frame");
     }
     const Edges edges{static_cast<int>(extents[0]), static_cast<int>(extents[1]),
                       static_cast<int>(extents[2]), static_cast<int>(extents[3])};
-    std::vector<std::vector<std::string>> wmctrl;
-    std::vector<std::vector<std::string>> xdotool;
-    for (const Frame& place : places) {
+    const auto code = [](Key key) { return std::to_string(static_cast<int>(key)); };
+    std::vector<std::string> command{BARE_DAEMON_PATH};
+    for (std::size_t i = 0; i < places.size(); ++i) {
+        const Frame& place = places[i];
         const Frame client = shrunk(place, edges);
-        const auto width = std::to_string(client.width);
-        const auto height = std::to_string(client.height);
-        wmctrl.push_back({"wmctrl", "-r", ":ACTIVE:", "-e",
-                          "1," + std::to_string(place.x) + "," + std::to_string(place.y) + "," +
-                              width + "," + height});
         const Frame& corner = hints.keepsClientCorner ? client : place;
-        xdotool.push_back({"xdotool", "getactivewindow", "windowmove", std::to_string(corner.x),
-                           std::to_string(corner.y), "windowsize", width, height});
+        command.insert(command.end(),
+                       {"move", code(bareKeys[i]), std::to_string(place.x), std::to_string(place.y),
+                        std::to_string(place.width), std::to_string(place.height)});
+        command.insert(command.end(),
+                       {"run", code(wmctrlKeys[i]),
+                        "wmctrl -r :ACTIVE: -e " +
+                            joined({1, place.x, place.y, client.width, client.height}, ',')});
+        command.insert(command.end(),
+                       {"run", code(xdotoolKeys[i]),
+                        "xdotool getactivewindow windowmove " + joined({corner.x, corner.y}, ' ') +
+                            " windowsize " + joined({client.width, client.height}, ' ')});
     }
-    std::vector<std::unique_ptr<Contender>> contenders;
-    contenders.push_back(
-        std::make_unique<CommandContender>("wmctrl -r :ACTIVE: -e", desktop, std::move(wmctrl)));
-    contenders.push_back(std::make_unique<CommandContender>("xdotool windowmove windowsize",
-                                                            desktop, std::move(xdotool)));
-    return contenders;
+    return command;
 }
 
 void measureClient(Report& report, const std::string& title,
@@ -123,32 +125,29 @@ void measureClient(Report& report, const std::string& title,
     const xcb_window_t window = desktop.windows().waitForWindowOf(client.pid());
     desktop.windows().activate(window);
     desktop.windows().place(window, places.back());
-    desktop::Process& bareDaemon = desktop.start(bareDaemonCommand());
-
     const PlacementHints hints = placementHints(desktop.x(), window);
-    std::vector<std::unique_ptr<Contender>> contenders;
-    contenders.push_back(std::make_unique<KeyContender>("tessellon", desktop, program.process(),
-                                                        std::vector{Key::leftControl, Key::leftAlt},
-                                                        std::vector{Key::u, Key::right}));
-    contenders.push_back(
-        std::make_unique<KeyContender>("bare daemon", desktop, bareDaemon,
-                                       std::vector{Key::leftControl, Key::leftAlt, Key::leftShift},
-                                       std::vector{Key::u, Key::right}));
-    for (auto& contender : commandsFor(desktop, window, hints)) {
-        contenders.push_back(std::move(contender));
-    }
+    desktop::Process& daemon = desktop.start(daemonCommand(desktop, window, hints));
+
+    const std::vector<Key> ownModifiers{Key::leftControl, Key::leftAlt};
+    const std::vector<Key> daemonModifiers{Key::leftControl, Key::leftAlt, Key::leftShift};
+    std::deque<Contender> contenders;
+    contenders.emplace_back("tessellon", desktop, program.process(), ownModifiers, snapKeys);
+    contenders.emplace_back("bare daemon", desktop, daemon, daemonModifiers, bareKeys);
+    contenders.emplace_back("wmctrl -r :ACTIVE: -e", desktop, daemon, daemonModifiers, wmctrlKeys);
+    contenders.emplace_back("xdotool windowmove windowsize", desktop, daemon, daemonModifiers,
+                            xdotoolKeys);
     FrameObserver observer(desktop.display());
     observer.watch(window);
     // The first snap creates the settings file, so there is a folder to watch.
     const FolderWatcher settings(program.settingsFile().parent_path());
     for (auto& contender : contenders) {
-        contender->pause();
+        contender.pause();
     }
 
     std::vector<Samples> samples(contenders.size());
     for (int round = -1; round < rounds; ++round) {
         for (std::size_t i = 0; i < contenders.size(); ++i) {
-            Contender& contender = *contenders[i];
+            Contender& contender = contenders[i];
             contender.resume();
             for (std::size_t place = 0; place < places.size(); ++place) {
                 contender.prepare();
@@ -170,13 +169,14 @@ void measureClient(Report& report, const std::string& title,
             contender.pause();
         }
     }
-    contenders.front()->resume();
-    bareDaemon.signal(SIGCONT);
+    for (auto& contender : contenders) {
+        contender.resume();
+    }
 
     report.section("From the key press to the window in its frame: " + title);
     const Milliseconds own = median(samples.front().times);
     for (std::size_t i = 0; i < contenders.size(); ++i) {
-        const auto& name = contenders[i]->name();
+        const auto& name = contenders[i].name();
         Row row = timeRow(name, samples[i].times);
         if (i > 0) {
             const Milliseconds other = median(samples[i].times);

@@ -1,6 +1,7 @@
 // Eight windows brought into a tiling, beside one window that is snapped: in this process, where
 // only the operation itself counts, and by key press, where the programs' own work counts too.
 #include "app/preferences.h"
+#include "bare_mover.h"
 #include "contenders.h"
 #include "engine/placement.h"
 #include "engine/window_engine.h"
@@ -12,9 +13,13 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <cstdint>
 #include <cstdlib>
+#include <optional>
+#include <span>
 #include <stdexcept>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace tessellon::benchmarks {
@@ -57,16 +62,53 @@ std::vector<Frame> tiledFrames(double masterShare) {
 struct Times {
     std::vector<Milliseconds> snap;
     std::vector<Milliseconds> tile;
-
-    void addTo(Report& report, const std::string& how) const {
-        const double ratio = median(tile) / median(snap);
-        report.add(timeRow("snapping one window, " + how, snap));
-        report.add(timeRow("tiling 8 windows, " + how, tile, number(ratio) + " × one snap",
-                           Budget{"≤ " + number(mostOfSnap, 0) + " ×", ratio <= mostOfSnap}));
-    }
 };
 
-Times measureOperations() {
+double ratio(const Times& times) {
+    return median(times.tile) / median(times.snap);
+}
+
+void add(Report& report, const Times& times, const std::string& how,
+         std::optional<Budget> budget = std::nullopt) {
+    report.add(timeRow("one window, " + how, times.snap));
+    report.add(timeRow("eight windows, " + how, times.tile, number(ratio(times)) + " × one window",
+                       std::move(budget)));
+}
+
+Budget tilingBudget(const Times& times) {
+    return {"≤ " + number(mostOfSnap, 0) + " × one window", ratio(times) <= mostOfSnap};
+}
+
+struct Connection {
+    xcb_connection_t* xcb = xcb_connect(nullptr, nullptr);
+    Connection() = default;
+    ~Connection() { xcb_disconnect(xcb); }
+    Connection(const Connection&) = delete;
+    Connection& operator=(const Connection&) = delete;
+};
+
+std::vector<BareMove> bareMoves(const std::vector<xcb_window_t>& windows,
+                                const std::vector<Frame>& frames) {
+    std::vector<BareMove> moves;
+    for (std::size_t i = 0; i < windows.size(); ++i) {
+        const Frame& frame = frames[i];
+        moves.push_back({windows[i], {frame.x, frame.y, frame.width, frame.height}});
+    }
+    return moves;
+}
+
+void checkTiled(WindowEngine& engine, const std::vector<Frame>& frames) {
+    for (const auto& [window, frame] : engine.windows().orderedVisibleWindows()) {
+        const auto here = [&shown = frame](const Frame& tile) {
+            return Rect{1.0 * tile.x, 1.0 * tile.y, 1.0 * tile.width, 1.0 * tile.height} == shown;
+        };
+        if (std::none_of(frames.begin(), frames.end(), here)) {
+            throw std::runtime_error("a window is in no tile");
+        }
+    }
+}
+
+void measureOperations(Report& report) {
     PrivateDesktop desktop;
     desktop.startWindowManager("openbox");
     const auto windows = startClocks(desktop);
@@ -86,29 +128,46 @@ Times measureOperations() {
         waitUntilQuiet(desktop.windowManagerProcess().pid());
         return time;
     };
+    const Connection connection;
+    BareMover mover(connection.xcb);
     constexpr std::array<double, 2> masterShares{0.5, 0.6};
+    const BareMove corner{windows.front(), {964, 8, 948, 528}};
     Times times;
-    for (int i = 0; i < 2 * rounds; ++i) {
-        const double share = masterShares[static_cast<std::size_t>(i) % masterShares.size()];
-        real.defaults().setDouble(preference::masterRatio, 100 * share);
-        const Milliseconds tile = timed([&] { engine.tile(); });
-        const auto frames = tiledFrames(share);
-        for (const auto& [window, frame] : engine.windows().orderedVisibleWindows()) {
-            const auto here = [&](const Frame& tileFrame) {
-                return Rect{1.0 * tileFrame.x, 1.0 * tileFrame.y, 1.0 * tileFrame.width,
-                            1.0 * tileFrame.height} == frame;
-            };
-            if (std::none_of(frames.begin(), frames.end(), here)) {
-                throw std::runtime_error("a window is in no tile");
+    Times bare;
+    std::uint64_t tileRoundTrips = 0;
+    std::uint64_t snapRoundTrips = 0;
+    for (int i = -1; i < rounds; ++i) {
+        for (const double share : masterShares) {
+            real.defaults().setDouble(preference::masterRatio, 100 * share);
+            auto roundTrips = real.roundTrips();
+            const Milliseconds tile = timed([&] { engine.tile(); });
+            tileRoundTrips = std::max(tileRoundTrips, real.roundTrips() - roundTrips);
+            checkTiled(engine, tiledFrames(share));
+            roundTrips = real.roundTrips();
+            const Milliseconds snap = timed([&] { engine.snap(SnapAction::topRight); });
+            snapRoundTrips = std::max(snapRoundTrips, real.roundTrips() - roundTrips);
+            if (i >= 0) {
+                times.tile.push_back(tile);
+                times.snap.push_back(snap);
             }
         }
-        const Milliseconds snap = timed([&] { engine.snap(SnapAction::topRight); });
-        if (i > 0) {
-            times.tile.push_back(tile);
-            times.snap.push_back(snap);
+        for (const double share : masterShares) {
+            const auto moves = bareMoves(windows, tiledFrames(share));
+            const Milliseconds tile = timed([&] { mover.move(moves); });
+            const Milliseconds snap = timed([&] { mover.move(std::span(&corner, 1)); });
+            if (i >= 0) {
+                bare.tile.push_back(tile);
+                bare.snap.push_back(snap);
+            }
         }
     }
-    return times;
+    add(report, times, "the operation", tilingBudget(times));
+    add(report, bare, "bare messages and a fence");
+    report.note("Round trips: " + std::to_string(snapRoundTrips) + " for a snap, " +
+                std::to_string(tileRoundTrips) + " for a tiling. The operation takes " +
+                number(median(times.snap) / median(bare.snap)) + " × and " +
+                number(median(times.tile) / median(bare.tile)) +
+                " × what the window manager takes for the bare messages.");
 }
 
 Times measureKeyPresses() {
@@ -127,10 +186,9 @@ Times measureKeyPresses() {
     }
     std::reverse(order.begin(), order.end());  // now front-most first
 
-    KeyContender snaps("snap", desktop, program.process(), {Key::leftControl, Key::leftAlt},
-                       {Key::i});
-    KeyContender tiles("tile", desktop, program.process(),
-                       {Key::leftControl, Key::leftAlt, Key::leftSuper}, {Key::t});
+    Contender snaps("snap", desktop, program.process(), {Key::leftControl, Key::leftAlt}, {Key::i});
+    Contender tiles("tile", desktop, program.process(),
+                    {Key::leftControl, Key::leftAlt, Key::leftSuper}, {Key::t});
     const auto timed = [&](Contender& contender, const std::vector<ExpectedFrame>& expected) {
         contender.prepare();
         program.waitUntilIdle();
@@ -169,8 +227,9 @@ Times measureKeyPresses() {
 
 void measureTiling(Report& report) {
     report.section("Tiling eight windows");
-    measureOperations().addTo(report, "the operation");
-    measureKeyPresses().addTo(report, "from the key press");
+    measureOperations(report);
+    const Times pressed = measureKeyPresses();
+    add(report, pressed, "from the key press", tilingBudget(pressed));
 }
 
 }  // namespace tessellon::benchmarks
