@@ -3,11 +3,15 @@
 #include "contenders.h"
 #include "frame_observer.h"
 #include "harness/program.h"
+#include "harness/wait.h"
 #include "sections.h"
 
 #include <array>
+#include <csignal>
+#include <cstdint>
 #include <deque>
 #include <filesystem>
+#include <fstream>
 #include <initializer_list>
 #include <optional>
 #include <stdexcept>
@@ -75,6 +79,7 @@ const Keys snapKeys{Key::u, Key::right};
 const Keys bareKeys{Key::u, Key::right};
 const Keys wmctrlKeys{Key::i, Key::j};
 const Keys xdotoolKeys{Key::k, Key::d};
+const Keys boundWmctrlKeys{Key::e, Key::f};
 
 std::string joined(std::initializer_list<int> numbers, char separator) {
     std::string result;
@@ -84,35 +89,75 @@ std::string joined(std::initializer_list<int> numbers, char separator) {
     return result;
 }
 
-/// One daemon for its own moves and for the commands. Each command gets the numbers that bring the
-/// visible frame to the place, so that nobody is measured on the way to another one.
-std::vector<std::string> daemonCommand(PrivateDesktop& desktop, xcb_window_t window,
-                                       const PlacementHints& hints) {
+/// The commands for one place. Each gets the numbers that bring the visible frame there, so that
+/// nobody is measured on the way to another place.
+struct Commands {
+    std::string wmctrl;
+    std::string xdotool;
+};
+
+std::vector<Commands> commandsFor(PrivateDesktop& desktop, xcb_window_t window,
+                                  const PlacementHints& hints) {
     const auto extents = desktop.x().values(window, "_NET_FRAME_EXTENTS");
     if (extents.size() < 4) {
         throw std::runtime_error("the window has no frame");
     }
     const Edges edges{static_cast<int>(extents[0]), static_cast<int>(extents[1]),
                       static_cast<int>(extents[2]), static_cast<int>(extents[3])};
-    const auto code = [](Key key) { return std::to_string(static_cast<int>(key)); };
-    std::vector<std::string> command{BARE_DAEMON_PATH};
-    for (std::size_t i = 0; i < places.size(); ++i) {
-        const Frame& place = places[i];
+    std::vector<Commands> commands;
+    for (const Frame& place : places) {
         const Frame client = shrunk(place, edges);
         const Frame& corner = hints.keepsClientCorner ? client : place;
-        command.insert(command.end(),
-                       {"move", code(bareKeys[i]), std::to_string(place.x), std::to_string(place.y),
-                        std::to_string(place.width), std::to_string(place.height)});
-        command.insert(command.end(),
-                       {"run", code(wmctrlKeys[i]),
-                        "wmctrl -r :ACTIVE: -e " +
-                            joined({1, place.x, place.y, client.width, client.height}, ',')});
-        command.insert(command.end(),
-                       {"run", code(xdotoolKeys[i]),
-                        "xdotool getactivewindow windowmove " + joined({corner.x, corner.y}, ' ') +
-                            " windowsize " + joined({client.width, client.height}, ' ')});
+        commands.push_back({"wmctrl -r :ACTIVE: -e " +
+                                joined({1, place.x, place.y, client.width, client.height}, ','),
+                            "xdotool getactivewindow windowmove " +
+                                joined({corner.x, corner.y}, ' ') + " windowsize " +
+                                joined({client.width, client.height}, ' ')});
     }
-    return command;
+    return commands;
+}
+
+/// One daemon for its own moves and for the commands.
+std::vector<std::string> daemonCommand(const std::vector<Commands>& commands) {
+    const auto code = [](Key key) { return std::to_string(static_cast<int>(key)); };
+    std::vector<std::string> words{BARE_DAEMON_PATH};
+    for (std::size_t i = 0; i < places.size(); ++i) {
+        const Frame& place = places[i];
+        words.insert(words.end(),
+                     {"move", code(bareKeys[i]), std::to_string(place.x), std::to_string(place.y),
+                      std::to_string(place.width), std::to_string(place.height)});
+        words.insert(words.end(), {"run", code(wmctrlKeys[i]), commands[i].wmctrl});
+        words.insert(words.end(), {"run", code(xdotoolKeys[i]), commands[i].xdotool});
+    }
+    return words;
+}
+
+/// Has the window manager itself run the commands, as users bind them there.
+void bindInOpenbox(PrivateDesktop& desktop, const std::vector<Commands>& commands) {
+    const std::array<std::string, places.size()> names{"C-A-S-e", "C-A-S-f"};
+    std::string bindings = "<keyboard>";
+    for (std::size_t i = 0; i < places.size(); ++i) {
+        bindings += "<keybind key=\"" + names[i] + "\"><action name=\"Execute\"><command>" +
+                    commands[i].wmctrl + "</command></action></keybind>";
+    }
+    const auto file = desktop.home() / ".config/openbox/rc.xml";
+    std::string settings = desktop::fileContents(file);
+    const std::string none = "<keyboard/>";
+    const auto at = settings.find(none);
+    if (at == std::string::npos) {
+        throw std::runtime_error("the window manager's settings are not as expected");
+    }
+    settings.replace(at, none.size(), bindings + "</keyboard>");
+    std::ofstream(file) << settings;
+    desktop.windowManagerProcess().signal(SIGUSR2);  // reads its settings again
+    const bool bound = desktop::waitUntil([&] {
+        return desktop.x().combinationIsHeld(
+            static_cast<std::uint8_t>(boundWmctrlKeys.front()),
+            XCB_MOD_MASK_CONTROL | XCB_MOD_MASK_1 | XCB_MOD_MASK_SHIFT);
+    });
+    if (!bound) {
+        throw std::runtime_error("the window manager does not take its keys");
+    }
 }
 
 void measureClient(Report& report, const std::string& title,
@@ -126,16 +171,21 @@ void measureClient(Report& report, const std::string& title,
     desktop.windows().activate(window);
     desktop.windows().place(window, places.back());
     const PlacementHints hints = placementHints(desktop.x(), window);
-    desktop::Process& daemon = desktop.start(daemonCommand(desktop, window, hints));
+    const auto commands = commandsFor(desktop, window, hints);
+    desktop::Process& daemon = desktop.start(daemonCommand(commands));
+    bindInOpenbox(desktop, commands);
 
     const std::vector<Key> ownModifiers{Key::leftControl, Key::leftAlt};
     const std::vector<Key> daemonModifiers{Key::leftControl, Key::leftAlt, Key::leftShift};
     std::deque<Contender> contenders;
     contenders.emplace_back("tessellon", desktop, program.process(), ownModifiers, snapKeys);
     contenders.emplace_back("bare daemon", desktop, daemon, daemonModifiers, bareKeys);
-    contenders.emplace_back("wmctrl -r :ACTIVE: -e", desktop, daemon, daemonModifiers, wmctrlKeys);
-    contenders.emplace_back("xdotool windowmove windowsize", desktop, daemon, daemonModifiers,
-                            xdotoolKeys);
+    contenders.emplace_back("wmctrl -r -e, run by a daemon", desktop, daemon, daemonModifiers,
+                            wmctrlKeys);
+    contenders.emplace_back("wmctrl -r -e, bound in openbox", desktop, daemon, daemonModifiers,
+                            boundWmctrlKeys);
+    contenders.emplace_back("xdotool windowmove windowsize, run by a daemon", desktop, daemon,
+                            daemonModifiers, xdotoolKeys);
     FrameObserver observer(desktop.display());
     observer.watch(window);
     // The first snap creates the settings file, so there is a folder to watch.
