@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <utility>
+#include <vector>
 
 namespace tessellon::x11 {
 namespace {
@@ -88,11 +89,22 @@ void X11HotKeyCenter::ungrab(HotKey& key) {
 }
 
 void X11HotKeyCenter::grabAllAgain() {
+    // The server announces a keyboard anew whenever another one of several is used. What is grabbed
+    // rightly stays so throughout: a press that falls between two grabs is lost.
+    std::vector<HotKey*> changed;
     for (auto& key : keys_) {
-        ungrab(key);
+        const bool stays = key.grabbedCode && key.grabbedCode == keyboard_.keyCode(key.keyCode) &&
+                           key.grabbedMask == keyboard_.modifierMask(key.modifiers) &&
+                           key.grabbedVariants == keyboard_.lockVariants();
+        if (!stays) {
+            changed.push_back(&key);
+        }
     }
-    for (auto& key : keys_) {
-        grab(key);
+    for (auto* key : changed) {
+        ungrab(*key);
+    }
+    for (auto* key : changed) {
+        grab(*key);
     }
 }
 
