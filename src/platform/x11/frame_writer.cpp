@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <chrono>
 #include <cmath>
 #include <cstdint>
 #include <utility>
@@ -59,7 +60,7 @@ bool FrameWriter::waitForWindowManager() {
 /// Maximised windows ignore requests on most window managers, and shaded ones keep no size, so both
 /// states are left first. Gives false when the window manager does not answer.
 bool FrameWriter::leaveSpecialStates(const Requests& requests) {
-    std::vector<std::pair<xcb_window_t, std::uint64_t>> awaitedShadows;
+    std::vector<std::pair<xcb_window_t, Extents>> awaitedShadows;
     bool sent = false;
     for (const auto& [id, request] : requests) {
         const auto* window = mirror_.find(id);
@@ -73,7 +74,7 @@ bool FrameWriter::leaveSpecialStates(const Requests& requests) {
                  connection_.atom(Atom::netWmStateMaximizedHorz), sourcePager, 0});
             sent = true;
             if (window->shadow) {
-                awaitedShadows.emplace_back(id, mirror_.shadowChanges(id));
+                awaitedShadows.emplace_back(id, *window->shadow);
             }
         }
         if (window->shaded && request.size) {
@@ -89,16 +90,29 @@ bool FrameWriter::leaveSpecialStates(const Requests& requests) {
     if (!waitForWindowManager()) {
         return false;
     }
-    connection_.pullUntil(
-        [&] {
-            return std::all_of(awaitedShadows.begin(), awaitedShadows.end(), [&](const auto& old) {
-                return mirror_.find(old.first) == nullptr ||
-                       mirror_.shadowChanges(old.first) != old.second;
-            });
-        },
-        awaitedShadows.empty() ? Seconds{0} : shadowTimeout);
-    mirror_.refresh();
+    awaitOtherShadows(awaitedShadows);
     return true;
+}
+
+/// Waits until the shadows are others than those given. Clients announce the same one again while
+/// they are at it, so it is the widths that count.
+void FrameWriter::awaitOtherShadows(const std::vector<std::pair<xcb_window_t, Extents>>& before) {
+    using Clock = std::chrono::steady_clock;
+    const auto deadline = Clock::now() + std::chrono::duration_cast<Clock::duration>(shadowTimeout);
+    for (const auto& [id, old] : before) {
+        for (const auto* window = mirror_.find(id); window != nullptr && window->shadow == old;
+             window = mirror_.find(id)) {
+            const auto announced = mirror_.shadowChanges(id);
+            const Seconds left = deadline - Clock::now();
+            if (left <= Seconds{0} ||
+                !connection_.pullUntil(
+                    [&, awaited = id] { return mirror_.shadowChanges(awaited) != announced; },
+                    left)) {
+                return;
+            }
+            mirror_.refresh();
+        }
+    }
 }
 
 void FrameWriter::send(const ClientWindow& window, const Request& request) const {

@@ -11,6 +11,7 @@
 #include <map>
 #include <optional>
 #include <set>
+#include <utility>
 #include <vector>
 
 #include <xcb/xcb.h>
@@ -45,6 +46,7 @@ class FrameWriter {
     using Requests = std::map<xcb_window_t, Request>;
 
     bool leaveSpecialStates(const Requests& requests);
+    void awaitOtherShadows(const std::vector<std::pair<xcb_window_t, Extents>>& before);
     void send(const ClientWindow& window, const Request& request) const;
     bool isSettled(const ClientWindow& window, const Request& request) const;
     bool waitForWindowManager();
