@@ -190,7 +190,7 @@ void DesktopWindows::maximize(xcb_window_t window) {
             const auto frame = visibleFrame(window);
             return hasState(window, "_NET_WM_STATE_MAXIMIZED_VERT") &&
                    hasState(window, "_NET_WM_STATE_MAXIMIZED_HORZ") && frame &&
-                   frame->width >= x_.width();
+                   frame->width >= x_.width() && edges(window, "_GTK_FRAME_EXTENTS") == Edges{};
         })) {
         throw std::runtime_error("the window did not become maximized");
     }
