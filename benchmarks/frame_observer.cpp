@@ -123,15 +123,18 @@ void FrameObserver::waitForEvents() {
 }
 
 Settling FrameObserver::measure(const std::function<void()>& action,
-                                const std::vector<ExpectedFrame>& expected) {
+                                const std::vector<ExpectedFrame>& expected,
+                                const std::function<bool()>& probe) {
     auto before = readFrames(expected);
     while (const Reply<xcb_generic_event_t> event{xcb_poll_for_event(connection_)}) {
     }
     const auto start = Clock::now();
     action();
     auto lastChange = start;
+    bool probed = false;
     while (true) {
         waitForEvents();
+        const bool probedNow = probe();
         auto frames = readFrames(expected);
         const auto now = Clock::now();
         if (frames != before) {
@@ -143,8 +146,9 @@ Settling FrameObserver::measure(const std::function<void()>& action,
             exact = exact && matches(before[i], expected[i]);
         }
         if (exact || now - lastChange > quiet) {
-            return {lastChange - start, exact};
+            return {lastChange - start, exact, probed};
         }
+        probed = probed || probedNow;
     }
 }
 

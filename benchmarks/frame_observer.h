@@ -28,6 +28,8 @@ struct Settling {
     Milliseconds time{};
     /// Whether all windows are where they were expected.
     bool exact = false;
+    /// Whether the probe said yes while a window was not in its frame yet.
+    bool probedEarly = false;
 };
 
 class FrameObserver {
@@ -42,9 +44,11 @@ class FrameObserver {
     void watch(xcb_window_t window);
 
     /// Does something and watches until the windows are in these visible frames. When some do not
-    /// get there, it stops after half a second without a change.
-    Settling measure(const std::function<void()>& action,
-                     const std::vector<ExpectedFrame>& expected);
+    /// get there, it stops after half a second without a change. The probe is asked before every
+    /// look at the frames.
+    Settling measure(
+        const std::function<void()>& action, const std::vector<ExpectedFrame>& expected,
+        const std::function<bool()>& probe = [] { return false; });
 
   private:
     std::vector<std::optional<desktop::Frame>> readFrames(

@@ -205,8 +205,8 @@ void measureClient(Report& report, const std::string& title,
                 settings.somethingHappened();
                 const Settling settling =
                     observer.measure([&] { contender.start(place); },
-                                     {{window, places[place], hints.cellWidth, hints.cellHeight}});
-                const bool written = settings.somethingHappened();
+                                     {{window, places[place], hints.cellWidth, hints.cellHeight}},
+                                     [&] { return settings.somethingHappened(); });
                 contender.finish(place);
                 waitUntilQuiet(client.pid());
                 if (round < 0) {
@@ -214,7 +214,7 @@ void measureClient(Report& report, const std::string& title,
                 }
                 samples[i].times.push_back(settling.time);
                 samples[i].misses += settling.exact ? 0 : 1;
-                samples[i].writtenBefore += written ? 1 : 0;
+                samples[i].writtenBefore += settling.probedEarly ? 1 : 0;
             }
             contender.pause();
         }

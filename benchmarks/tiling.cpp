@@ -141,12 +141,13 @@ void measureOperations(Report& report) {
             real.defaults().setDouble(preference::masterRatio, 100 * share);
             auto roundTrips = real.roundTrips();
             const Milliseconds tile = timed([&] { engine.tile(); });
-            tileRoundTrips = std::max(tileRoundTrips, real.roundTrips() - roundTrips);
+            const auto tileTrips = real.roundTrips() - roundTrips;
             checkTiled(engine, tiledFrames(share));
             roundTrips = real.roundTrips();
             const Milliseconds snap = timed([&] { engine.snap(SnapAction::topRight); });
-            snapRoundTrips = std::max(snapRoundTrips, real.roundTrips() - roundTrips);
             if (i >= 0) {
+                snapRoundTrips = std::max(snapRoundTrips, real.roundTrips() - roundTrips);
+                tileRoundTrips = std::max(tileRoundTrips, tileTrips);
                 times.tile.push_back(tile);
                 times.snap.push_back(snap);
             }
