@@ -18,10 +18,11 @@ std::vector<Arrangement> ArrangementStore::load() const {
 
 void ArrangementStore::save(std::span<const Arrangement> arrangements) {
     if (auto json = encodeArrangements(arrangements)) {
-        if (defaults_.objectForKey(preference::arrangements) && !read()) {
-            defaults_.keepAside(preference::arrangements);
+        const bool isSafe = !defaults_.objectForKey(preference::arrangements) || read() ||
+                            defaults_.keepAside(preference::arrangements);
+        if (isSafe) {
+            defaults_.setObject(preference::arrangements, *std::move(json));
         }
-        defaults_.setObject(preference::arrangements, *std::move(json));
     }
     notifications_.post(notification::arrangementsChanged);
 }

@@ -54,7 +54,7 @@ Rect placeUnit(const Rect& unit, const Rect& area, double gap) {
     if (unit.maxY() < 1 - borderTolerance) {
         height -= half;
     }
-    return Rect{x, y, width, height}.integral();
+    return Rect{x, y, std::max(width, 0.0), std::max(height, 0.0)}.integral();
 }
 
 Rect placeWithMargin(const Rect& area, double margin) {

@@ -27,21 +27,37 @@ RestoreMemory::RestoreMemory(const WindowAccess& windows, const Applications& ap
                              UserDefaults& defaults)
     : windows_(windows), applications_(applications), defaults_(defaults) {
     load();
+    edited_ = defaults_.reloaded().subscribe([this] { adoptEdit(); });
 }
 
 void RestoreMemory::load() {
-    if (defaults_.objectForKey(preference::restoreMemory)) {
-        const auto data = defaults_.dataForKey(preference::restoreMemory);
-        auto decoded = data ? decodeMemories(*data) : std::nullopt;
-        if (decoded) {
-            records_ = std::move(*decoded);
-        } else {
-            defaults_.keepAside(preference::restoreMemory);
-        }
-    }
+    read();
     dropRecordsOfAbsentApplications();
     dropOldest();
     save();
+}
+
+void RestoreMemory::read() {
+    records_.clear();
+    if (!defaults_.objectForKey(preference::restoreMemory)) {
+        return;
+    }
+    const auto data = defaults_.dataForKey(preference::restoreMemory);
+    if (auto decoded = data ? decodeMemories(*data) : std::nullopt) {
+        records_ = std::move(*decoded);
+    } else {
+        storedIsSafe_ = defaults_.keepAside(preference::restoreMemory);
+    }
+}
+
+void RestoreMemory::adoptEdit() {
+    const auto stored = defaults_.dataForKey(preference::restoreMemory);
+    if (stored && stored == lastStored_) {
+        return;
+    }
+    read();
+    dropOldest();
+    std::erase_if(saved_, [this](const Binding& binding) { return !indexOf(binding.id); });
 }
 
 void RestoreMemory::dropRecordsOfAbsentApplications() {
@@ -109,7 +125,7 @@ void RestoreMemory::rememberWindow(const Rect& frame, const Element& window) {
         prune();
     }
     // One text that is not UTF-8 would keep all records from being stored.
-    Memory record{Uuid::random(), sanitizedUtf8(windows_.bundleIdentifier(window).value_or("")),
+    Memory record{Uuid::random(), windows_.bundleIdentifier(window).value_or(""),
                   windows_.title(window), frame, frame};
     saved_.push_back({window, record.id});
     records_.push_back(std::move(record));
@@ -203,7 +219,12 @@ void RestoreMemory::save() {
 }
 
 void RestoreMemory::store() {
+    storedIsSafe_ = storedIsSafe_ || defaults_.keepAside(preference::restoreMemory);
+    if (!storedIsSafe_) {
+        return;
+    }
     if (auto json = encodeMemories(records_)) {
+        lastStored_ = *json;
         defaults_.setObject(preference::restoreMemory, std::move(*json));
     } else {
         logWarning("the restore memory could not be written");

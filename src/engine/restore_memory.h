@@ -75,6 +75,8 @@ class RestoreMemory {
     };
 
     void load();
+    void read();
+    void adoptEdit();
     void dropRecordsOfAbsentApplications();
     void save();
     void store();
@@ -92,6 +94,10 @@ class RestoreMemory {
     std::vector<Binding> saved_;
     int deferrals_ = 0;
     bool unsaved_ = false;
+    /// False while the stored value is one that could be neither read nor copied aside.
+    bool storedIsSafe_ = true;
+    PropertyData lastStored_;
+    Token edited_;
 };
 
 }  // namespace tessellon

@@ -5,18 +5,15 @@
 // borders included, invisible shadows and resize margins left out.
 #pragma once
 
-#include <cstddef>
-#include <cstdint>
-#include <functional>
-#include <optional>
-#include <string>
-#include <string_view>
-#include <variant>
-#include <vector>
-
 #include "base/geometry.h"
 #include "base/token.h"
 #include "platform/types.h"
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <variant>
+#include <vector>
 
 namespace tessellon {
 
@@ -32,24 +29,22 @@ struct Element {
     bool operator==(const Element&) const = default;
 };
 
-/// What can be asked of an element. The comment gives the type of the value.
+/// What can be asked of an element, with the name that assistive technology knows it by and the
+/// type of the value.
 enum class Attribute : std::uint8_t {
-    focusedWindow,          // of an application: Element
-    windows,                // of an application: list of Element
-    position,               // Point
-    size,                   // Size
-    title,                  // string
-    role,                   // string
-    subrole,                // string
-    fullScreen,             // bool
-    minimized,              // bool
-    window,                 // of something inside a window: the Element of the window
-    parent,                 // Element
-    enhancedUserInterface,  // of an application: bool
+    focusedWindow,  // AXFocusedWindow, of an application: Element
+    windows,        // AXWindows, of an application, on the workspaces shown: list of Element
+    position,       // AXPosition: Point
+    size,           // AXSize: Size
+    title,          // AXTitle: string
+    role,           // AXRole: string
+    subrole,        // AXSubrole: string
+    fullScreen,     // AXFullScreen: bool
+    minimized,      // AXMinimized: bool
+    window,         // AXWindow, of something inside a window: the Element of the window
+    parent,         // AXParent: Element
+    enhancedUserInterface,  // AXEnhancedUserInterface, of an application: bool
 };
-
-/// The attribute's public name, such as "AXFocusedWindow".
-std::string_view attributeName(Attribute attribute);
 
 using AttributeValue =
     std::variant<Point, Size, std::string, bool, double, Element, std::vector<Element>>;
@@ -94,11 +89,3 @@ class Accessibility {
 };
 
 }  // namespace tessellon
-
-template <>
-struct std::hash<tessellon::Element> {
-    std::size_t operator()(const tessellon::Element& element) const noexcept {
-        return std::hash<std::uint64_t>{}(element.id * 31 + element.generation) ^
-               static_cast<std::size_t>(element.kind);
-    }
-};

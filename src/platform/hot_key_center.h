@@ -2,11 +2,12 @@
 // front.
 #pragma once
 
+#include "base/signal.h"
+#include "base/token.h"
+
 #include <cstdint>
 #include <functional>
 #include <optional>
-
-#include "base/token.h"
 
 namespace tessellon {
 
@@ -43,6 +44,14 @@ class HotKeyCenter {
     /// taken by somebody else or the keyboard has no such key.
     virtual std::optional<Token> registerHotKey(std::uint32_t keyCode, std::uint32_t modifiers,
                                                 HotKeyId id) = 0;
+
+    /// Emitted when keys or modifiers have moved on the keyboard: what is registered may not be
+    /// reached any more, what was refused may be free. Register everything anew.
+    const Signal<>& changed() const { return changed_; }
+
+  protected:
+    HotKeyCenter() = default;
+    Signal<> changed_;
 };
 
 }  // namespace tessellon

@@ -4,6 +4,8 @@
 #include <array>
 #include <charconv>
 #include <cmath>
+#include <limits>
+#include <system_error>
 #include <utility>
 
 namespace tessellon {
@@ -17,23 +19,23 @@ std::string_view trimmed(std::string_view text) {
     return text.substr(first, text.find_last_not_of(" \t\r\n") - first + 1);
 }
 
-/// The number a text begins with, 0 when it begins with none.
+/// The number a text begins with, 0 when it begins with none, infinite when it is too large.
 double leadingNumber(std::string_view text) {
     text = trimmed(text);
     if (text.starts_with('+')) {
         text.remove_prefix(1);
     }
     double value = 0;
-    std::from_chars(text.data(), text.data() + text.size(), value);
-    return value;
+    const auto result = std::from_chars(text.data(), text.data() + text.size(), value);
+    return result.ec == std::errc::result_out_of_range ? std::numeric_limits<double>::infinity()
+                                                       : value;
 }
 
-bool isYes(std::string_view text) {
+bool isWordForYes(std::string_view text) {
     std::string lower(trimmed(text));
     std::transform(lower.begin(), lower.end(), lower.begin(),
                    [](unsigned char c) { return c >= 'A' && c <= 'Z' ? c + 32 : c; });
-    return lower == "yes" || lower == "true" || lower == "y" || lower == "t" ||
-           leadingNumber(lower) != 0;
+    return lower == "yes" || lower == "true" || lower == "y" || lower == "t";
 }
 
 std::optional<double> asDouble(const PropertyValue& value) {
@@ -53,8 +55,6 @@ std::string numberText(double value) {
 }
 
 }  // namespace
-
-bool PropertyValue::isNumber() const { return number().has_value(); }
 
 std::optional<double> PropertyValue::number() const {
     if (const auto* flag = std::get_if<bool>(this)) {
@@ -86,19 +86,13 @@ std::optional<PropertyValue> UserDefaults::objectForKey(std::string_view key) co
 }
 
 bool UserDefaults::boolForKey(std::string_view key) const {
-    const auto value = objectForKey(key);
-    if (!value) {
-        return false;
+    if (const auto* value = stored(key)) {
+        const auto* text = std::get_if<std::string>(value);
+        if (text != nullptr && isWordForYes(*text)) {
+            return true;
+        }
     }
-    if (const auto* text = std::get_if<std::string>(&*value)) {
-        return isYes(*text);
-    }
-    const double number = value->number().value_or(0);
-    if (!std::isfinite(number)) {
-        const auto found = registered_.find(key);
-        return found != registered_.end() && found->second.number().value_or(0) != 0;
-    }
-    return number != 0;
+    return doubleForKey(key) != 0;
 }
 
 double UserDefaults::doubleForKey(std::string_view key) const {

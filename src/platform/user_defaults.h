@@ -2,6 +2,8 @@
 // them. The typed reads convert as a user who edits the file by hand would expect.
 #pragma once
 
+#include "base/signal.h"
+
 #include <cstdint>
 #include <functional>
 #include <map>
@@ -11,8 +13,6 @@
 #include <variant>
 #include <vector>
 
-#include "base/signal.h"
-
 namespace tessellon {
 
 struct PropertyValue;
@@ -21,11 +21,9 @@ using PropertyArray = std::vector<PropertyValue>;
 using PropertyDictionary = std::map<std::string, PropertyValue, std::less<>>;
 
 /// One value of a property list.
-struct PropertyValue
-    : std::variant<bool, std::int64_t, double, std::string, PropertyData, PropertyArray,
-                   PropertyDictionary> {
+struct PropertyValue : std::variant<bool, std::int64_t, double, std::string, PropertyData,
+                                    PropertyArray, PropertyDictionary> {
     using variant::variant;
-    bool isNumber() const;
     /// The value of a number (true counts as 1); nothing for anything else.
     std::optional<double> number() const;
 };
@@ -71,7 +69,8 @@ class UserDefaults {
 
     /// Saves a copy of the stored value where the user can find it, before it is replaced by
     /// something that could not be made of it. The stored value itself stays. Says so on stderr.
-    virtual void keepAside(std::string_view key) = 0;
+    /// False when no copy could be saved: the value is then not to be replaced.
+    virtual bool keepAside(std::string_view key) = 0;
 
     /// Emitted with the key after the stored value of a key has changed, by whomever. Writing the
     /// value that is stored already is no change.

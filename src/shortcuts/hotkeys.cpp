@@ -37,7 +37,8 @@ Hotkeys::Hotkeys(HotKeyCenter& center, KeyBindings& bindings, NotificationCenter
     : center_(center),
       bindings_(bindings),
       notifications_(notifications),
-      rebound_(bindings.rebound().subscribe([this] { registerHotkeys(); })) {}
+      rebound_(bindings.rebound().subscribe([this] { registerHotkeys(); })),
+      keyboardChanged_(center.changed().subscribe([this] { registerHotkeys(); })) {}
 
 void Hotkeys::setHandler(Handler handler) {
     if (hotkeyHandler_ || !handler) {
@@ -59,9 +60,16 @@ void Hotkeys::registerHotkeys() {
     notifications_.post(notification::hotkeysChanged);
 }
 
+void Hotkeys::registerChangedBindings() {
+    if (bindings_.bindings() != lastBindings_) {
+        registerHotkeys();
+    }
+}
+
 void Hotkeys::registerBindings() {
     std::vector<KeyCombo> done;
-    for (const auto& [target, combo] : bindings_.bindings()) {
+    lastBindings_ = bindings_.bindings();
+    for (const auto& [target, combo] : lastBindings_) {
         const bool isDone = std::any_of(
             done.begin(), done.end(),
             [&combo = combo](const KeyCombo& other) { return sameShortcut(combo, other); });

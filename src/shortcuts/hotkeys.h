@@ -42,6 +42,9 @@ class Hotkeys {
     /// notification::hotkeysChanged.
     void registerHotkeys();
 
+    /// The same, but only when the bindings differ from those registered last.
+    void registerChangedBindings();
+
     /// While true no hot key is registered, so that a recorder sees the keys. Changing it registers
     /// anew.
     bool recordingPause() const { return recordingPause_; }
@@ -69,12 +72,14 @@ class Hotkeys {
     KeyBindings& bindings_;
     NotificationCenter& notifications_;
     Handler hotkeyHandler_;
+    std::vector<KeyBinding> lastBindings_;
     std::vector<Token> registeredRefs_;
     std::vector<HotkeyTarget> registeredTargets_;
     std::unordered_set<HotkeyTarget> takenTargets_;
     bool recordingPause_ = false;
     Token eventHandler_;
     Token rebound_;
+    Token keyboardChanged_;
 };
 
 }  // namespace tessellon

@@ -47,8 +47,7 @@ void KeyBindings::setCombo(const std::optional<KeyCombo>& combo, const HotkeyTar
     } else {
         keymap.insert_or_assign(target.targetID(), combo.value_or(clearedCombo));
     }
-    if (auto json = encodeKeymap(keymap)) {
-        keepUnreadableKeymap();
+    if (auto json = encodeKeymap(keymap); json && mayReplaceKeymap()) {
         defaults_.setObject(preference::keymap, *std::move(json));
     }
 }
@@ -91,8 +90,9 @@ std::vector<KeyBinding> KeyBindings::bindings() const {
 
 void KeyBindings::resetToDefaults() {
     willReset_.emit();
-    keepUnreadableKeymap();
-    defaults_.removeObject(preference::keymap);
+    if (mayReplaceKeymap()) {
+        defaults_.removeObject(preference::keymap);
+    }
     rebound_.emit();
 }
 
@@ -147,10 +147,9 @@ std::optional<Keymap> KeyBindings::readKeymap() const {
     return data ? decodeKeymap(*data) : std::nullopt;
 }
 
-void KeyBindings::keepUnreadableKeymap() {
-    if (defaults_.objectForKey(preference::keymap) && !readKeymap()) {
-        defaults_.keepAside(preference::keymap);
-    }
+bool KeyBindings::mayReplaceKeymap() {
+    return !defaults_.objectForKey(preference::keymap) || readKeymap() ||
+           defaults_.keepAside(preference::keymap);
 }
 
 void KeyBindings::setArrangementCombo(const std::optional<KeyCombo>& combo, const Uuid& id) {

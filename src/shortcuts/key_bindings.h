@@ -81,7 +81,8 @@ class KeyBindings {
     static std::string title(const HotkeyTarget& target, const Stored& stored);
     static std::optional<KeyCombo> comboFor(const HotkeyTarget& target, const Stored& stored);
     std::optional<Keymap> readKeymap() const;
-    void keepUnreadableKeymap();
+    /// Keeps a stored keymap that cannot be read aside; false when that fails.
+    bool mayReplaceKeymap();
     void setArrangementCombo(const std::optional<KeyCombo>& combo, const Uuid& id);
 
     UserDefaults& defaults_;

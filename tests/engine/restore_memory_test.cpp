@@ -149,6 +149,40 @@ TEST_F(RestoreMemoryTest, KeepsAsideWhatItCannotRead) {
     EXPECT_EQ(defaults_.keptAside().size(), 2U) << "a text is not what is stored there";
 }
 
+TEST_F(RestoreMemoryTest, NeverReplacesWhatItCouldNeitherReadNorCopy) {
+    defaults_.setObject(preference::restoreMemory, bytes("[{]"));
+    defaults_.setRefusesCopies(true);
+    engine().snap(leftHalf, open(editor, before));
+    EXPECT_EQ(stored(), "[{]");
+    defaults_.setRefusesCopies(false);
+    engine().snap(leftHalf, open(browser, before));
+    ASSERT_EQ(defaults_.keptAside().size(), 1U);
+    EXPECT_EQ(defaults_.keptAside().at(0).value, PropertyValue(bytes("[{]")));
+    EXPECT_EQ(memory().records().size(), 2U);
+    EXPECT_NE(stored(), "[{]");
+}
+
+TEST_F(RestoreMemoryTest, AnEditFromOutsideIsTakenOverOrKeptAside) {
+    const auto window = open(editor, before);
+    engine().snap(leftHalf, window);
+    auto edited = memory().records();
+    edited.at(0).original = {1, 2, 900, 700};
+    defaults_.edit(preference::restoreMemory, *encodeMemories(edited));
+    engine().snap(restore, window);
+    EXPECT_EQ(at(window).frame, (Rect{1, 2, 900, 700}));
+
+    engine().snap(leftHalf, window);
+    defaults_.edit(preference::restoreMemory, bytes("mine"));
+    EXPECT_TRUE(memory().records().empty());
+    engine().snap(topHalf, window);
+    ASSERT_EQ(defaults_.keptAside().size(), 1U);
+    EXPECT_EQ(defaults_.keptAside().at(0).value, PropertyValue(bytes("mine")));
+
+    // An edit of another key is none of this one.
+    defaults_.edit(preference::gap, 0.0);
+    EXPECT_EQ(memory().records().size(), 1U);
+}
+
 TEST_F(RestoreMemoryTest, TheOldestBeyondTwoHundredGo) {
     std::vector<Memory> old;
     for (int i = 0; i < 200; ++i) {

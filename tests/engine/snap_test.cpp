@@ -130,6 +130,7 @@ TEST_F(SnapTest, TakesTheTargetForTheResultOfAWindowThatCannotBeReadBack) {
         reads = desktop_.accessibility().reads();
         desktop_.close(probe);
     }
+    int diedAfterTheMove = 0;
     for (int lifetime = 0; lifetime <= reads; ++lifetime) {
         const auto mortal = openFocused(before);
         at(mortal).readsBeforeItDies = lifetime;
@@ -137,9 +138,11 @@ TEST_F(SnapTest, TakesTheTargetForTheResultOfAWindowThatCannotBeReadBack) {
         engine().snap(leftHalf);
         if (engine().last()) {
             EXPECT_EQ(engine().last()->frame, leftHalfFrame) << lifetime;
+            diedAfterTheMove += desktop_.window(mortal) == nullptr ? 1 : 0;
         }
         desktop_.close(mortal);
     }
+    EXPECT_GT(diedAfterTheMove, 0);
     EXPECT_EQ(at(window).frame, before);
 }
 

@@ -109,5 +109,23 @@ TEST_F(Preferences, TamesNumbers) {
     EXPECT_EQ(effectiveAlmostPadding(defaults_), 0);
 }
 
+TEST_F(Preferences, ReadsNumbersAndAnswersThatWereTypedAsText) {
+    const auto isPaused = [this](const char* text) {
+        defaults_.setString(preference::paused, text);
+        return defaults_.boolForKey(preference::paused);
+    };
+    EXPECT_TRUE(isPaused("YES"));
+    EXPECT_TRUE(isPaused(" 1"));
+    EXPECT_FALSE(isPaused("no"));
+    EXPECT_FALSE(isPaused("nan")) << "not finite: the registered default";
+    EXPECT_FALSE(isPaused("infrequent"));
+    defaults_.setString(preference::cycle, "1e999");
+    EXPECT_TRUE(defaults_.boolForKey(preference::cycle));
+    defaults_.setString(preference::gap, "12 points");
+    EXPECT_EQ(effectiveGap(defaults_), 12);
+    defaults_.setString(preference::gap, "1e999");
+    EXPECT_EQ(effectiveGap(defaults_), 8);
+}
+
 }  // namespace
 }  // namespace tessellon

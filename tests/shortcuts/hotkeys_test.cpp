@@ -136,5 +136,28 @@ TEST_F(HotkeysTest, AHandlerMayRegisterAnew) {
     EXPECT_EQ(center.registeredCount(), 0U);
 }
 
+TEST_F(HotkeysTest, RegistersAnewWhenTheKeyboardChanges) {
+    center.holdByOthers(126, controlOptionKeys);
+    start();
+    center.releaseByOthers(126, controlOptionKeys);
+    center.changeKeyboard();
+    EXPECT_EQ(hotkeys.registeredCount(), 19U);
+    EXPECT_TRUE(hotkeys.takenTargets().empty());
+}
+
+TEST_F(HotkeysTest, LeavesHotKeysAloneWhenNoBindingHasChanged) {
+    start();
+    int registrations = 0;
+    const auto observer = notifications.observe(notification::hotkeysChanged,
+                                                [&](const std::any&) { ++registrations; });
+    defaults.setDouble(preference::gap, 3);
+    hotkeys.registerChangedBindings();
+    EXPECT_EQ(registrations, 0);
+    defaults.setBool(preference::tilingEnabled, true);
+    hotkeys.registerChangedBindings();
+    EXPECT_EQ(registrations, 1);
+    EXPECT_EQ(hotkeys.registeredCount(), 20U);
+}
+
 }  // namespace
 }  // namespace tessellon

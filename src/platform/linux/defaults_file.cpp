@@ -87,7 +87,8 @@ DefaultsFile::OnDisk DefaultsFile::readFile() {
         case FileContent::Outcome::missing:
             return OnDisk::missing;
         case FileContent::Outcome::failed:
-            sayOnce("the settings in " + path_.string() + " cannot be read: " + content.problem);
+            sayOnce("the settings in " + path_.string() + " cannot be read (" + content.problem +
+                    "); changes are kept in memory only");
             return OnDisk::unusable;
         case FileContent::Outcome::unreadable:
             return setAside(target, content.problem);
@@ -260,10 +261,10 @@ void DefaultsFile::sayOnce(const std::string& problem) {
     }
 }
 
-void DefaultsFile::keepAside(std::string_view key) {
+bool DefaultsFile::keepAside(std::string_view key) {
     const auto* value = stored(key);
     if (value == nullptr) {
-        return;
+        return true;
     }
     const auto* data = std::get_if<PropertyData>(value);
     const auto bytes = data != nullptr ? std::string(data->begin(), data->end())
@@ -276,8 +277,10 @@ void DefaultsFile::keepAside(std::string_view key) {
                    copy->string());
     } else if (error) {
         logWarning("the stored " + std::string(key) +
-                   " cannot be understood, nor a copy of it be kept: " + error.message());
+                   " cannot be understood, nor a copy of it be kept (" + error.message() +
+                   "); it stays as it is");
     }
+    return copy || !error;  // without either there was such a copy already
 }
 
 }  // namespace tessellon

@@ -39,7 +39,7 @@ class DefaultsFile final : public UserDefaults {
 
     /// Writes "KEY.unreadable-TIME.json" (data, as it is) or ".plist" (anything else) beside the
     /// file, once for each value.
-    void keepAside(std::string_view key) override;
+    bool keepAside(std::string_view key) override;
 
   private:
     enum class OnDisk { ours, missing, replaced, unusable };

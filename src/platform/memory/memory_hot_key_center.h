@@ -31,6 +31,9 @@ class MemoryHotKeyCenter final : public HotKeyCenter {
     /// Delivers an event as it is, for ids that are not registered and events that name none.
     HotKeyEventStatus post(const std::optional<HotKeyId>& id);
 
+    /// Keys have moved on the keyboard.
+    void changeKeyboard() { changed_.emit(); }
+
     /// The id under which a combination is registered.
     std::optional<HotKeyId> registeredId(std::uint32_t keyCode, std::uint32_t modifiers) const;
     std::size_t registeredCount() const { return state_->registered.size(); }

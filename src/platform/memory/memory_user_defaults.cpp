@@ -4,10 +4,20 @@
 
 namespace tessellon {
 
-void MemoryUserDefaults::keepAside(std::string_view key) {
+bool MemoryUserDefaults::keepAside(std::string_view key) {
+    if (refusesCopies_) {
+        return false;
+    }
     if (const auto* value = stored(key)) {
         keptAside_.push_back({std::string(key), *value});
     }
+    return true;
+}
+
+void MemoryUserDefaults::edit(std::string_view key, std::optional<PropertyValue> value) {
+    store(key, std::move(value));
+    changed_.emit(key);
+    reloaded_.emit();
 }
 
 const PropertyValue* MemoryUserDefaults::stored(std::string_view key) const {

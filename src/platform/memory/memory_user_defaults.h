@@ -16,10 +16,16 @@ class MemoryUserDefaults final : public UserDefaults {
         PropertyValue value;
     };
 
-    void keepAside(std::string_view key) override;
+    bool keepAside(std::string_view key) override;
 
     /// The copies made by keepAside, oldest first.
     const std::vector<KeptAside>& keptAside() const { return keptAside_; }
+
+    /// Whether there is room for copies.
+    void setRefusesCopies(bool refuses) { refusesCopies_ = refuses; }
+
+    /// Changes a stored value, or removes it, as somebody else would.
+    void edit(std::string_view key, std::optional<PropertyValue> value);
 
     /// Everything stored, registered defaults left out.
     const PropertyDictionary& storedValues() const { return values_; }
@@ -30,6 +36,7 @@ class MemoryUserDefaults final : public UserDefaults {
 
     PropertyDictionary values_;
     std::vector<KeptAside> keptAside_;
+    bool refusesCopies_ = false;
 };
 
 }  // namespace tessellon
