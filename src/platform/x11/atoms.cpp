@@ -8,11 +8,8 @@ namespace tessellon::x11 {
 namespace {
 
 constexpr std::array<std::string_view, static_cast<std::size_t>(Atom::count)> atomNames{
-    "UTF8_STRING",
-    "COMPOUND_TEXT",
     "WM_STATE",
     "WM_CLIENT_MACHINE",
-    "_NET_SUPPORTED",
     "_NET_SUPPORTING_WM_CHECK",
     "_NET_CLIENT_LIST",
     "_NET_ACTIVE_WINDOW",
@@ -34,8 +31,6 @@ constexpr std::array<std::string_view, static_cast<std::size_t>(Atom::count)> at
     "_NET_WM_STATE_FULLSCREEN",
     "_NET_WM_STATE_HIDDEN",
     "_NET_WM_STATE_SHADED",
-    "_NET_WM_STATE_SKIP_TASKBAR",
-    "_NET_WM_STATE_MODAL",
     "_NET_WM_WINDOW_TYPE",
     "_NET_WM_WINDOW_TYPE_NORMAL",
     "_NET_WM_WINDOW_TYPE_DIALOG",
@@ -43,6 +38,12 @@ constexpr std::array<std::string_view, static_cast<std::size_t>(Atom::count)> at
     "_NET_WM_WINDOW_TYPE_TOOLBAR",
     "_NET_WM_WINDOW_TYPE_MENU",
     "_NET_WM_WINDOW_TYPE_SPLASH",
+    "_NET_WM_WINDOW_TYPE_DROPDOWN_MENU",
+    "_NET_WM_WINDOW_TYPE_POPUP_MENU",
+    "_NET_WM_WINDOW_TYPE_TOOLTIP",
+    "_NET_WM_WINDOW_TYPE_NOTIFICATION",
+    "_NET_WM_WINDOW_TYPE_COMBO",
+    "_NET_WM_WINDOW_TYPE_DND",
     "_NET_WM_WINDOW_TYPE_DOCK",
     "_NET_WM_WINDOW_TYPE_DESKTOP",
     "EDID",

@@ -10,11 +10,8 @@ namespace tessellon::x11 {
 
 /// EWMH and ICCCM names unless the comment says otherwise.
 enum class Atom : std::size_t {
-    utf8String,
-    compoundText,
     wmState,
     wmClientMachine,
-    netSupported,
     netSupportingWmCheck,
     netClientList,
     netActiveWindow,
@@ -36,8 +33,6 @@ enum class Atom : std::size_t {
     netWmStateFullscreen,
     netWmStateHidden,
     netWmStateShaded,
-    netWmStateSkipTaskbar,
-    netWmStateModal,
     netWmWindowType,
     netWmWindowTypeNormal,
     netWmWindowTypeDialog,
@@ -45,6 +40,12 @@ enum class Atom : std::size_t {
     netWmWindowTypeToolbar,
     netWmWindowTypeMenu,
     netWmWindowTypeSplash,
+    netWmWindowTypeDropdownMenu,
+    netWmWindowTypePopupMenu,
+    netWmWindowTypeTooltip,
+    netWmWindowTypeNotification,
+    netWmWindowTypeCombo,
+    netWmWindowTypeDnd,
     netWmWindowTypeDock,
     netWmWindowTypeDesktop,
     edid,               // RandR output property

@@ -17,6 +17,7 @@ enum class WindowKind : std::uint8_t {
     standard,  // an ordinary window of an application
     dialog,
     floating,  // utility windows, torn-off tool bars and menus
+    passing,   // open menus, tooltips, notifications, things being dragged
     splash,
     dock,
     desktop,
@@ -54,7 +55,6 @@ struct ClientWindow {
     bool hiddenState = false;  // _NET_WM_STATE_HIDDEN
     bool iconic = false;       // WM_STATE
     bool shaded = false;
-    bool skipTaskbar = false;
 
     /// What the user sees of the window: decorations in, shadow out.
     Rect visibleFrame() const {

@@ -68,13 +68,17 @@ void Connection::dispatch() {
         return;
     }
     dispatching_ = true;
-    for (pull(); !pending_.empty(); pull()) {
-        const Event event = std::move(pending_.front());
-        pending_.pop_front();
-        action_.emit(*event);
-    }
-    idle_.emit();
-    xcb_flush(xcb_);
+    pull();
+    do {
+        for (; !pending_.empty(); pull()) {
+            const Event event = std::move(pending_.front());
+            pending_.pop_front();
+            action_.emit(*event);
+        }
+        idle_.emit();
+        xcb_flush(xcb_);
+        pull();  // what came while somebody waited for a reply would not wake the loop
+    } while (!pending_.empty());
     dispatching_ = false;
     if (!lostReported_ && xcb_connection_has_error(xcb_) != 0) {
         lostReported_ = true;

@@ -5,6 +5,9 @@
 #include <xkbcommon/xkbcommon-x11.h>
 
 // The header names a member with a C++ keyword.
+#ifdef __clang__
+#pragma clang diagnostic ignored "-Wkeyword-macro"
+#endif
 #define explicit explicit_
 #include <xcb/xkb.h>
 #undef explicit
@@ -91,11 +94,15 @@ Keyboard::Keyboard(Connection& connection) : connection_(connection) {
                                            XCB_XKB_PER_CLIENT_FLAG_DETECTABLE_AUTO_REPEAT,
                                            XCB_XKB_PER_CLIENT_FLAG_DETECTABLE_AUTO_REPEAT, 0, 0, 0);
     }
-    load();
+    map_ = read();
     listener_ = connection_.addStateListener([this](const auto& event) { onEvent(event); });
     reloader_ = connection_.idle().subscribe([this] {
-        if (std::exchange(stale_, false)) {
-            load();
+        if (!std::exchange(stale_, false)) {
+            return;
+        }
+        auto map = read();
+        if (map != map_) {
+            map_ = std::move(map);
             changed_.emit();
         }
     });
@@ -113,8 +120,8 @@ void Keyboard::onEvent(const xcb_generic_event_t& event) {
     }
 }
 
-void Keyboard::load() {
-    keyCodes_.clear();
+Keyboard::Map Keyboard::read() const {
+    Map map;
     if (hasXkb_) {
         const std::unique_ptr<xkb_context, ContextDeleter> context(
             xkb_context_new(XKB_CONTEXT_NO_DEFAULT_INCLUDES));
@@ -124,38 +131,41 @@ void Keyboard::load() {
                 ? xkb_x11_keymap_new_from_device(context.get(), connection_.xcb(), device,
                                                  XKB_KEYMAP_COMPILE_NO_FLAGS)
                 : nullptr);
+        connection_.countRoundTrip();
         for (std::uint32_t code = 0; keymap && code < virtualKeyCodes; ++code) {
             const std::string name(xkbKeyName(code));
             const auto found = name.empty() ? XKB_KEYCODE_INVALID
                                             : xkb_keymap_key_by_name(keymap.get(), name.c_str());
             if (found != XKB_KEYCODE_INVALID && found <= 255) {
-                keyCodes_.emplace(name, static_cast<xcb_keycode_t>(found));
+                map.keyCodes.emplace(name, static_cast<xcb_keycode_t>(found));
             }
         }
-        connection_.countRoundTrip();
+    }
+    if (map.keyCodes.empty()) {
+        map.keyCodes = map_.keyCodes;  // better the keys as they were than none
     }
     const ModifierFinder finder(connection_);
-    alt_ = orElse(finder.maskOf({XKB_KEY_Alt_L, XKB_KEY_Alt_R, XKB_KEY_Meta_L}), XCB_MOD_MASK_1);
-    super_ = orElse(finder.maskOf({XKB_KEY_Super_L, XKB_KEY_Super_R}), XCB_MOD_MASK_4);
+    map.alt = orElse(finder.maskOf({XKB_KEY_Alt_L, XKB_KEY_Alt_R, XKB_KEY_Meta_L}), XCB_MOD_MASK_1);
+    map.super = orElse(finder.maskOf({XKB_KEY_Super_L, XKB_KEY_Super_R}), XCB_MOD_MASK_4);
     const std::array<std::uint16_t, 3> locks{XCB_MOD_MASK_LOCK, finder.maskOf({XKB_KEY_Num_Lock}),
                                              finder.maskOf({XKB_KEY_Scroll_Lock})};
-    locks_ = 0;
-    lockVariants_.assign(1, 0);
+    map.lockVariants.assign(1, 0);
     for (const auto lock : locks) {
         // A lock on a modifier that means something else here cannot be told from it.
-        if (lock == 0 || (locks_ & lock) != 0 || lock == alt_ || lock == super_) {
+        if (lock == 0 || (map.locks & lock) != 0 || lock == map.alt || lock == map.super) {
             continue;
         }
-        locks_ |= lock;
-        for (std::size_t i = 0, count = lockVariants_.size(); i < count; ++i) {
-            lockVariants_.push_back(static_cast<std::uint16_t>(lockVariants_[i] | lock));
+        map.locks |= lock;
+        for (std::size_t i = 0, count = map.lockVariants.size(); i < count; ++i) {
+            map.lockVariants.push_back(static_cast<std::uint16_t>(map.lockVariants[i] | lock));
         }
     }
+    return map;
 }
 
 std::optional<xcb_keycode_t> Keyboard::keyCode(std::uint32_t virtualKeyCode) const {
-    const auto found = keyCodes_.find(xkbKeyName(virtualKeyCode));
-    if (found == keyCodes_.end()) {
+    const auto found = map_.keyCodes.find(xkbKeyName(virtualKeyCode));
+    if (found == map_.keyCodes.end()) {
         return std::nullopt;
     }
     return found->second;
@@ -168,16 +178,16 @@ std::uint16_t Keyboard::modifierMask(std::uint32_t hotKeyModifiers) const {
             mask = static_cast<std::uint16_t>(mask | bits);
         }
     };
-    add(hot_key_modifier::command, super_);
+    add(hot_key_modifier::command, map_.super);
     add(hot_key_modifier::shift, XCB_MOD_MASK_SHIFT);
-    add(hot_key_modifier::option, alt_);
+    add(hot_key_modifier::option, map_.alt);
     add(hot_key_modifier::control, XCB_MOD_MASK_CONTROL);
     return mask;
 }
 
 std::uint16_t Keyboard::withoutLocks(std::uint16_t state) const {
     // Above the eight modifiers are the pointer's buttons and the keyboard group.
-    return static_cast<std::uint16_t>(state & 0xff & ~locks_);
+    return static_cast<std::uint16_t>(state & 0xff & ~map_.locks);
 }
 
 }  // namespace tessellon::x11

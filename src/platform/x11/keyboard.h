@@ -37,25 +37,31 @@ class Keyboard {
 
     /// Every combination of the locks that can be on (Caps Lock, Num Lock, Scroll Lock), none
     /// first.
-    const std::vector<std::uint16_t>& lockVariants() const { return lockVariants_; }
+    const std::vector<std::uint16_t>& lockVariants() const { return map_.lockVariants; }
 
-    /// Emitted after keys or modifiers moved.
+    /// Emitted after keys or modifiers moved. The server also announces the keyboard anew whenever
+    /// another one of several is used; as long as they agree, nothing has changed.
     const Signal<>& changed() const { return changed_; }
 
   private:
-    struct Mapping;
-    void load();
+    /// What the key codes and modifiers are good for.
+    struct Map {
+        std::map<std::string, xcb_keycode_t, std::less<>> keyCodes;
+        std::uint16_t alt = 0;
+        std::uint16_t super = 0;
+        std::uint16_t locks = 0;
+        std::vector<std::uint16_t> lockVariants;
+        bool operator==(const Map&) const = default;
+    };
+
+    Map read() const;
     void onEvent(const xcb_generic_event_t& event);
 
     Connection& connection_;
     std::uint8_t xkbEvent_ = 0;
     bool hasXkb_ = false;
     bool stale_ = false;
-    std::map<std::string, xcb_keycode_t, std::less<>> keyCodes_;
-    std::uint16_t alt_ = 0;
-    std::uint16_t super_ = 0;
-    std::uint16_t locks_ = 0;
-    std::vector<std::uint16_t> lockVariants_;
+    Map map_;
     Signal<> changed_;
     Token listener_;
     Token reloader_;

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <string_view>
 
 namespace tessellon::x11 {
 namespace {
@@ -21,7 +22,7 @@ constexpr int mostPasses = 8;
 constexpr std::uint32_t mostClients = 65536;
 
 constexpr std::uint32_t identityFacets =
-    facet::process | facet::windowClass | facet::gtkApplicationId | facet::kind | facet::state;
+    facet::process | facet::windowClass | facet::gtkApplicationId | facet::kind;
 
 void selectEvents(const Connection& connection, xcb_window_t window, std::uint32_t mask) {
     xcb_change_window_attributes(connection.xcb(), window, XCB_CW_EVENT_MASK, &mask);
@@ -155,8 +156,9 @@ void WindowMirror::mark(xcb_window_t id, std::uint32_t facets) {
 }
 
 void WindowMirror::markByTopLevel(xcb_window_t id, std::uint32_t facets) {
-    if (const auto found = clientOfTopLevel_.find(id); found != clientOfTopLevel_.end()) {
-        mark(found->second, facets);
+    const auto [first, last] = clientsOfTopLevel_.equal_range(id);
+    for (auto client = first; client != last; ++client) {
+        mark(client->second, facets);
     }
 }
 
@@ -168,7 +170,7 @@ void WindowMirror::forget(xcb_window_t id) {
     // Nothing may point to it, also before the next refresh.
     std::erase(managed_, &found->second.window);
     std::erase(stacking_, &found->second.window);
-    std::erase_if(clientOfTopLevel_, [&](const auto& pair) { return pair.second == id; });
+    std::erase_if(clientsOfTopLevel_, [&](const auto& pair) { return pair.second == id; });
     dirtyWindows_.erase(id);
     windows_.erase(found);
     listsDirty_ = true;
@@ -374,8 +376,8 @@ void WindowMirror::readDirtyWindows() {
             gone.push_back(job.window->id);
         } else if ((job.facets & facet::parent) != 0) {
             const auto id = job.window->id;
-            std::erase_if(clientOfTopLevel_, [&](const auto& pair) { return pair.second == id; });
-            clientOfTopLevel_[job.window->topLevel] = id;
+            std::erase_if(clientsOfTopLevel_, [&](const auto& pair) { return pair.second == id; });
+            clientsOfTopLevel_.emplace(job.window->topLevel, id);
             listsDirty_ = true;
         }
     }
@@ -395,9 +397,16 @@ void WindowMirror::rebuildLists() {
     std::sort(managed_.begin(), managed_.end(),
               [](const auto* a, const auto* b) { return a->generation < b->generation; });
     for (auto child = rootChildren_.rbegin(); child != rootChildren_.rend(); ++child) {
-        const auto* window = findByTopLevel(*child);
-        if (window != nullptr && window->managed) {
-            stacking_.push_back(window);
+        const auto* seen = findByTopLevel(*child);
+        if (seen != nullptr && seen->managed) {
+            stacking_.push_back(seen);
+        }
+        const auto [first, last] = clientsOfTopLevel_.equal_range(*child);
+        for (auto client = first; client != last; ++client) {
+            const auto* window = find(client->second);
+            if (window != nullptr && window != seen && window->managed) {
+                stacking_.push_back(window);
+            }
         }
     }
     listsDirty_ = false;
@@ -431,8 +440,29 @@ const ClientWindow* WindowMirror::find(xcb_window_t id, std::uint64_t generation
 }
 
 const ClientWindow* WindowMirror::findByTopLevel(xcb_window_t topLevel) const {
-    const auto found = clientOfTopLevel_.find(topLevel);
-    return found != clientOfTopLevel_.end() ? find(found->second) : nullptr;
+    const ClientWindow* best = nullptr;
+    const auto [first, last] = clientsOfTopLevel_.equal_range(topLevel);
+    for (auto client = first; client != last; ++client) {
+        const auto* window = find(client->second);
+        if (window != nullptr && (best == nullptr || (window->viewable && !best->viewable))) {
+            best = window;
+        }
+    }
+    return best;
+}
+
+bool WindowMirror::isOnCurrentDesktop(const ClientWindow& window) const {
+    constexpr std::uint32_t allDesktops = 0xffffffff;
+    // Each monitor of theirs shows a desktop, and what is on none of those is unmapped.
+    constexpr std::array<std::string_view, 5> desktopPerMonitor{"i3", "bspwm", "awesome",
+                                                                "herbstluftwm", "qtile"};
+    if (std::find(desktopPerMonitor.begin(), desktopPerMonitor.end(), windowManagerName_) !=
+        desktopPerMonitor.end()) {
+        return window.viewable;
+    }
+    // The others have one current desktop, and the compositing ones keep the rest mapped.
+    const auto desktop = window.desktop.value_or(currentDesktop_);
+    return desktop == currentDesktop_ || desktop == allDesktops;
 }
 
 const ClientWindow* WindowMirror::activeWindow() const {

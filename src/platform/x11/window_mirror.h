@@ -47,8 +47,8 @@ class WindowMirror {
     /// The same, but null also when the id meanwhile belongs to another window.
     const ClientWindow* find(xcb_window_t id, std::uint64_t generation) const;
 
-    /// The client whose top-level ancestor (or itself) is this child of the root; null for windows
-    /// of the window manager itself, menus and the like.
+    /// The client whose top-level ancestor (or itself) is this child of the root, of several the
+    /// one that is seen; null for windows of the window manager itself, menus and the like.
     const ClientWindow* findByTopLevel(xcb_window_t topLevel) const;
 
     /// Managed windows, in the order they appeared.
@@ -60,7 +60,9 @@ class WindowMirror {
     /// What _NET_ACTIVE_WINDOW names, if that is a managed window.
     const ClientWindow* activeWindow() const;
 
-    std::uint32_t currentDesktop() const { return currentDesktop_; }
+    /// Whether the window belongs to what is shown now: the current desktop, or all of them.
+    bool isOnCurrentDesktop(const ClientWindow& window) const;
+
     /// _NET_WORKAREA of the current desktop, in root coordinates.
     std::optional<Rect> workArea() const { return workArea_; }
 
@@ -96,7 +98,7 @@ class WindowMirror {
     Connection& connection_;
     WindowReader reader_;
     std::unordered_map<xcb_window_t, Tracked> windows_;
-    std::unordered_map<xcb_window_t, xcb_window_t> clientOfTopLevel_;
+    std::unordered_multimap<xcb_window_t, xcb_window_t> clientsOfTopLevel_;  // tabs share one
     std::unordered_set<xcb_window_t> dirtyWindows_;
     std::vector<xcb_window_t> rootChildren_;  // bottom first
     std::vector<const ClientWindow*> managed_;

@@ -4,6 +4,7 @@
 #include <array>
 #include <climits>
 #include <string>
+#include <string_view>
 #include <utility>
 
 #include <unistd.h>
@@ -18,13 +19,32 @@ constexpr std::uint32_t propertyWords = 1024;  // of 4 bytes: the most that is r
 constexpr std::uint32_t iconicState = 3;       // ICCCM 4.1.3.1
 constexpr int deepestNesting = 32;             // of a client's window below the root
 
-std::string localHostName() {
-    std::array<char, HOST_NAME_MAX + 1> name{};
-    gethostname(name.data(), name.size() - 1);
-    return name.data();
+/// Whether a client's machine is the one we run on; either name may be given with its domain.
+bool isThisHost(std::string_view machine) {
+    std::array<char, HOST_NAME_MAX + 1> buffer{};
+    gethostname(buffer.data(), buffer.size() - 1);
+    const auto withoutDomain = [](std::string_view name) { return name.substr(0, name.find('.')); };
+    return withoutDomain(machine) == withoutDomain(buffer.data());
+}
+
+/// Whether the server tells the processes of its clients (X-Resource 1.2). To ask one that does not
+/// know the extension would end the connection.
+bool canTellProcesses(const Connection& connection) {
+    const auto* extension = xcb_get_extension_data(connection.xcb(), &xcb_res_id);
+    if (extension == nullptr || extension->present == 0) {
+        return false;
+    }
+    connection.countRoundTrip();
+    const Reply<xcb_res_query_version_reply_t> version(xcb_res_query_version_reply(
+        connection.xcb(), xcb_res_query_version_unchecked(connection.xcb(), 1, 2), nullptr));
+    return version && (version->server_major > 1 ||
+                       (version->server_major == 1 && version->server_minor >= 2));
 }
 
 }  // namespace
+
+WindowReader::WindowReader(const Connection& connection)
+    : connection_(connection), canTellProcesses_(canTellProcesses(connection)) {}
 
 struct WindowReader::Cookies {
     xcb_get_geometry_cookie_t geometry;
@@ -161,7 +181,6 @@ void WindowReader::collect(Job& job, const Cookies& cookies) const {
         window.fullScreen = has(Atom::netWmStateFullscreen);
         window.hiddenState = has(Atom::netWmStateHidden);
         window.shaded = has(Atom::netWmStateShaded);
-        window.skipTaskbar = has(Atom::netWmStateSkipTaskbar);
     }
     if (wants(facet::wmState)) {
         window.iconic = firstCardinal(rawProperty(property(cookies.wmState).get())) == iconicState;
@@ -201,8 +220,9 @@ void WindowReader::collect(Job& job, const Cookies& cookies) const {
         const auto netPid = property(cookies.netPid);
         const auto machine = property(cookies.machine);
         const auto claimed = firstCardinal(rawProperty(netPid.get())).value_or(0);
-        if (claimed > 0 && claimed <= INT_MAX &&
-            text(rawProperty(machine.get())) == localHostName()) {
+        const auto host = text(rawProperty(machine.get()));
+        job.isRemote = !host.empty() && !isThisHost(host);
+        if (claimed > 0 && claimed <= INT_MAX && !host.empty() && !job.isRemote) {
             window.pid = static_cast<Pid>(claimed);
         } else {
             // A client of another machine, or one that tells nothing: its connection stands in for
@@ -214,13 +234,19 @@ void WindowReader::collect(Job& job, const Cookies& cookies) const {
 }
 
 WindowKind WindowReader::kindOf(const RawProperty& types, bool isTransient) const {
-    const std::array<std::pair<Atom, WindowKind>, 8> table{{
+    const std::array<std::pair<Atom, WindowKind>, 14> table{{
         {Atom::netWmWindowTypeNormal, WindowKind::standard},
         {Atom::netWmWindowTypeDialog, WindowKind::dialog},
         {Atom::netWmWindowTypeUtility, WindowKind::floating},
         {Atom::netWmWindowTypeToolbar, WindowKind::floating},
         {Atom::netWmWindowTypeMenu, WindowKind::floating},
         {Atom::netWmWindowTypeSplash, WindowKind::splash},
+        {Atom::netWmWindowTypeDropdownMenu, WindowKind::passing},
+        {Atom::netWmWindowTypePopupMenu, WindowKind::passing},
+        {Atom::netWmWindowTypeTooltip, WindowKind::passing},
+        {Atom::netWmWindowTypeNotification, WindowKind::passing},
+        {Atom::netWmWindowTypeCombo, WindowKind::passing},
+        {Atom::netWmWindowTypeDnd, WindowKind::passing},
         {Atom::netWmWindowTypeDock, WindowKind::dock},
         {Atom::netWmWindowTypeDesktop, WindowKind::desktop},
     }};
@@ -267,9 +293,14 @@ void WindowReader::findTopLevels(std::span<Job> jobs) const {
 }
 
 void WindowReader::readProcesses(std::span<Job> jobs) const {
+    // The process behind a remote client's connection is a tunnel that it shares with others.
+    const auto asks = [this](const Job& job) {
+        return canTellProcesses_ && (job.facets & facet::process) != 0 && !job.gone &&
+               !job.isRemote;
+    };
     std::vector<xcb_res_client_id_spec_t> specs;
     for (const auto& job : jobs) {
-        if ((job.facets & facet::process) != 0 && !job.gone) {
+        if (asks(job)) {
             specs.push_back({job.window->id, XCB_RES_CLIENT_ID_MASK_LOCAL_CLIENT_PID});
         }
     }
@@ -283,7 +314,7 @@ void WindowReader::readProcesses(std::span<Job> jobs) const {
                                            static_cast<std::uint32_t>(specs.size()), specs.data()),
         nullptr));
     if (!reply) {
-        return;  // no X-Resource 1.2: what the windows claim has to do
+        return;
     }
     for (auto ids = xcb_res_query_client_ids_ids_iterator(reply.get()); ids.rem > 0;
          xcb_res_client_id_value_next(&ids)) {
@@ -294,8 +325,7 @@ void WindowReader::readProcesses(std::span<Job> jobs) const {
         const auto pid = static_cast<Pid>(*xcb_res_client_id_value_value(ids.data));
         const auto base = connection_.clientBase(ids.data->spec.client);
         for (auto& job : jobs) {
-            if ((job.facets & facet::process) != 0 && pid > 0 &&
-                connection_.clientBase(job.window->id) == base) {
+            if (asks(job) && pid > 0 && connection_.clientBase(job.window->id) == base) {
                 job.window->pid = pid;
             }
         }

@@ -34,7 +34,7 @@ inline constexpr std::uint32_t all = (1U << 15) - 1;
 
 class WindowReader {
   public:
-    explicit WindowReader(const Connection& connection) : connection_(connection) {}
+    explicit WindowReader(const Connection& connection);
 
     /// The facet that a change of this property concerns; 0 for properties that nobody reads.
     std::uint32_t facetOf(xcb_atom_t property) const;
@@ -44,6 +44,8 @@ class WindowReader {
         std::uint32_t facets = 0;
         /// Set when the window has died.
         bool gone = false;
+        /// Set, with facet::process, for a client that runs on another machine.
+        bool isRemote = false;
     };
 
     /// Fills in the asked facets of every window. Follows parents up to the root, so a window that
@@ -59,6 +61,7 @@ class WindowReader {
     WindowKind kindOf(const RawProperty& types, bool isTransient) const;
 
     const Connection& connection_;
+    bool canTellProcesses_;
 };
 
 }  // namespace tessellon::x11

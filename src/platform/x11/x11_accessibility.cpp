@@ -26,6 +26,7 @@ std::string_view subroleOf(WindowKind kind) {
             return "AXDialog";
         case WindowKind::floating:
             return "AXFloatingWindow";
+        case WindowKind::passing:
         case WindowKind::splash:
         case WindowKind::dock:
         case WindowKind::desktop:
@@ -34,12 +35,9 @@ std::string_view subroleOf(WindowKind kind) {
     return "AXUnknown";
 }
 
-bool isMinimized(const ClientWindow& window, std::uint32_t currentDesktop) {
-    constexpr std::uint32_t allDesktops = 0xffffffff;
-    const auto desktop = window.desktop.value_or(currentDesktop);
-    const bool elsewhere = desktop != currentDesktop && desktop != allDesktops;
-    // Some window managers iconify what is on another desktop, and call shaded windows hidden.
-    return !elsewhere && !window.shaded && (window.hiddenState || window.iconic);
+bool isMinimized(const ClientWindow& window) {
+    // Some window managers call shaded windows hidden or iconic, too.
+    return !window.shaded && (window.hiddenState || window.iconic);
 }
 
 }  // namespace
@@ -133,7 +131,7 @@ std::optional<AttributeValue> X11Accessibility::readApplication(Pid pid,
     if (attribute == Attribute::windows) {
         std::vector<Element> windows;
         for (const auto* window : mirror_.stacking()) {
-            if (window->pid == pid) {
+            if (window->pid == pid && mirror_.isOnCurrentDesktop(*window)) {
                 windows.push_back(elementOf(*window));
             }
         }
@@ -145,7 +143,8 @@ std::optional<AttributeValue> X11Accessibility::readApplication(Pid pid,
             return elementOf(*active);
         }
         for (const auto* window : mirror_.stacking()) {
-            if (window->pid == pid && !isMinimized(*window, mirror_.currentDesktop())) {
+            if (window->pid == pid && mirror_.isOnCurrentDesktop(*window) &&
+                !isMinimized(*window)) {
                 return elementOf(*window);
             }
         }
@@ -178,7 +177,7 @@ std::optional<AttributeValue> X11Accessibility::readWindow(const ClientWindow& w
         case Attribute::fullScreen:
             return window.fullScreen;
         case Attribute::minimized:
-            return isMinimized(window, mirror_.currentDesktop());
+            return isMinimized(window);
         case Attribute::parent:
             return applicationElement(window.pid);
         case Attribute::focusedWindow:

@@ -1,5 +1,9 @@
 #include "platform/x11/x11_applications.h"
 
+#include "base/text.h"
+
+#include <algorithm>
+#include <string_view>
 #include <utility>
 
 #include <unistd.h>
@@ -11,6 +15,15 @@ ActivationPolicy policyOf(const ClientWindow& window) {
     const bool works = window.kind == WindowKind::standard || window.kind == WindowKind::dialog ||
                        window.kind == WindowKind::floating;
     return works ? ActivationPolicy::regular : ActivationPolicy::accessory;
+}
+
+/// An identifier in a form that lists of identifiers, one a line, can hold.
+std::string asIdentifier(std::string_view name) {
+    std::string identifier = sanitizedUtf8(name);
+    std::replace_if(
+        identifier.begin(), identifier.end(),
+        [](char c) { return (c >= 0 && c < ' ') || c == 0x7f; }, ' ');
+    return std::string(trimWhitespace(identifier));
 }
 
 }  // namespace
@@ -31,12 +44,12 @@ RunningApplication X11Applications::describe(const ClientWindow& window) const {
         hints.executable = executableOf_(window.pid).value_or("");
     }
     if (const auto installed = directory_.lookUp(hints)) {
-        application.bundleIdentifier = installed->identifier;
+        application.bundleIdentifier = asIdentifier(installed->identifier);
         application.localizedName = installed->name;
         return application;
     }
-    const auto& own =
-        window.windowClass.name.empty() ? window.windowClass.instance : window.windowClass.name;
+    const auto own = asIdentifier(window.windowClass.name.empty() ? window.windowClass.instance
+                                                                  : window.windowClass.name);
     if (!own.empty()) {
         application.bundleIdentifier = own;
     }

@@ -1,4 +1,5 @@
-// The applications port on X11: whoever has managed windows is a running application.
+// The applications port on X11: whoever has managed windows is a running application. X11 hides
+// windows one by one and knows no hidden applications, so none is ever called hidden.
 #pragma once
 
 #include "platform/application_directory.h"

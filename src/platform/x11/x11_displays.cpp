@@ -163,9 +163,20 @@ std::vector<Monitor> X11Displays::readMonitors() const {
     std::stable_sort(found.begin(), found.end(), [](const auto& a, const auto& b) {
         return a.monitor.primary && !b.monitor.primary;
     });
+    // Outputs that show the same picture are one screen to the user.
+    std::vector<Named> distinct;
+    for (auto& named : found) {
+        if (std::none_of(distinct.begin(), distinct.end(), [&](const auto& other) {
+                return other.monitor.frame == named.monitor.frame;
+            })) {
+            distinct.push_back(std::move(named));
+        } else {
+            xcb_discard_reply(xcb, named.name.sequence);
+        }
+    }
     std::vector<std::uint32_t> outputs;
     connection_.countRoundTrip();
-    for (auto& named : found) {
+    for (auto& named : distinct) {
         const Reply<xcb_get_atom_name_reply_t> name(
             xcb_get_atom_name_reply(xcb, named.name, nullptr));
         if (name) {
@@ -213,7 +224,8 @@ void X11Displays::readIdentity(std::vector<Monitor>& monitors,
             ++uses[identity->uuid];
         }
     }
-    // Some makers give all their monitors the same data; the connector tells those apart.
+    // Some makers give all their monitors the same data; while two of them are connected, the
+    // connector tells them apart.
     for (auto& monitor : monitors) {
         if (monitor.uuid && uses[*monitor.uuid] > 1) {
             monitor.uuid = Uuid::fromName(*monitor.uuid + monitor.outputName).toString();

@@ -51,7 +51,7 @@ class X11Displays : public Displays {
     bool hasRandr_ = false;
     std::uint8_t firstRandrEvent_ = 0;
     mutable std::optional<std::vector<Monitor>> monitors_;  // first the primary one
-    mutable Size rootSize_;
+    Size rootSize_;
     bool announce_ = false;
     Token listener_;
     Token announcer_;

@@ -16,7 +16,7 @@ constexpr xcb_timestamp_t longestRepeatDelay = 2000;  // milliseconds
 X11HotKeyCenter::X11HotKeyCenter(Connection& connection, Keyboard& keyboard)
     : connection_(connection), keyboard_(keyboard) {
     listener_ = connection_.addActionListener([this](const auto& event) { onEvent(event); });
-    mapping_ = keyboard_.changed().subscribe([this] { grabAllAgain(); });
+    mapping_ = keyboard_.changed().subscribe([this] { changed_.emit(); });
 }
 
 Token X11HotKeyCenter::installHandler(Handler handler) {
@@ -86,26 +86,6 @@ void X11HotKeyCenter::ungrab(HotKey& key) {
                        static_cast<std::uint16_t>(key.grabbedMask | locks));
     }
     key.grabbedCode.reset();
-}
-
-void X11HotKeyCenter::grabAllAgain() {
-    // The server announces a keyboard anew whenever another one of several is used. What is grabbed
-    // rightly stays so throughout: a press that falls between two grabs is lost.
-    std::vector<HotKey*> changed;
-    for (auto& key : keys_) {
-        const bool stays = key.grabbedCode && key.grabbedCode == keyboard_.keyCode(key.keyCode) &&
-                           key.grabbedMask == keyboard_.modifierMask(key.modifiers) &&
-                           key.grabbedVariants == keyboard_.lockVariants();
-        if (!stays) {
-            changed.push_back(&key);
-        }
-    }
-    for (auto* key : changed) {
-        ungrab(*key);
-    }
-    for (auto* key : changed) {
-        grab(*key);
-    }
 }
 
 void X11HotKeyCenter::onEvent(const xcb_generic_event_t& event) {

@@ -34,7 +34,6 @@ class X11HotKeyCenter : public HotKeyCenter {
 
     bool grab(HotKey& key);
     void ungrab(HotKey& key);
-    void grabAllAgain();
     void onEvent(const xcb_generic_event_t& event);
     void press(const xcb_key_press_event_t& event);
 

@@ -10,6 +10,7 @@ int layerOf(WindowKind kind) {
             return 3;
         case WindowKind::dock:
             return 20;
+        case WindowKind::passing:
         case WindowKind::splash:
             return 25;
         case WindowKind::standard:
@@ -23,19 +24,15 @@ int layerOf(WindowKind kind) {
 }  // namespace
 
 std::optional<std::vector<WindowListEntry>> X11WindowList::onScreenWindows() const {
-    constexpr std::uint32_t allDesktops = 0xffffffff;
     mirror_.look();
     if (!mirror_.windowManagerAlive()) {
         return std::nullopt;
     }
-    const auto current = mirror_.currentDesktop();
     std::vector<WindowListEntry> entries;
     entries.reserve(mirror_.stacking().size());
     for (const auto* window : mirror_.stacking()) {
-        // Compositing window managers may keep the windows of other desktops mapped.
-        const auto desktop = window->desktop.value_or(current);
         if (window->viewable && window->kind != WindowKind::desktop &&
-            (desktop == current || desktop == allDesktops)) {
+            mirror_.isOnCurrentDesktop(*window)) {
             entries.push_back({layerOf(window->kind), window->pid, window->visibleFrame()});
         }
     }
