@@ -3,8 +3,11 @@
 #include "app/notification_names.h"
 #include "app/preferences.h"
 #include "arrangements/apply.h"
+#include "base/log.h"
+#include "shortcuts/key_labels.h"
 
 #include <string>
+#include <utility>
 #include <variant>
 
 namespace tessellon {
@@ -37,12 +40,14 @@ void AppDelegate::applicationDidFinishLaunching() {
     }
     healthTimer_ = services_.runLoop.every(healthCheckPeriod, [this] { healthCheck(); });
     // Shortcuts that came with an edit of the settings file count from now on.
-    settingsReloaded_ =
-        services_.engine.defaults.reloaded().subscribe([this] { hotkeys_.registerHotkeys(); });
+    settingsReloaded_ = services_.engine.defaults.reloaded().subscribe(
+        [this] { hotkeys_.registerChangedBindings(); });
 }
 
 void AppDelegate::startServices() {
     started_ = true;
+    hotkeysChanged_ = notifications_.observe(notification::hotkeysChanged,
+                                             [this](const auto&) { reportTakenShortcuts(); });
     hotkeys_.setHandler([this](const HotkeyTarget& target) { perform(target); });
 }
 
@@ -52,6 +57,19 @@ void AppDelegate::healthCheck() {
     }
     if (!started_) {
         startServices();
+    }
+}
+
+void AppDelegate::reportTakenShortcuts() {
+    std::string taken;
+    for (const auto& [target, combo] : keyBindings_.bindings()) {
+        if (hotkeys_.takenTargets().contains(target)) {
+            taken += taken.empty() ? "" : ", ";
+            taken += displayText(combo) + " (" + keyBindings_.title(target) + ")";
+        }
+    }
+    if (std::exchange(reportedTaken_, taken) != taken && !taken.empty()) {
+        logNotice("these shortcuts are taken by another program or an earlier shortcut: " + taken);
     }
 }
 

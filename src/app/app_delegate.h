@@ -12,6 +12,8 @@
 #include "shortcuts/hotkeys.h"
 #include "shortcuts/key_bindings.h"
 
+#include <string>
+
 namespace tessellon {
 
 /// The ports that the application is built on. It owns none of them.
@@ -44,6 +46,7 @@ class AppDelegate {
   private:
     void startServices();
     void healthCheck();
+    void reportTakenShortcuts();
     void perform(const HotkeyTarget& target);
 
     AppServices services_;
@@ -53,8 +56,10 @@ class AppDelegate {
     KeyBindings keyBindings_;
     Hotkeys hotkeys_;
     bool started_ = false;
+    std::string reportedTaken_;
     Token healthTimer_;
     Token settingsReloaded_;
+    Token hotkeysChanged_;
 };
 
 }  // namespace tessellon

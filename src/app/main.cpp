@@ -8,6 +8,7 @@
 #include "platform/linux/termination_signals.h"
 #include "platform/qt/qt_run_loop.h"
 #include "platform/x11/connection.h"
+#include "platform/x11/fence.h"
 #include "platform/x11/instance_lock.h"
 #include "platform/x11/keyboard.h"
 #include "platform/x11/window_mirror.h"
@@ -29,6 +30,8 @@ namespace {
 
 constexpr int exitCannotRun = 1;
 constexpr int exitUsage = 2;
+
+constexpr Seconds windowManagerStartTimeout{0.5};
 
 std::string environment(const char* name) {
     const char* value = std::getenv(name);
@@ -65,7 +68,7 @@ int run(int argc, char** argv) {
     }
     x11::InstanceLock lock(*connection);
     if (!lock.acquire()) {
-        logError("tessellon is running on this display already");
+        logError("another instance is running on this display already");
         return exitCannotRun;
     }
     const auto defaultsPath = standardDefaultsPath();
@@ -88,18 +91,25 @@ int run(int argc, char** argv) {
     x11::Keyboard keyboard(*connection);
     x11::X11HotKeyCenter hotKeyCenter(*connection, keyboard);
 
+    // A window manager that is just starting answers once it has taken over the windows that are
+    // there. Applications are known then, and no restore record is taken for that of an absent one.
+    x11::Fence(*connection).wait(windowManagerStartTimeout);
+
     AppDelegate delegate(
         {{accessibility, applications, displays, windowList, eventMonitors, defaults},
          hotKeyCenter,
          loop});
     const Token lost = connection->lost().subscribe([&loop] {
-        logError("the X11 display is gone; settings are saved");
+        logError("the X11 display is gone; tessellon saves the settings and ends");
         loop.quit(exitCannotRun);
     });
     connection->attach(loop);
     delegate.applicationDidFinishLaunching();
     // The first shortcut should not have to wait for the list of installed applications.
-    const Token warmUp = loop.after(Seconds{0}, [&applications] { applications.running(); });
+    const Token warmUp = loop.after(Seconds{0}, [&] {
+        directory.lookUp({"", "tessellon", "tessellon", ""});
+        applications.running();
+    });
 
     const int exitCode = loop.run();
     defaults.flush();
