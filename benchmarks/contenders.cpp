@@ -65,14 +65,14 @@ void Contender::prepare() {
     }
 }
 
-void Contender::start(std::size_t place) {
-    desktop_.keyboard().press(keys_.at(place));
+void Contender::start(std::size_t key) {
+    desktop_.keyboard().press(keys_.at(key));
 }
 
-void Contender::finish(std::size_t place) {
-    desktop_.keyboard().release(keys_.at(place));
-    for (auto key = modifiers_.rbegin(); key != modifiers_.rend(); ++key) {
-        desktop_.keyboard().release(*key);
+void Contender::finish(std::size_t key) {
+    desktop_.keyboard().release(keys_.at(key));
+    for (auto modifier = modifiers_.rbegin(); modifier != modifiers_.rend(); ++modifier) {
+        desktop_.keyboard().release(*modifier);
     }
 }
 
