@@ -12,8 +12,9 @@ void DesktopTest::useDesktop(const std::string& windowManagerName, Monitors moni
     desktop_->addDock(dockHeight);
 }
 
-void DesktopTest::useBareDesktop(Monitors monitors) {
-    desktop_ = std::make_unique<PrivateDesktop>(monitors);
+void DesktopTest::useBareDesktop(Monitors monitors,
+                                 const std::vector<std::string>& serverArguments) {
+    desktop_ = std::make_unique<PrivateDesktop>(monitors, serverArguments);
     program_ = std::make_unique<Program>(*desktop_);
 }
 

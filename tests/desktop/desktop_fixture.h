@@ -8,6 +8,7 @@
 
 #include <memory>
 #include <string>
+#include <vector>
 
 #include <gtest/gtest.h>
 
@@ -27,7 +28,8 @@ class DesktopTest : public ::testing::Test {
                     WindowManagerKeys keys = WindowManagerKeys::released);
 
     /// Starts a desktop that has no window manager yet.
-    void useBareDesktop(Monitors monitors = Monitors::one);
+    void useBareDesktop(Monitors monitors = Monitors::one,
+                        const std::vector<std::string>& serverArguments = {});
 
     /// Checks that the program still runs, ends it, and checks that it ended well and said nothing.
     void TearDown() override;

@@ -2,6 +2,8 @@
 // combinations that somebody else holds, a keyboard that somebody else holds.
 #include "desktop_fixture.h"
 
+#include <string>
+
 namespace tessellon::desktop {
 namespace {
 
@@ -33,7 +35,11 @@ TEST_P(KeyboardTest, aCombinationHeldBySomebodyElseStaysWithItsHolder) {
     if (IsSkipped()) {
         return;
     }
+    programMaySpeak();
     program().start();
+    EXPECT_NE(program().standardError().find("⌃⌥→ (Right half)"), std::string::npos)
+        << program().standardError();
+    EXPECT_EQ(program().standardError().find("⌃⌥U"), std::string::npos);
     const xcb_window_t window = startClock(original);
     const auto currentDesktop = [&] {
         return desktop().x().values(desktop().x().root(), "_NET_CURRENT_DESKTOP");

@@ -55,6 +55,26 @@ TEST_P(LayoutTest, tilesTheFrontMostWindowsOfADisplay) {
     EXPECT_EQ(snap(windows[2], Held::controlAlt, Key::backspace, originals[2]), originals[2]);
 }
 
+TEST_P(LayoutTest, windowsOfOtherDesktopsStayWhereTheyAre) {
+    useDesktop(GetParam());
+    if (IsSkipped()) {
+        return;
+    }
+    program().change({{"tilingEnabled", true}});
+    program().start();
+    const Frame original{150, 130, 640, 480};
+    const xcb_window_t elsewhere = startClock(original, "elsewhere");
+    desktop().windows().showDesktop(1);
+    desktop().keyboard().combination(Held::controlAltSuper, Key::t);
+    program().waitUntilIdle();
+    const xcb_window_t here = startClock(original, "here");
+    desktop().windows().activate(here);
+    desktop().keyboard().combination(Held::controlAltSuper, Key::t);
+    EXPECT_EQ(desktop().windows().settle(here, usableArea), usableArea);
+    desktop().windows().showDesktop(0);
+    EXPECT_EQ(desktop().windows().settle(elsewhere, original), original);
+}
+
 TEST_P(LayoutTest, anArrangementIsAppliedByItsShortcut) {
     useDesktop(GetParam());
     if (IsSkipped()) {

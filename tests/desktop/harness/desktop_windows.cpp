@@ -181,6 +181,14 @@ void DesktopWindows::activate(xcb_window_t window) {
     }
 }
 
+void DesktopWindows::showDesktop(std::uint32_t number) {
+    x_.tellRoot(x_.root(), "_NET_CURRENT_DESKTOP", {number, x_.serverTime(), 0, 0, 0});
+    if (!waitUntil(
+            [&] { return x_.values(x_.root(), "_NET_CURRENT_DESKTOP") == std::vector{number}; })) {
+        throw std::runtime_error("the window manager does not show that desktop");
+    }
+}
+
 void DesktopWindows::maximize(xcb_window_t window) {
     x_.tellRoot(window, "_NET_WM_STATE",
                 {stateAdd, x_.atom("_NET_WM_STATE_MAXIMIZED_VERT"),

@@ -51,6 +51,9 @@ class DesktopWindows {
     void maximize(xcb_window_t window);
     void minimize(xcb_window_t window);
 
+    /// Shows another desktop of the window manager's, and waits for it. Throws when it has none.
+    void showDesktop(std::uint32_t number);
+
     /// Asks the program to close the window, as the close button does.
     void close(xcb_window_t window);
 

@@ -78,7 +78,8 @@ std::pair<std::unique_ptr<Process>, std::string> startAnnouncing(std::vector<std
 
 }  // namespace
 
-PrivateDesktop::PrivateDesktop(Monitors monitors) : monitors_(monitors), home_(makeHome()) {
+PrivateDesktop::PrivateDesktop(Monitors monitors, const std::vector<std::string>& serverArguments)
+    : monitors_(monitors), home_(makeHome()) {
     const fs::path runtime = home_ / "run";
     fs::create_directories(runtime);
     fs::permissions(runtime, fs::perms::owner_all);
@@ -104,7 +105,7 @@ PrivateDesktop::PrivateDesktop(Monitors monitors) : monitors_(monitors), home_(m
             environment_[name] = value;
         }
     }
-    startServer();
+    startServer(serverArguments);
     startSessionBus();
 }
 
@@ -130,10 +131,12 @@ ProcessOptions PrivateDesktop::processOptions(const std::string& name) const {
     return options;
 }
 
-void PrivateDesktop::startServer() {
-    auto [server, number] = startAnnouncing(
-        {"Xvfb", "-screen", "0", "1920x1080x24", "-nolisten", "tcp", "-noreset", "-displayfd", ""},
-        processOptions("Xvfb"));
+void PrivateDesktop::startServer(const std::vector<std::string>& serverArguments) {
+    std::vector<std::string> command{"Xvfb",      "-screen", "0",       "1920x1080x24",
+                                     "-nolisten", "tcp",     "-noreset"};
+    command.insert(command.end(), serverArguments.begin(), serverArguments.end());
+    command.insert(command.end(), {"-displayfd", ""});
+    auto [server, number] = startAnnouncing(std::move(command), processOptions("Xvfb"));
     server_ = std::move(server);
     display_ = ":" + number;
     environment_["DISPLAY"] = display_;
@@ -158,7 +161,7 @@ void PrivateDesktop::describeMonitors() {
     run({"xrandr", "--setmonitor", "R", "960/254x1080/286+960+0", "none"});
 }
 
-void PrivateDesktop::startWindowManager(std::string_view name, WindowManagerKeys keys) {
+void PrivateDesktop::launchWindowManager(std::string_view name, WindowManagerKeys keys) {
     const WindowManager& chosen = windowManager(name);
     chosen.configure(home_, keys);
     if (chosen.monitorsDescribed == MonitorsDescribed::beforeStart) {
@@ -168,6 +171,10 @@ void PrivateDesktop::startWindowManager(std::string_view name, WindowManagerKeys
     windowManager_ =
         std::make_unique<Process>(chosen.command, processOptions(std::string(chosen.name)));
     windows_->setFrameWindow(chosen.frameWindow);
+}
+
+void PrivateDesktop::startWindowManager(std::string_view name, WindowManagerKeys keys) {
+    launchWindowManager(name, keys);
     if (!waitUntil(
             [&] { return session_->windowManagerRuns() && session_->windowManagerServes(); })) {
         throw std::runtime_error(std::string(name) + " does not come into charge");

@@ -24,7 +24,9 @@ class PrivateDesktop {
   public:
     /// Starts the server and the session bus: one screen of 1920 × 1080, as one monitor or as two
     /// of 960 × 1080 beside each other. Throws std::runtime_error when something does not start.
-    explicit PrivateDesktop(Monitors monitors = Monitors::one);
+    /// `serverArguments` come on top of those that every server gets.
+    explicit PrivateDesktop(Monitors monitors = Monitors::one,
+                            const std::vector<std::string>& serverArguments = {});
     ~PrivateDesktop();
     PrivateDesktop(const PrivateDesktop&) = delete;
     PrivateDesktop& operator=(const PrivateDesktop&) = delete;
@@ -38,6 +40,9 @@ class PrivateDesktop {
     DesktopWindows& windows() { return windows_.value(); }
     Keyboard& keyboard() { return keyboard_.value(); }
 
+    /// Starts a window manager without waiting for it.
+    void launchWindowManager(std::string_view name,
+                             WindowManagerKeys keys = WindowManagerKeys::released);
     /// Starts a window manager and waits until it is in charge.
     void startWindowManager(std::string_view name,
                             WindowManagerKeys keys = WindowManagerKeys::released);
@@ -63,7 +68,7 @@ class PrivateDesktop {
     ProcessOptions processOptions(const std::string& name) const;
 
   private:
-    void startServer();
+    void startServer(const std::vector<std::string>& serverArguments);
     void startSessionBus();
     void describeMonitors();
 
