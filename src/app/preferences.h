@@ -1,13 +1,13 @@
-// Every preference key, its registered default, and the readers that several parts share. Nothing is
-// cached: each reader asks the store at the moment it needs the value.
+// Every preference key, its registered default, and the readers that several parts share. Nothing
+// is cached: each reader asks the store at the moment it needs the value.
 #pragma once
+
+#include "platform/user_defaults.h"
 
 #include <map>
 #include <string>
 #include <string_view>
 #include <vector>
-
-#include "platform/user_defaults.h"
 
 namespace tessellon {
 

@@ -2,17 +2,16 @@
 // byte, because other versions of the program read what this one stored.
 #pragma once
 
+#include "base/geometry.h"
+
 #include <concepts>
 #include <cstdint>
+#include <nlohmann/json_fwd.hpp>
 #include <optional>
 #include <span>
 #include <string>
 #include <string_view>
 #include <vector>
-
-#include "base/geometry.h"
-
-#include <nlohmann/json_fwd.hpp>
 
 namespace tessellon {
 

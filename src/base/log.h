@@ -12,9 +12,17 @@ enum class LogPriority { error = 3, warning = 4, notice = 5, debug = 7 };
 /// environment variable TESSELLON_DEBUG is set.
 void log(LogPriority priority, std::string_view message);
 
-inline void logError(std::string_view message) { log(LogPriority::error, message); }
-inline void logWarning(std::string_view message) { log(LogPriority::warning, message); }
-inline void logNotice(std::string_view message) { log(LogPriority::notice, message); }
-inline void logDebug(std::string_view message) { log(LogPriority::debug, message); }
+inline void logError(std::string_view message) {
+    log(LogPriority::error, message);
+}
+inline void logWarning(std::string_view message) {
+    log(LogPriority::warning, message);
+}
+inline void logNotice(std::string_view message) {
+    log(LogPriority::notice, message);
+}
+inline void logDebug(std::string_view message) {
+    log(LogPriority::debug, message);
+}
 
 }  // namespace tessellon

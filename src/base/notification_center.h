@@ -2,14 +2,14 @@
 // owned by the application, is handed to everyone who posts or observes.
 #pragma once
 
+#include "base/signal.h"
+#include "base/token.h"
+
 #include <any>
 #include <functional>
 #include <map>
 #include <string>
 #include <string_view>
-
-#include "base/signal.h"
-#include "base/token.h"
 
 namespace tessellon {
 

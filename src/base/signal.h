@@ -1,6 +1,8 @@
 // A list of callbacks that an object calls when something happened. Single threaded.
 #pragma once
 
+#include "base/token.h"
+
 #include <cstdint>
 #include <functional>
 #include <map>
@@ -8,8 +10,6 @@
 #include <type_traits>
 #include <utility>
 #include <vector>
-
-#include "base/token.h"
 
 namespace tessellon {
 

@@ -1,8 +1,8 @@
 #include "base/uuid.h"
 
-#include <uuid/uuid.h>
-
 #include <cstring>
+
+#include <uuid/uuid.h>
 
 namespace tessellon {
 

@@ -1,11 +1,11 @@
 // The port through which running applications are known.
 #pragma once
 
+#include "platform/types.h"
+
 #include <optional>
 #include <string>
 #include <vector>
-
-#include "platform/types.h"
 
 namespace tessellon {
 

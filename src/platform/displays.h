@@ -4,13 +4,13 @@
 // upward, in points; the engine flips them into the accessibility space in one place.
 #pragma once
 
+#include "base/geometry.h"
+#include "base/signal.h"
+
 #include <cstdint>
 #include <optional>
 #include <string>
 #include <vector>
-
-#include "base/geometry.h"
-#include "base/signal.h"
 
 namespace tessellon {
 

@@ -1,9 +1,9 @@
 // The port for what the pointer is doing, wherever it is.
 #pragma once
 
-#include <optional>
-
 #include "base/geometry.h"
+
+#include <optional>
 
 namespace tessellon {
 

@@ -1,10 +1,10 @@
 // The port for time and for waiting. Everything runs on the one thread that runs the loop.
 #pragma once
 
-#include <functional>
-
 #include "base/token.h"
 #include "platform/types.h"
+
+#include <functional>
 
 namespace tessellon {
 

@@ -2,11 +2,11 @@
 // views of their windows; the engine matches the two.
 #pragma once
 
-#include <optional>
-#include <vector>
-
 #include "base/geometry.h"
 #include "platform/types.h"
+
+#include <optional>
+#include <vector>
 
 namespace tessellon {
 
