@@ -3,7 +3,7 @@
 #include "engine/window_access.h"
 #include "harness/private_desktop.h"
 #include "harness/wait.h"
-#include "real_desktop.h"
+#include "ports/real_desktop.h"
 #include "sections.h"
 
 #include <algorithm>
@@ -24,6 +24,7 @@ namespace {
 
 using desktop::Frame;
 using desktop::PrivateDesktop;
+using desktop::RealDesktop;
 
 constexpr int processes = 5;
 constexpr int firstLooks = 11;

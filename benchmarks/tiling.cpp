@@ -7,7 +7,7 @@
 #include "engine/window_engine.h"
 #include "frame_observer.h"
 #include "harness/program.h"
-#include "real_desktop.h"
+#include "ports/real_desktop.h"
 #include "sections.h"
 
 #include <algorithm>
@@ -28,6 +28,7 @@ namespace {
 using desktop::Frame;
 using desktop::Key;
 using desktop::PrivateDesktop;
+using desktop::RealDesktop;
 
 constexpr std::size_t windowCount = 8;
 constexpr int rounds = 25;

@@ -19,9 +19,10 @@ const xcb_screen_t* screenOf(xcb_connection_t* connection, int number) {
 
 }  // namespace
 
-std::unique_ptr<Connection> Connection::open() {
+std::unique_ptr<Connection> Connection::open(const std::string& display) {
     int screenNumber = 0;
-    xcb_connection_t* connection = xcb_connect(nullptr, &screenNumber);
+    xcb_connection_t* connection =
+        xcb_connect(display.empty() ? nullptr : display.c_str(), &screenNumber);
     if (xcb_connection_has_error(connection) == 0) {
         if (const auto* screen = screenOf(connection, screenNumber)) {
             return std::unique_ptr<Connection>(new Connection(connection, screen));

@@ -27,8 +27,9 @@ namespace tessellon::x11 {
 
 class Connection {
   public:
-    /// Opens the display that DISPLAY names; null when there is none that can be reached.
-    static std::unique_ptr<Connection> open();
+    /// Opens the named display, or that of the environment variable DISPLAY when the name is empty;
+    /// null when it cannot be reached.
+    static std::unique_ptr<Connection> open(const std::string& display = {});
     ~Connection();
     Connection(const Connection&) = delete;
     Connection& operator=(const Connection&) = delete;

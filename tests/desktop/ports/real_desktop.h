@@ -1,5 +1,6 @@
 // The program's own way to a real desktop, without the program: the adapters for X11 in this
-// process, with settings that no file holds, so that single operations can be timed.
+// process, with settings that no file holds, so that single operations can be looked at and timed.
+// Not part of the harness, which must know nothing of what it judges.
 #pragma once
 
 #include "engine/engine_services.h"
@@ -16,13 +17,14 @@
 
 #include <cstdint>
 #include <memory>
+#include <string>
 
-namespace tessellon::benchmarks {
+namespace tessellon::desktop {
 
 class RealDesktop {
   public:
-    /// Connects to the display that DISPLAY names. Throws std::runtime_error when it cannot.
-    RealDesktop();
+    /// Connects to the named display, or that of DISPLAY. Throws std::runtime_error when it cannot.
+    explicit RealDesktop(const std::string& display = {});
     RealDesktop(const RealDesktop&) = delete;
     RealDesktop& operator=(const RealDesktop&) = delete;
 
@@ -43,4 +45,4 @@ class RealDesktop {
     x11::X11EventMonitors eventMonitors_;
 };
 
-}  // namespace tessellon::benchmarks
+}  // namespace tessellon::desktop

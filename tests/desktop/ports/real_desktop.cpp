@@ -1,15 +1,15 @@
-#include "real_desktop.h"
+#include "ports/real_desktop.h"
 
 #include "app/preferences.h"
 #include "platform/linux/process_info.h"
 
 #include <stdexcept>
 
-namespace tessellon::benchmarks {
+namespace tessellon::desktop {
 namespace {
 
-std::unique_ptr<x11::Connection> openConnection() {
-    auto connection = x11::Connection::open();
+std::unique_ptr<x11::Connection> openConnection(const std::string& display) {
+    auto connection = x11::Connection::open(display);
     if (!connection) {
         throw std::runtime_error("cannot connect to the display");
     }
@@ -18,9 +18,9 @@ std::unique_ptr<x11::Connection> openConnection() {
 
 }  // namespace
 
-RealDesktop::RealDesktop()
+RealDesktop::RealDesktop(const std::string& display)
     : directory_(loop_, applicationFolders()),
-      connection_(openConnection()),
+      connection_(openConnection(display)),
       mirror_(*connection_),
       accessibility_(*connection_, mirror_),
       applications_(mirror_, directory_, processExecutable),
@@ -36,4 +36,4 @@ EngineServices RealDesktop::services() {
     return {accessibility_, applications_, displays_, windowList_, eventMonitors_, defaults_};
 }
 
-}  // namespace tessellon::benchmarks
+}  // namespace tessellon::desktop
