@@ -222,7 +222,6 @@ void WindowMirror::collectRoot(const RootCookies& cookies, std::uint32_t parts) 
     const auto property = [&](xcb_get_property_cookie_t cookie) {
         return PropertyReply(xcb_get_property_reply(connection_.xcb(), cookie, nullptr));
     };
-    connection_.countRoundTrip();
     std::optional<xcb_window_t> manager;
     std::optional<std::vector<xcb_window_t>> clients;
     if ((parts & rootManager) != 0) {
@@ -355,7 +354,9 @@ void WindowMirror::updateMembership(const std::vector<xcb_window_t>& clients) {
     ++identityRevision_;
 }
 
-void WindowMirror::readDirtyWindows() {
+void WindowMirror::readChanges() {
+    const auto parts = std::exchange(dirtyRoot_, 0);
+    const auto cookies = sendRootRequests(parts);
     std::vector<WindowReader::Job> jobs;
     jobs.reserve(dirtyWindows_.size());
     for (const auto id : dirtyWindows_) {
@@ -368,8 +369,8 @@ void WindowMirror::readDirtyWindows() {
     }
     dirtyWindows_.clear();
     // Jobs point into the map: no event may be handed out between here and the end of the reading,
-    // and none is, since replies alone are waited for.
-    reader_.read(jobs);
+    // and none is, since replies alone are waited for. Windows that the root brings are new ones.
+    reader_.read(jobs, [&] { collectRoot(cookies, parts); });
     std::vector<xcb_window_t> gone;
     for (const auto& job : jobs) {
         if (job.gone) {
@@ -414,14 +415,7 @@ void WindowMirror::rebuildLists() {
 
 void WindowMirror::refresh() {
     for (int pass = 0; pass < mostPasses && (dirtyRoot_ != 0 || !dirtyWindows_.empty()); ++pass) {
-        const auto parts = std::exchange(dirtyRoot_, 0);
-        if (parts != 0) {
-            const auto cookies = sendRootRequests(parts);
-            collectRoot(cookies, parts);
-        }
-        if (!dirtyWindows_.empty()) {
-            readDirtyWindows();
-        }
+        readChanges();
     }
     if (listsDirty_) {
         rebuildLists();

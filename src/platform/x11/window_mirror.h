@@ -92,7 +92,7 @@ class WindowMirror {
     void readWindowManager(xcb_window_t candidate);
     std::vector<xcb_window_t> clientsWithoutManager() const;
     void updateMembership(const std::vector<xcb_window_t>& clients);
-    void readDirtyWindows();
+    void readChanges();
     void rebuildLists();
 
     Connection& connection_;

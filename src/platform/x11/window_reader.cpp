@@ -332,16 +332,14 @@ void WindowReader::readProcesses(std::span<Job> jobs) const {
     }
 }
 
-void WindowReader::read(std::span<Job> jobs) const {
-    if (jobs.empty()) {
-        return;
-    }
+void WindowReader::read(std::span<Job> jobs, const std::function<void()>& meanwhile) const {
     std::vector<Cookies> cookies;
     cookies.reserve(jobs.size());
     for (const auto& job : jobs) {
         cookies.push_back(send(job));
     }
     connection_.countRoundTrip();
+    meanwhile();
     for (std::size_t i = 0; i < jobs.size(); ++i) {
         collect(jobs[i], cookies[i]);
     }

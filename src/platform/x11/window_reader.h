@@ -5,6 +5,7 @@
 #include "platform/x11/connection.h"
 
 #include <cstdint>
+#include <functional>
 #include <span>
 #include <vector>
 
@@ -48,9 +49,11 @@ class WindowReader {
         bool isRemote = false;
     };
 
-    /// Fills in the asked facets of every window. Follows parents up to the root, so a window that
-    /// was reparented costs a round trip for each level between.
-    void read(std::span<Job> jobs) const;
+    /// Fills in the asked facets of every window. `meanwhile` is called when everything is asked
+    /// and nothing answered yet: replies that are waited for there cost no round trip more. Follows
+    /// parents up to the root, so a window that was reparented costs a round trip for each level
+    /// between.
+    void read(std::span<Job> jobs, const std::function<void()>& meanwhile) const;
 
   private:
     struct Cookies;
