@@ -1,5 +1,6 @@
-// Every preference key, its registered default, and the readers that several parts share. Nothing
-// is cached: each reader asks the store at the moment it needs the value.
+// The settings: their keys, what they are while the user has chosen nothing, and the readers that
+// more than one part of the program needs. A setting that changes counts from the next action on,
+// because nobody remembers what it was.
 #pragma once
 
 #include "platform/user_defaults.h"

@@ -44,7 +44,7 @@ struct SnapActionRow {
     std::string_view rawValue;
     std::string_view title;
     SnapActionGroup group;
-    /// Fractions of the usable area of a display, from its top left corner; nothing for the actions
+    /// Where the action puts a window when a display is 1 × 1 with y down; nothing for the actions
     /// whose place depends on more than that area.
     std::optional<Rect> unitRect;
 };

@@ -14,7 +14,7 @@
 
 namespace tessellon {
 
-/// The last snap and the frame the window really took; a repeated shortcut goes on from here.
+/// What was done last and where the window ended up; a repeated shortcut goes on from here.
 struct LastAction {
     SnapAction action;
     Rect frame;
@@ -47,8 +47,8 @@ class WindowEngine {
     /// Moves this window; never cycles.
     void snap(SnapAction action, const Element& window);
 
-    /// Lays out the visible windows of one display: the focused one on the left, the others stacked
-    /// on the right.
+    /// Fills one display with the windows that are seen on it: the focused one takes the left part,
+    /// the others share the right one in rows.
     void tile();
 
     /// Where `action` puts a window that is at `current` now, or nothing.
