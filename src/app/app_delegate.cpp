@@ -69,7 +69,10 @@ void AppDelegate::reportTakenShortcuts() {
         }
     }
     if (std::exchange(reportedTaken_, taken) != taken && !taken.empty()) {
-        logNotice("these shortcuts are taken by another program or an earlier shortcut: " + taken);
+        logNotice(
+            "these shortcuts are taken, mostly by the window manager; free them there and start "
+            "tessellon again (⌃ is Control, ⌥ Alt, ⇧ Shift, ⌘ Super): " +
+            taken);
     }
 }
 

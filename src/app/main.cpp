@@ -25,6 +25,8 @@
 #include <span>
 #include <string>
 
+#include <unistd.h>
+
 namespace tessellon {
 namespace {
 
@@ -54,6 +56,18 @@ void explainMissingDisplay() {
         logError("cannot connect to the X11 display '" + display +
                  "'; check that it is running and that you may use it (DISPLAY, XAUTHORITY)");
     }
+}
+
+/// Tells somebody who started the program by hand that it runs; nobody else has asked.
+void greet(AppDelegate& delegate, const std::string& settings) {
+    if (isatty(STDOUT_FILENO) == 0) {
+        return;
+    }
+    const auto state = delegate.started() ? delegate.hotkeys().statusText()
+                                          : "waiting for a window manager that follows EWMH";
+    std::printf("tessellon runs: %s. Settings: %s. Ctrl+C ends it.\n", state.c_str(),
+                settings.c_str());
+    std::fflush(stdout);
 }
 
 int run(int argc, char** argv) {
@@ -105,6 +119,7 @@ int run(int argc, char** argv) {
     });
     connection->attach(loop);
     delegate.applicationDidFinishLaunching();
+    greet(delegate, defaultsPath->string());
     // The first shortcut should not have to wait for the list of installed applications.
     const Token warmUp = loop.after(Seconds{0}, [&] {
         directory.lookUp({"", "tessellon", "tessellon", ""});
