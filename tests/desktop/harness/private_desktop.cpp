@@ -200,7 +200,11 @@ Process& PrivateDesktop::start(std::vector<std::string> arguments) {
 }
 
 xcb_window_t PrivateDesktop::startWithWindow(std::vector<std::string> arguments) {
-    return windows().waitForWindowOf(start(std::move(arguments)).pid());
+    const xcb_window_t window = windows().waitForWindowOf(start(std::move(arguments)).pid());
+    // Most new windows get the keyboard, some of them only after they are shown. Whoever activates
+    // another window before that would lose it again.
+    waitUntil([&] { return windows().active() == window; }, std::chrono::milliseconds{500});
+    return window;
 }
 
 void PrivateDesktop::run(std::vector<std::string> arguments) {
