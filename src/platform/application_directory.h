@@ -8,7 +8,7 @@
 namespace tessellon {
 
 struct InstalledApplication {
-    /// The desktop-file id without ".desktop" (Desktop Entry Specification), such as
+    /// The desktop-file id without ".desktop" (freedesktop.org Desktop Entry standard), such as
     /// "org.gnome.Calculator".
     std::string identifier;
     /// The Name of the entry in the user's language.

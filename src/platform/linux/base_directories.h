@@ -13,7 +13,7 @@ namespace tessellon {
 std::optional<std::filesystem::path> homeFolder();
 
 /// $XDG_CONFIG_HOME, else ~/.config. A relative path in the variable counts as unset, as the XDG
-/// Base Directory Specification demands. Nothing without a home folder.
+/// base directory standard demands. Nothing without a home folder.
 std::optional<std::filesystem::path> configFolder();
 
 /// The folders of shared data, the most important first: $XDG_DATA_HOME (else ~/.local/share), then

@@ -7,7 +7,7 @@
 
 namespace tessellon {
 
-/// The group "Desktop Entry" of a file of type Application (Desktop Entry Specification 1.5).
+/// The group "Desktop Entry" of a file of type Application (freedesktop.org Desktop Entry 1.5).
 struct DesktopEntry {
     /// Name in the user's language.
     std::string name;

@@ -83,20 +83,12 @@ void WindowMirror::onEvent(const xcb_generic_event_t& event) {
         case XCB_CREATE_NOTIFY:
             dirtyRoot_ |= rootChildren;
             break;
-        case XCB_MAP_NOTIFY: {
-            const auto window = eventAs<xcb_map_notify_event_t>(event).window;
-            dirtyRoot_ |= windowManagerAlive() ? 0 : rootClients;
-            mark(window, facet::mapping);
-            markByTopLevel(window, facet::mapping);
+        case XCB_MAP_NOTIFY:
+            mappingChanged(eventAs<xcb_map_notify_event_t>(event).window);
             break;
-        }
-        case XCB_UNMAP_NOTIFY: {
-            const auto window = eventAs<xcb_unmap_notify_event_t>(event).window;
-            dirtyRoot_ |= windowManagerAlive() ? 0 : rootClients;
-            mark(window, facet::mapping);
-            markByTopLevel(window, facet::mapping);
+        case XCB_UNMAP_NOTIFY:
+            mappingChanged(eventAs<xcb_unmap_notify_event_t>(event).window);
             break;
-        }
         case XCB_REPARENT_NOTIFY: {
             const auto window = eventAs<xcb_reparent_notify_event_t>(event).window;
             dirtyRoot_ |= rootChildren;
@@ -119,6 +111,12 @@ void WindowMirror::onEvent(const xcb_generic_event_t& event) {
         default:
             break;
     }
+}
+
+void WindowMirror::mappingChanged(xcb_window_t window) {
+    dirtyRoot_ |= windowManagerAlive() ? 0 : rootClients;
+    mark(window, facet::mapping);
+    markByTopLevel(window, facet::mapping);
 }
 
 void WindowMirror::onProperty(const xcb_property_notify_event_t& event) {

@@ -81,6 +81,7 @@ class WindowMirror {
     struct RootCookies;
 
     void onEvent(const xcb_generic_event_t& event);
+    void mappingChanged(xcb_window_t window);
     void onProperty(const xcb_property_notify_event_t& event);
     void mark(xcb_window_t id, std::uint32_t facets);
     void markByTopLevel(xcb_window_t id, std::uint32_t facets);
