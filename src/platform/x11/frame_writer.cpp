@@ -73,7 +73,7 @@ bool FrameWriter::leaveSpecialStates(const Requests& requests) {
                 {stateRemove, connection_.atom(Atom::netWmStateMaximizedVert),
                  connection_.atom(Atom::netWmStateMaximizedHorz), sourcePager, 0});
             sent = true;
-            if (window->shadow) {
+            if (window->shadow && !keepsItsShadow(id)) {
                 awaitedShadows.emplace_back(id, *window->shadow);
             }
         }
@@ -94,6 +94,13 @@ bool FrameWriter::leaveSpecialStates(const Requests& requests) {
     return true;
 }
 
+/// Whether an earlier wait for another shadow of this window was in vain, and it has announced none
+/// since. Some programs have the same one, or none, in every state.
+bool FrameWriter::keepsItsShadow(xcb_window_t window) const {
+    const auto found = unchangedShadows_.find(window);
+    return found != unchangedShadows_.end() && found->second == mirror_.shadowChanges(window);
+}
+
 /// Waits until the shadows are others than those given. Clients announce the same one again while
 /// they are at it, so it is the widths that count.
 void FrameWriter::awaitOtherShadows(const std::vector<std::pair<xcb_window_t, Extents>>& before) {
@@ -108,6 +115,10 @@ void FrameWriter::awaitOtherShadows(const std::vector<std::pair<xcb_window_t, Ex
                 !connection_.pullUntil(
                     [&, awaited = id] { return mirror_.shadowChanges(awaited) != announced; },
                     left)) {
+                std::erase_if(unchangedShadows_, [this](const auto& entry) {
+                    return mirror_.find(entry.first) == nullptr;
+                });
+                unchangedShadows_[id] = announced;
                 return;
             }
             mirror_.refresh();

@@ -8,6 +8,7 @@
 #include "platform/x11/fence.h"
 #include "platform/x11/window_mirror.h"
 
+#include <cstdint>
 #include <map>
 #include <optional>
 #include <set>
@@ -48,6 +49,7 @@ class FrameWriter {
     bool leaveSpecialStates(const Requests& requests);
     void awaitOtherShadows(const std::vector<std::pair<xcb_window_t, Extents>>& before);
     void send(const ClientWindow& window, const Request& request) const;
+    bool keepsItsShadow(xcb_window_t window) const;
     bool isSettled(const ClientWindow& window, const Request& request) const;
     bool waitForWindowManager();
 
@@ -57,6 +59,8 @@ class FrameWriter {
     Seconds timeout_{0.5};
     Requests requests_;
     std::set<xcb_window_t> unanswered_;
+    // Windows whose shadow was waited for in vain, with the number of its announcements then.
+    std::map<xcb_window_t, std::uint64_t> unchangedShadows_;
 };
 
 }  // namespace tessellon::x11
