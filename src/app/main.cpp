@@ -8,7 +8,7 @@
 #include "platform/linux/termination_signals.h"
 #include "platform/qt/qt_run_loop.h"
 #include "platform/x11/connection.h"
-#include "platform/x11/fence.h"
+#include "platform/x11/first_look.h"
 #include "platform/x11/instance_lock.h"
 #include "platform/x11/keyboard.h"
 #include "platform/x11/window_mirror.h"
@@ -105,14 +105,14 @@ int run(int argc, char** argv) {
     x11::Keyboard keyboard(*connection);
     x11::X11HotKeyCenter hotKeyCenter(*connection, keyboard);
 
-    // A window manager that is just starting answers once it has taken over the windows that are
-    // there. Applications are known then, and no restore record is taken for that of an absent one.
-    x11::Fence(*connection).wait(windowManagerStartTimeout);
-
+    // Applications have to be known when the delegate loads the restore records, or those of
+    // windows that a starting window manager has not taken over yet would be lost.
+    Token look = x11::firstLook(*connection, mirror, windowManagerStartTimeout);
     AppDelegate delegate(
         {{accessibility, applications, displays, windowList, eventMonitors, defaults},
          hotKeyCenter,
          loop});
+    look.reset();
     const Token lost = connection->lost().subscribe([&loop] {
         logError("the X11 display is gone; tessellon saves the settings and ends");
         loop.quit(exitCannotRun);

@@ -304,34 +304,47 @@ void WindowMirror::readWindowManager(xcb_window_t candidate) {
 }
 
 std::vector<xcb_window_t> WindowMirror::clientsWithoutManager() const {
-    // With nobody managing windows, clients' windows are children of the root; what has a class and
-    // does not bypass managers would be managed if there were one.
-    struct Candidate {
-        xcb_window_t window;
+    // With nobody in charge, clients' windows are children of the root, or of the frames of a
+    // window manager that is coming or has just gone. What has a class and does not bypass window
+    // managers would be managed if there were one.
+    auto* const xcb = connection_.xcb();
+    std::vector<xcb_query_tree_cookie_t> trees;
+    trees.reserve(rootChildren_.size());
+    for (const auto window : rootChildren_) {
+        trees.push_back(xcb_query_tree_unchecked(xcb, window));
+    }
+    std::vector<xcb_window_t> candidates = rootChildren_;
+    for (const auto cookie : trees) {
+        const Reply<xcb_query_tree_reply_t> tree(xcb_query_tree_reply(xcb, cookie, nullptr));
+        if (tree) {
+            const auto* children = xcb_query_tree_children(tree.get());
+            candidates.insert(candidates.end(), children,
+                              children + xcb_query_tree_children_length(tree.get()));
+        }
+    }
+    struct Question {
         xcb_get_window_attributes_cookie_t attributes;
         xcb_get_property_cookie_t windowClass;
     };
-    std::vector<Candidate> candidates;
-    candidates.reserve(rootChildren_.size());
-    for (const auto window : rootChildren_) {
-        candidates.push_back(
-            {window, xcb_get_window_attributes_unchecked(connection_.xcb(), window),
-             xcb_get_property_unchecked(connection_.xcb(), 0, window, XCB_ATOM_WM_CLASS,
-                                        XCB_GET_PROPERTY_TYPE_ANY, 0, 64)});
+    std::vector<Question> questions;
+    questions.reserve(candidates.size());
+    for (const auto window : candidates) {
+        questions.push_back({xcb_get_window_attributes_unchecked(xcb, window),
+                             xcb_get_property_unchecked(xcb, 0, window, XCB_ATOM_WM_CLASS,
+                                                        XCB_GET_PROPERTY_TYPE_ANY, 0, 64)});
     }
-    if (!candidates.empty()) {
-        connection_.countRoundTrip();
-    }
+    connection_.countRoundTrip();
+    connection_.countRoundTrip();
     std::vector<xcb_window_t> clients;
-    for (const auto& candidate : candidates) {
+    for (std::size_t i = 0; i < candidates.size(); ++i) {
         const Reply<xcb_get_window_attributes_reply_t> attributes(
-            xcb_get_window_attributes_reply(connection_.xcb(), candidate.attributes, nullptr));
+            xcb_get_window_attributes_reply(xcb, questions[i].attributes, nullptr));
         const Reply<xcb_get_property_reply_t> windowClass(
-            xcb_get_property_reply(connection_.xcb(), candidate.windowClass, nullptr));
+            xcb_get_property_reply(xcb, questions[i].windowClass, nullptr));
         if (attributes && attributes->override_redirect == 0 &&
-            attributes->map_state != XCB_MAP_STATE_UNMAPPED &&
+            attributes->_class == XCB_WINDOW_CLASS_INPUT_OUTPUT &&
             rawProperty(windowClass.get()).exists()) {
-            clients.push_back(candidate.window);
+            clients.push_back(candidates[i]);
         }
     }
     return clients;
