@@ -145,8 +145,10 @@ TEST_F(LifecycleTest, startedBesideTheWindowManagerItForgetsNoWindow) {
         desktop().launchWindowManager("openbox");
         std::this_thread::sleep_for(std::chrono::milliseconds(lead));
         program().start();
+        desktop().awaitWindowManager();
         EXPECT_EQ(snap(window, Held::controlAlt, Key::backspace, original), original)
-            << lead << " ms after the window manager";
+            << lead << " ms after the window manager; remembered: "
+            << std::get<StoredData>(program().settings()->at("restoreMemory")).bytes;
     }
 }
 

@@ -173,13 +173,17 @@ void PrivateDesktop::launchWindowManager(std::string_view name, WindowManagerKey
     windows_->setFrameWindow(chosen.frameWindow);
 }
 
-void PrivateDesktop::startWindowManager(std::string_view name, WindowManagerKeys keys) {
-    launchWindowManager(name, keys);
+void PrivateDesktop::awaitWindowManager() {
     if (!waitUntil(
             [&] { return session_->windowManagerRuns() && session_->windowManagerServes(); })) {
-        throw std::runtime_error(std::string(name) + " does not come into charge");
+        throw std::runtime_error("the window manager does not come into charge");
     }
     describeMonitors();
+}
+
+void PrivateDesktop::startWindowManager(std::string_view name, WindowManagerKeys keys) {
+    launchWindowManager(name, keys);
+    awaitWindowManager();
 }
 
 void PrivateDesktop::killWindowManager() {

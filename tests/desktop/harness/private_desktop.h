@@ -43,6 +43,8 @@ class PrivateDesktop {
     /// Starts a window manager without waiting for it.
     void launchWindowManager(std::string_view name,
                              WindowManagerKeys keys = WindowManagerKeys::released);
+    /// Waits until the window manager that was started is in charge.
+    void awaitWindowManager();
     /// Starts a window manager and waits until it is in charge.
     void startWindowManager(std::string_view name,
                             WindowManagerKeys keys = WindowManagerKeys::released);
