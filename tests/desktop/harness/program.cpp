@@ -45,6 +45,7 @@ void Program::start() {
         throw std::runtime_error("the program's shortcuts do not become active: " +
                                  standardError());
     }
+    waitUntilIdle();  // the shortcuts are registered one after the other
 }
 
 bool Program::waitUntilRunning() {
