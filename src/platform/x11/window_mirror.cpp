@@ -1,5 +1,7 @@
 #include "platform/x11/window_mirror.h"
 
+#include "platform/x11/unmanaged_clients.h"
+
 #include <algorithm>
 #include <array>
 #include <string_view>
@@ -265,7 +267,7 @@ void WindowMirror::collectRoot(const RootCookies& cookies, std::uint32_t parts) 
     }
     if (!windowManagerAlive()) {
         if ((parts & (rootClients | rootManager | rootChildren)) != 0) {
-            updateMembership(clientsWithoutManager());
+            updateMembership(clientsWithoutManager(connection_));
         }
     } else if (clients) {
         updateMembership(*clients);
@@ -301,87 +303,6 @@ void WindowMirror::readWindowManager(xcb_window_t candidate) {
     if (!wasAlive && windowManagerAlive()) {
         dirtyRoot_ |= rootAll & ~rootManager;
     }
-}
-
-std::vector<xcb_window_t> WindowMirror::clientsWithoutManager() const {
-    // With nobody in charge, clients' windows are children of the root, or inside the frames of a
-    // window manager that is coming or has just gone. What has a class and does not bypass window
-    // managers would be managed if there were one. The server is held meanwhile, since a window
-    // that is just being put into a frame would be found neither here nor there.
-    constexpr int deepestFrame = 3;
-    auto* const xcb = connection_.xcb();
-    xcb_grab_server(xcb);
-    std::vector<xcb_window_t> clients;
-    std::vector<xcb_window_t> parents{connection_.root()};
-    for (int level = 0; level < deepestFrame && !parents.empty(); ++level) {
-        const auto windows = childrenOf(parents);
-        parents.clear();
-        for (const auto& [window, kind] : classify(windows)) {
-            if (kind == FoundWindow::Kind::client) {
-                clients.push_back(window);
-            } else if (kind == FoundWindow::Kind::maybeFrame) {
-                parents.push_back(window);
-            }
-        }
-    }
-    xcb_ungrab_server(xcb);
-    xcb_flush(xcb);
-    return clients;
-}
-
-std::vector<xcb_window_t> WindowMirror::childrenOf(const std::vector<xcb_window_t>& parents) const {
-    std::vector<xcb_query_tree_cookie_t> cookies;
-    cookies.reserve(parents.size());
-    for (const auto parent : parents) {
-        cookies.push_back(xcb_query_tree_unchecked(connection_.xcb(), parent));
-    }
-    connection_.countRoundTrip();
-    std::vector<xcb_window_t> all;
-    for (const auto cookie : cookies) {
-        const Reply<xcb_query_tree_reply_t> tree(
-            xcb_query_tree_reply(connection_.xcb(), cookie, nullptr));
-        if (tree) {
-            const auto* children = xcb_query_tree_children(tree.get());
-            all.insert(all.end(), children, children + xcb_query_tree_children_length(tree.get()));
-        }
-    }
-    return all;
-}
-
-std::vector<WindowMirror::FoundWindow> WindowMirror::classify(
-    const std::vector<xcb_window_t>& windows) const {
-    struct Question {
-        xcb_get_window_attributes_cookie_t attributes;
-        xcb_get_property_cookie_t windowClass;
-    };
-    auto* const xcb = connection_.xcb();
-    std::vector<Question> questions;
-    questions.reserve(windows.size());
-    for (const auto window : windows) {
-        questions.push_back({xcb_get_window_attributes_unchecked(xcb, window),
-                             xcb_get_property_unchecked(xcb, 0, window, XCB_ATOM_WM_CLASS,
-                                                        XCB_GET_PROPERTY_TYPE_ANY, 0, 64)});
-    }
-    connection_.countRoundTrip();
-    std::vector<FoundWindow> found;
-    found.reserve(windows.size());
-    for (std::size_t i = 0; i < windows.size(); ++i) {
-        const Reply<xcb_get_window_attributes_reply_t> attributes(
-            xcb_get_window_attributes_reply(xcb, questions[i].attributes, nullptr));
-        const Reply<xcb_get_property_reply_t> windowClass(
-            xcb_get_property_reply(xcb, questions[i].windowClass, nullptr));
-        auto kind = FoundWindow::Kind::other;
-        if (attributes && attributes->_class == XCB_WINDOW_CLASS_INPUT_OUTPUT) {
-            const bool hasClass = rawProperty(windowClass.get()).exists();
-            if (hasClass && attributes->override_redirect == 0) {
-                kind = FoundWindow::Kind::client;
-            } else if (!hasClass) {
-                kind = FoundWindow::Kind::maybeFrame;
-            }
-        }
-        found.push_back({windows[i], kind});
-    }
-    return found;
 }
 
 void WindowMirror::updateMembership(const std::vector<xcb_window_t>& clients) {

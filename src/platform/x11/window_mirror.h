@@ -79,11 +79,6 @@ class WindowMirror {
         std::uint64_t shadowChanges = 0;
     };
     struct RootCookies;
-    struct FoundWindow {
-        enum class Kind { client, maybeFrame, other };
-        xcb_window_t window;
-        Kind kind;
-    };
 
     void onEvent(const xcb_generic_event_t& event);
     void mappingChanged(xcb_window_t window);
@@ -96,9 +91,6 @@ class WindowMirror {
     RootCookies sendRootRequests(std::uint32_t parts) const;
     void collectRoot(const RootCookies& cookies, std::uint32_t parts);
     void readWindowManager(xcb_window_t candidate);
-    std::vector<xcb_window_t> clientsWithoutManager() const;
-    std::vector<xcb_window_t> childrenOf(const std::vector<xcb_window_t>& parents) const;
-    std::vector<FoundWindow> classify(const std::vector<xcb_window_t>& windows) const;
     void updateMembership(const std::vector<xcb_window_t>& clients);
     void readChanges();
     void rebuildLists();
