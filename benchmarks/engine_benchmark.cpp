@@ -5,6 +5,7 @@
 #include "engine/window_engine.h"
 #include "platform/memory/memory_accessibility.h"
 #include "platform/memory/memory_desktop.h"
+#include "platform/memory/memory_event_monitors.h"
 #include "platform/memory/memory_user_defaults.h"
 #include "sample_values.h"
 

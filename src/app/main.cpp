@@ -98,7 +98,7 @@ int run(int argc, char** argv) {
     const DesktopEntries directory(loop, applicationFolders());
     x11::WindowMirror mirror(*connection);
     x11::X11Accessibility accessibility(*connection, mirror);
-    x11::X11Applications applications(mirror, directory, processExecutable);
+    x11::X11Applications applications(*connection, mirror, directory, processExecutable);
     x11::X11Displays displays(*connection, mirror);
     x11::X11WindowList windowList(mirror);
     x11::X11EventMonitors eventMonitors(*connection, displays);

@@ -82,6 +82,16 @@ class Accessibility {
     virtual bool write(const Element& element, Attribute attribute,
                        const AttributeValue& value) = 0;
 
+    /// Asks for a new size of a window that the user is dragging right now. Some desktops cannot
+    /// change a window before it is let go; there the size comes about when the button goes up,
+    /// unless a new frame was written by then. Reads of the size give the new one from now on.
+    virtual void writeDraggedSize(const Element& window, Size size) = 0;
+
+    /// While the token lives, a size from writeDraggedSize that is still outstanding is left so,
+    /// because a new frame is about to be written. If none was when it is dropped, the size comes
+    /// about then.
+    virtual Token holdDraggedSize(const Element& window) = 0;
+
     /// While the token lives, reads may be answered from one look at the desktop, taken at the
     /// first of them, instead of a look each; what is written meanwhile is read afresh. One token
     /// covers one operation of the engine. Tokens may nest; the outermost counts.

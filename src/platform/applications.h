@@ -39,6 +39,10 @@ class Applications {
     /// The application whose window has the keyboard, or nothing.
     virtual std::optional<RunningApplication> frontmost() const = 0;
 
+    /// Brings an application's window that was used last to the front and gives it the keyboard.
+    /// Nothing happens when it is in front already, or has no window.
+    virtual void activate(Pid pid) = 0;
+
     /// This program's own process id.
     virtual Pid ownPid() const = 0;
 };

@@ -2,22 +2,13 @@
 #pragma once
 
 #include "base/json.h"
+#include "base/modifier_flag.h"
 
 #include <cstdint>
 #include <optional>
 #include <string>
 
 namespace tessellon {
-
-/// Modifier bits of a key combination.
-namespace modifier_flag {
-inline constexpr std::uint64_t shift = 0x20000;
-inline constexpr std::uint64_t control = 0x40000;
-inline constexpr std::uint64_t option = 0x80000;
-inline constexpr std::uint64_t command = 0x100000;
-/// The only bits that are stored or compared.
-inline constexpr std::uint64_t all = shift | control | option | command;
-}  // namespace modifier_flag
 
 struct KeyCombo {
     /// Virtual key code: names a physical key by its place. Negative in stored data where the user

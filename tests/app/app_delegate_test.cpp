@@ -6,6 +6,7 @@
 #include "platform/memory/manual_run_loop.h"
 #include "platform/memory/memory_accessibility.h"
 #include "platform/memory/memory_desktop.h"
+#include "platform/memory/memory_event_monitors.h"
 #include "platform/memory/memory_hot_key_center.h"
 #include "platform/memory/memory_user_defaults.h"
 

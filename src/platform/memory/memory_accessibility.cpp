@@ -202,6 +202,17 @@ bool MemoryAccessibility::write(const Element& element, Attribute attribute,
     return true;
 }
 
+// Here a window can always be changed, so the size comes about at once.
+void MemoryAccessibility::writeDraggedSize(const Element& window, Size size) {
+    draggedSizes_.push_back({window, size});
+    write(window, Attribute::size, size);
+}
+
+Token MemoryAccessibility::holdDraggedSize(const Element& /*window*/) {
+    ++*holds_;
+    return Token([holds = holds_] { --*holds; });
+}
+
 Token MemoryAccessibility::beginReads() const {
     ++operations_;
     return Token([this] { --operations_; });

@@ -4,6 +4,7 @@
 
 #include "platform/accessibility.h"
 
+#include <memory>
 #include <optional>
 #include <vector>
 
@@ -20,6 +21,12 @@ class MemoryAccessibility final : public Accessibility {
         bool operator==(const Write&) const = default;
     };
 
+    struct DraggedSize {
+        Element window;
+        Size size;
+        bool operator==(const DraggedSize&) const = default;
+    };
+
     explicit MemoryAccessibility(MemoryDesktop& desktop) : desktop_(desktop) {}
 
     bool isTrusted() const override;
@@ -29,7 +36,14 @@ class MemoryAccessibility final : public Accessibility {
     std::optional<Element> elementAtPosition(Point point) const override;
     std::optional<AttributeValue> read(const Element& element, Attribute attribute) const override;
     bool write(const Element& element, Attribute attribute, const AttributeValue& value) override;
+    void writeDraggedSize(const Element& window, Size size) override;
+    Token holdDraggedSize(const Element& window) override;
     Token beginReads() const override;
+
+    /// The sizes asked for with writeDraggedSize, which are in writes() as well.
+    const std::vector<DraggedSize>& draggedSizes() const { return draggedSizes_; }
+    /// How many tokens of holdDraggedSize are alive.
+    int holdsOfDraggedSizes() const { return *holds_; }
 
     /// Every write since the last clear, also those that had no effect.
     const std::vector<Write>& writes() const { return writes_; }
@@ -54,6 +68,8 @@ class MemoryAccessibility final : public Accessibility {
     MemoryDesktop& desktop_;
     Seconds timeout_{6};  // until somebody sets one
     std::vector<Write> writes_;
+    std::vector<DraggedSize> draggedSizes_;
+    std::shared_ptr<int> holds_ = std::make_shared<int>(0);  // tokens may outlive this object
     mutable std::optional<Seconds> unsettled_;
     mutable Seconds waited_{0};
     mutable int reads_ = 0;

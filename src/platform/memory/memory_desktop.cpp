@@ -1,6 +1,7 @@
 #include "platform/memory/memory_desktop.h"
 
 #include "platform/memory/memory_accessibility.h"
+#include "platform/memory/memory_event_monitors.h"
 
 #include <algorithm>
 #include <utility>
@@ -26,6 +27,13 @@ class MemoryDesktop::ApplicationsPort final : public Applications {
 
     std::optional<RunningApplication> frontmost() const override {
         return desktop_.frontmost_ ? withPid(*desktop_.frontmost_) : std::nullopt;
+    }
+
+    void activate(Pid pid) override {
+        desktop_.activations_.push_back(pid);
+        if (desktop_.application(pid) != nullptr) {
+            desktop_.frontmost_ = pid;
+        }
     }
 
     Pid ownPid() const override { return MemoryDesktop::ownPid; }
@@ -78,23 +86,13 @@ class MemoryDesktop::WindowListPort final : public WindowList {
     MemoryDesktop& desktop_;
 };
 
-class MemoryDesktop::EventMonitorsPort final : public EventMonitors {
-  public:
-    explicit EventMonitorsPort(MemoryDesktop& desktop) : desktop_(desktop) {}
-
-    std::optional<Point> pointerLocation() const override { return desktop_.pointer_; }
-
-  private:
-    MemoryDesktop& desktop_;
-};
-
 MemoryDesktop::MemoryDesktop()
     : screens_{{1, {0, 0, 1920, 1080}, {0, 0, 1920, 1055}, std::nullopt, "Screen"}},
       accessibility_(std::make_unique<MemoryAccessibility>(*this)),
       applications_(std::make_unique<ApplicationsPort>(*this)),
       displays_(std::make_unique<DisplaysPort>(*this)),
       windowList_(std::make_unique<WindowListPort>(*this)),
-      eventMonitors_(std::make_unique<EventMonitorsPort>(*this)) {}
+      eventMonitors_(std::make_unique<MemoryEventMonitors>(*this)) {}
 
 MemoryDesktop::~MemoryDesktop() = default;
 
@@ -106,9 +104,6 @@ Displays& MemoryDesktop::displays() {
 }
 WindowList& MemoryDesktop::windowList() {
     return *windowList_;
-}
-EventMonitors& MemoryDesktop::eventMonitors() {
-    return *eventMonitors_;
 }
 
 void MemoryDesktop::launch(RunningApplication info) {

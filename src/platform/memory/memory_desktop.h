@@ -6,7 +6,6 @@
 #include "platform/accessibility.h"
 #include "platform/applications.h"
 #include "platform/displays.h"
-#include "platform/event_monitors.h"
 #include "platform/types.h"
 #include "platform/window_list.h"
 
@@ -21,6 +20,7 @@
 namespace tessellon {
 
 class MemoryAccessibility;
+class MemoryEventMonitors;
 
 struct MemoryApplication {
     RunningApplication info;
@@ -88,7 +88,7 @@ class MemoryDesktop {
     Applications& applications();
     Displays& displays();
     WindowList& windowList();
-    EventMonitors& eventMonitors();
+    MemoryEventMonitors& eventMonitors() { return *eventMonitors_; }
 
     // Applications, in the order they were launched.
     void launch(RunningApplication info);
@@ -129,6 +129,8 @@ class MemoryDesktop {
     std::optional<std::uint64_t> mainScreen() const { return mainScreen_; }
     void setPointer(std::optional<Point> location) { pointer_ = location; }
     std::optional<Point> pointer() const { return pointer_; }
+    /// The applications that were asked to the front, in order.
+    const std::vector<Pid>& activations() const { return activations_; }
 
     void setTrusted(bool trusted) { trusted_ = trusted; }
     bool isTrusted() const { return trusted_; }
@@ -139,7 +141,6 @@ class MemoryDesktop {
     class ApplicationsPort;
     class DisplaysPort;
     class WindowListPort;
-    class EventMonitorsPort;
 
     const MemoryWindow* findWindow(const Element& element) const;
     Element place(const Element& element, MemoryWindow window);
@@ -152,6 +153,7 @@ class MemoryDesktop {
     std::vector<Screen> screens_;
     std::optional<std::uint64_t> mainScreen_;
     std::optional<Point> pointer_;
+    std::vector<Pid> activations_;
     bool trusted_ = true;
     bool windowListAvailable_ = true;
     std::uint64_t nextId_ = 1;
@@ -161,7 +163,7 @@ class MemoryDesktop {
     std::unique_ptr<ApplicationsPort> applications_;
     std::unique_ptr<DisplaysPort> displays_;
     std::unique_ptr<WindowListPort> windowList_;
-    std::unique_ptr<EventMonitorsPort> eventMonitors_;
+    std::unique_ptr<MemoryEventMonitors> eventMonitors_;
 };
 
 }  // namespace tessellon

@@ -214,6 +214,14 @@ bool X11Accessibility::write(const Element& element, Attribute attribute,
     return false;
 }
 
+void X11Accessibility::writeDraggedSize(const Element& window, Size size) {
+    write(window, Attribute::size, size);
+}
+
+Token X11Accessibility::holdDraggedSize(const Element& /*window*/) {
+    return {};
+}
+
 Token X11Accessibility::beginReads() const {
     if (!mirror_.isReading()) {
         writer_.forgetUnanswered();

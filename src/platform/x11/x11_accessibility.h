@@ -19,6 +19,8 @@ class X11Accessibility : public Accessibility {
     std::optional<Element> elementAtPosition(Point point) const override;
     std::optional<AttributeValue> read(const Element& element, Attribute attribute) const override;
     bool write(const Element& element, Attribute attribute, const AttributeValue& value) override;
+    void writeDraggedSize(const Element& window, Size size) override;
+    Token holdDraggedSize(const Element& window) override;
     Token beginReads() const override;
 
   private:

@@ -28,9 +28,12 @@ std::string asIdentifier(std::string_view name) {
 
 }  // namespace
 
-X11Applications::X11Applications(WindowMirror& mirror, const ApplicationDirectory& directory,
-                                 ExecutableOf executableOf)
-    : mirror_(mirror), directory_(directory), executableOf_(std::move(executableOf)) {}
+X11Applications::X11Applications(const Connection& connection, WindowMirror& mirror,
+                                 const ApplicationDirectory& directory, ExecutableOf executableOf)
+    : connection_(connection),
+      mirror_(mirror),
+      directory_(directory),
+      executableOf_(std::move(executableOf)) {}
 
 RunningApplication X11Applications::describe(const ClientWindow& window) const {
     RunningApplication application;
@@ -95,6 +98,26 @@ std::optional<RunningApplication> X11Applications::frontmost() const {
     update();
     const auto* active = mirror_.activeWindow();
     return active != nullptr ? withPid(active->pid) : std::nullopt;
+}
+
+void X11Applications::activate(Pid pid) {
+    update();
+    const auto* active = mirror_.activeWindow();
+    if (active != nullptr && active->pid == pid) {
+        return;
+    }
+    // The window that is in front of the application's others is the one that was used last.
+    for (const auto* window : mirror_.stacking()) {
+        if (window->pid == pid && policyOf(*window) == ActivationPolicy::regular &&
+            mirror_.isOnCurrentDesktop(*window) && !window->hiddenState) {
+            constexpr std::uint32_t sourcePager = 2;  // EWMH: a tool acting for the user
+            connection_.sendToWindowManager(
+                window->id, Atom::netActiveWindow,
+                {sourcePager, XCB_CURRENT_TIME, active != nullptr ? active->id : 0, 0, 0});
+            xcb_flush(connection_.xcb());
+            return;
+        }
+    }
 }
 
 Pid X11Applications::ownPid() const {

@@ -18,18 +18,20 @@ class X11Applications : public Applications {
     /// Gives the absolute path of a process's program, or nothing.
     using ExecutableOf = std::function<std::optional<std::string>(Pid)>;
 
-    X11Applications(WindowMirror& mirror, const ApplicationDirectory& directory,
-                    ExecutableOf executableOf);
+    X11Applications(const Connection& connection, WindowMirror& mirror,
+                    const ApplicationDirectory& directory, ExecutableOf executableOf);
 
     std::vector<RunningApplication> running() const override;
     std::optional<RunningApplication> withPid(Pid pid) const override;
     std::optional<RunningApplication> frontmost() const override;
+    void activate(Pid pid) override;
     Pid ownPid() const override;
 
   private:
     void update() const;
     RunningApplication describe(const ClientWindow& window) const;
 
+    const Connection& connection_;
     WindowMirror& mirror_;
     const ApplicationDirectory& directory_;
     ExecutableOf executableOf_;

@@ -2,6 +2,28 @@
 
 namespace tessellon::x11 {
 
+std::optional<Token> X11EventMonitors::addGlobalMonitor(MonitoredEvent /*event*/,
+                                                        Callback /*callback*/) {
+    return std::nullopt;
+}
+
+std::optional<Token> X11EventMonitors::addLocalMonitor(MonitoredEvent /*event*/,
+                                                       Callback /*callback*/) {
+    return std::nullopt;
+}
+
+std::optional<Token> X11EventMonitors::addLocalKeyMonitor(KeyHandler /*handler*/) {
+    return std::nullopt;
+}
+
+std::uint32_t X11EventMonitors::pressedMouseButtons() const {
+    return 0;
+}
+
+std::uint64_t X11EventMonitors::modifierFlags() const {
+    return 0;
+}
+
 std::optional<Point> X11EventMonitors::pointerLocation() const {
     connection_.countRoundTrip();
     const Reply<xcb_query_pointer_reply_t> reply(xcb_query_pointer_reply(

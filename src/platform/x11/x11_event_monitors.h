@@ -12,7 +12,12 @@ class X11EventMonitors : public EventMonitors {
     X11EventMonitors(Connection& connection, const X11Displays& displays)
         : connection_(connection), displays_(displays) {}
 
+    std::optional<Token> addGlobalMonitor(MonitoredEvent event, Callback callback) override;
+    std::optional<Token> addLocalMonitor(MonitoredEvent event, Callback callback) override;
+    std::optional<Token> addLocalKeyMonitor(KeyHandler handler) override;
     std::optional<Point> pointerLocation() const override;
+    std::uint32_t pressedMouseButtons() const override;
+    std::uint64_t modifierFlags() const override;
 
   private:
     Connection& connection_;

@@ -23,7 +23,7 @@ RealDesktop::RealDesktop(const std::string& display)
       connection_(openConnection(display)),
       mirror_(*connection_),
       accessibility_(*connection_, mirror_),
-      applications_(mirror_, directory_, processExecutable),
+      applications_(*connection_, mirror_, directory_, processExecutable),
       displays_(*connection_, mirror_),
       windowList_(mirror_),
       eventMonitors_(*connection_, displays_) {

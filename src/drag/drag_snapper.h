@@ -1,0 +1,70 @@
+// Snapping by dragging: notices that a window is being moved, shows the zone grid while command is
+// held, and has the engine snap the window to the zone it is dropped on.
+#pragma once
+
+#include "base/geometry.h"
+#include "base/notification_center.h"
+#include "base/token.h"
+#include "drag/drag_views.h"
+#include "drag/overlay.h"
+#include "drag/zone_hints.h"
+#include "engine/snap_action.h"
+#include "engine/window_engine.h"
+#include "platform/run_loop.h"
+
+#include <optional>
+#include <vector>
+
+namespace tessellon {
+
+class DragSnapper {
+  public:
+    /// All of them must outlive the snapper.
+    DragSnapper(WindowEngine& engine, DragViews& views, RunLoop& runLoop,
+                NotificationCenter& notifications);
+    DragSnapper(const DragSnapper&) = delete;
+    DragSnapper& operator=(const DragSnapper&) = delete;
+
+    /// Begins to watch the pointer; once is enough.
+    void start();
+
+    /// Abandons the gesture in progress, if any; grid and preview are hidden.
+    void reset();
+
+    ZoneHints& hints() { return hints_; }
+
+  private:
+    struct Candidate {
+        SnapAction action;
+        Screen screen;
+    };
+
+    void onDragged();
+    void onMouseUp();
+    void onFlagsChanged();
+    void capture();
+    void recognise();
+    void track();
+    void drop();
+    void showCandidate(SnapAction action, const Screen& screen);
+    void clearCandidate();
+    bool isSwitchedOn() const;
+
+    WindowEngine& engine_;
+    RunLoop& runLoop_;
+    NotificationCenter& notifications_;
+    Overlay overlay_;
+    ZoneHints hints_;
+    std::vector<Token> monitors_;
+
+    bool captured_ = false;
+    std::optional<Element> window_;
+    std::optional<Rect> startFrame_;
+    bool moving_ = false;
+    std::optional<SnapAction> pending_;
+    std::optional<Candidate> candidate_;
+    bool gridShown_ = false;
+    Token scheduledSnap_;
+};
+
+}  // namespace tessellon

@@ -1,0 +1,13 @@
+// The port for the sound that says no.
+#pragma once
+
+namespace tessellon {
+
+class Beep {
+  public:
+    virtual ~Beep() = default;
+
+    virtual void beep() = 0;
+};
+
+}  // namespace tessellon

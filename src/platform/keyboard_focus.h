@@ -1,0 +1,42 @@
+// The port through which a panel of ours gets what is typed, while the program in front stays in
+// front and its window active.
+#pragma once
+
+#include "base/geometry.h"
+#include "base/token.h"
+#include "platform/key_event.h"
+
+#include <cstdint>
+#include <functional>
+#include <optional>
+
+namespace tessellon {
+
+enum class KeyTransition { pressed, released };
+
+/// A key as the toolkit that draws the panel wants to have it.
+struct TypedKey {
+    KeyTransition transition = KeyTransition::pressed;
+    KeyEvent event;
+    /// The key's symbol with all modifiers, as X11 numbers symbols; 0 when it has none.
+    std::uint32_t symbol = 0;
+};
+
+class KeyboardFocus {
+  public:
+    virtual ~KeyboardFocus() = default;
+
+    struct Receiver {
+        /// A key that no tap, hot key or local key monitor has used.
+        std::function<void(const TypedKey&)> key;
+        /// The keyboard is somebody else's again; called at most once, never from within take.
+        std::function<void()> lost;
+    };
+
+    /// Sends all that is typed from now on to the receiver, until the token is dropped. The focus
+    /// counts as lost when a button goes down outside of `panelFrame` (screen coordinates), when
+    /// another window is activated, and when somebody else keeps the keyboard.
+    virtual Token take(const Rect& panelFrame, Receiver receiver) = 0;
+};
+
+}  // namespace tessellon
