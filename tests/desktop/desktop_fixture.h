@@ -63,7 +63,7 @@ class WindowManagerTest : public DesktopTest, public ::testing::WithParamInterfa
 
 /// The window managers that every release is tested under.
 inline auto testedWindowManagers() {
-    return ::testing::Values("openbox", "xfwm4", "metacity", "icewm");
+    return ::testing::Values("openbox", "xfwm4", "metacity", "icewm", "kwin");
 }
 
 inline std::string windowManagerName(const ::testing::TestParamInfo<std::string>& info) {

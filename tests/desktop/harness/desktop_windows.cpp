@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <array>
 #include <cstdlib>
+#include <span>
 #include <stdexcept>
 
 namespace tessellon::desktop {
@@ -209,6 +210,27 @@ void DesktopWindows::minimize(xcb_window_t window) {
     if (!waitUntil([&] { return !isShown(window); })) {
         throw std::runtime_error("the window did not become minimized");
     }
+}
+
+std::vector<Frame> DesktopWindows::unmanagedOf(pid_t process) {
+    std::vector<Frame> frames;
+    const Reply<xcb_query_tree_reply_t> tree(
+        xcb_query_tree_reply(x_.connection(), xcb_query_tree(x_.connection(), x_.root()), nullptr));
+    const auto children =
+        tree ? std::span(xcb_query_tree_children(tree.get()),
+                         static_cast<std::size_t>(xcb_query_tree_children_length(tree.get())))
+             : std::span<xcb_window_t>();
+    for (const xcb_window_t child : children) {
+        const Reply<xcb_get_window_attributes_reply_t> attributes(xcb_get_window_attributes_reply(
+            x_.connection(), xcb_get_window_attributes(x_.connection(), child), nullptr));
+        if (attributes && attributes->map_state == XCB_MAP_STATE_VIEWABLE &&
+            attributes->override_redirect != 0 && x_.processOf(child) == process) {
+            if (const auto frame = clientGeometry(child)) {
+                frames.push_back(*frame);
+            }
+        }
+    }
+    return frames;
 }
 
 void DesktopWindows::close(xcb_window_t window) {

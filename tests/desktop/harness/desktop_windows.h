@@ -54,6 +54,9 @@ class DesktopWindows {
     /// Shows another desktop of the window manager's, and waits for it. Throws when it has none.
     void showDesktop(std::uint32_t number);
 
+    /// What a process shows without the window manager's help: menus, panels, overlays.
+    std::vector<Frame> unmanagedOf(pid_t process);
+
     /// Asks the program to close the window, as the close button does.
     void close(xcb_window_t window);
 

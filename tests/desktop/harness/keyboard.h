@@ -24,6 +24,7 @@ enum class Key : std::uint8_t {
     k = 45,
     leftShift = 50,
     c = 54,
+    slash = 61,
     leftAlt = 64,
     capsLock = 66,
     numLock = 77,
@@ -32,6 +33,7 @@ enum class Key : std::uint8_t {
     right = 114,
     down = 116,
     leftSuper = 133,
+    rightSuper = 134,
 };
 
 /// What is held while the last key goes down.

@@ -4,6 +4,7 @@
 
 #include <array>
 #include <cstdlib>
+#include <fstream>
 #include <stdexcept>
 #include <utility>
 
@@ -114,6 +115,7 @@ PrivateDesktop::~PrivateDesktop() {
         programs_.pop_back();
     }
     dock_.reset();
+    compositor_.reset();
     windowManager_.reset();
     session_.reset();
     server_.reset();
@@ -143,6 +145,7 @@ void PrivateDesktop::startServer(const std::vector<std::string>& serverArguments
     session_ = std::make_unique<XSession>(display_);
     windows_.emplace(*session_);
     keyboard_.emplace(*session_);
+    pointer_.emplace(*session_);
 }
 
 void PrivateDesktop::startSessionBus() {
@@ -190,6 +193,18 @@ void PrivateDesktop::killWindowManager() {
     windowManager_->kill();
     if (!waitUntil([&] { return !session_->windowManagerRuns(); })) {
         throw std::runtime_error("the window manager is still in charge");
+    }
+}
+
+void PrivateDesktop::startCompositor() {
+    const fs::path settings = home_ / ".config/picom.conf";
+    fs::create_directories(settings.parent_path());
+    std::ofstream(settings) << "backend = \"xrender\";\nvsync = false;\nshadow = false;\n"
+                               "fading = false;\nuse-damage = true;\n";
+    compositor_ = std::make_unique<Process>(std::vector<std::string>{"picom", "--config", settings},
+                                            processOptions("picom"));
+    if (!waitUntil([&] { return session_->selectionOwner("_NET_WM_CM_S0") != XCB_WINDOW_NONE; })) {
+        throw std::runtime_error("the compositing manager does not come into charge");
     }
 }
 

@@ -5,6 +5,7 @@
 #include "harness/desktop_windows.h"
 #include "harness/dock.h"
 #include "harness/keyboard.h"
+#include "harness/pointer.h"
 #include "harness/process.h"
 #include "harness/window_manager.h"
 #include "harness/x_session.h"
@@ -39,6 +40,7 @@ class PrivateDesktop {
     XSession& x() { return *session_; }
     DesktopWindows& windows() { return windows_.value(); }
     Keyboard& keyboard() { return keyboard_.value(); }
+    Pointer& pointer() { return pointer_.value(); }
 
     /// Starts a window manager without waiting for it.
     void launchWindowManager(std::string_view name,
@@ -51,6 +53,10 @@ class PrivateDesktop {
     /// Ends the window manager without a chance to say good-bye.
     void killWindowManager();
     Process& windowManagerProcess() { return *windowManager_; }
+
+    /// Starts a compositing manager, which shows windows through each other, and waits until it is
+    /// in charge.
+    void startCompositor();
 
     /// Shows a bar at the top and waits until the window manager knows it.
     void addDock(std::uint16_t height);
@@ -84,7 +90,9 @@ class PrivateDesktop {
     std::unique_ptr<XSession> session_;
     std::optional<DesktopWindows> windows_;
     std::optional<Keyboard> keyboard_;
+    std::optional<Pointer> pointer_;
     std::unique_ptr<Process> windowManager_;
+    std::unique_ptr<Process> compositor_;
     std::unique_ptr<Dock> dock_;
     std::vector<std::unique_ptr<Process>> programs_;
 };

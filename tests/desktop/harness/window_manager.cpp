@@ -71,6 +71,20 @@ void configureIcewm(const fs::path& home, WindowManagerKeys keys) {
     writeFile(home / ".icewm/preferences", preferences);
 }
 
+void configureKwin(const fs::path& home, WindowManagerKeys keys) {
+    // Without a graphics card it would spend its time on drawing everything itself.
+    writeFile(home / ".config/kwinrc",
+              "[Compositing]\nEnabled=false\n\n[Desktops]\nNumber=2\nRows=1\n");
+    if (keys == WindowManagerKeys::asShipped) {
+        return;
+    }
+    std::string shortcuts = "[kwin]\n";
+    for (const char* direction : {"Left", "Right", "Up", "Down"}) {
+        shortcuts += "Switch Window " + std::string(direction) + "=none,none,\n";
+    }
+    writeFile(home / ".config/kglobalshortcutsrc", shortcuts);
+}
+
 }  // namespace
 
 const std::vector<WindowManager>& windowManagers() {
@@ -85,6 +99,7 @@ const std::vector<WindowManager>& windowManagers() {
          .frameWindow = FrameWindow::oversized,
          .configure = configureMetacity},
         {.name = "icewm", .command = {"icewm"}, .configure = configureIcewm},
+        {.name = "kwin", .command = {"kwin_x11"}, .configure = configureKwin},
     };
     return table;
 }
