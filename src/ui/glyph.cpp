@@ -1,0 +1,51 @@
+#include "ui/glyph.h"
+
+#include "ui/palette.h"
+#include "ui/shapes.h"
+
+#include <algorithm>
+#include <array>
+
+namespace tessellon {
+namespace {
+
+// The smallest size at which the mark is shown, so that its edges are whole pixels there.
+constexpr double grid = 16;
+constexpr double outline = 1.3;
+constexpr double radius = 2.6;
+
+struct Tile {
+    QRectF rect;
+    QColor color;
+};
+
+}  // namespace
+
+void paintGlyph(QPainter& painter, const QRectF& rect) {
+    const std::array<Tile, 3> tiles{{
+        {QRectF(0, 0, 7.5, 16), palette::teal},
+        {QRectF(8.5, 0, 7.5, 7.5), palette::amber},
+        {QRectF(8.5, 8.5, 7.5, 7.5), palette::coral},
+    }};
+    const double scale = std::min(rect.width(), rect.height()) / grid;
+    painter.save();
+    painter.translate(rect.center());
+    painter.scale(scale, scale);
+    painter.translate(-grid / 2, -grid / 2);
+    for (const Tile& tile : tiles) {
+        paintRoundedRect(painter, tile.rect, radius, tile.color, {palette::ink, outline});
+    }
+    painter.restore();
+}
+
+Glyph::Glyph(int size, QWidget* parent) : QWidget(parent), size_(size) {
+    setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
+    setAttribute(Qt::WA_TransparentForMouseEvents);
+}
+
+void Glyph::paintEvent(QPaintEvent* /*event*/) {
+    QPainter painter(this);
+    paintGlyph(painter, rect());
+}
+
+}  // namespace tessellon

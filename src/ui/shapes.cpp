@@ -1,0 +1,88 @@
+#include "ui/shapes.h"
+
+#include <QPen>
+#include <algorithm>
+#include <numbers>
+
+namespace tessellon {
+namespace {
+
+// How much farther than the radius a continuous corner reaches along its edges.
+constexpr double reach = 1.5;
+// The distance from a corner to its arc's middle, along either edge, for a radius of 1.
+constexpr double diagonal = 1 - std::numbers::sqrt2 / 2;
+
+QRectF inset(const QRectF& rect, double by) {
+    const double x = std::min(by, rect.width() / 2);
+    const double y = std::min(by, rect.height() / 2);
+    return rect.adjusted(x, y, -x, -y);
+}
+
+// The fill ends under the middle of the border, so that none of it shines through around it.
+void paint(QPainter& painter, const QPainterPath& path, const QColor& fill, const Border& border) {
+    painter.save();
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(border.width > 0 ? QPen(border.color, border.width) : QPen(Qt::NoPen));
+    painter.setBrush(fill.isValid() ? QBrush(fill) : QBrush(Qt::NoBrush));
+    painter.drawPath(path);
+    painter.restore();
+}
+
+}  // namespace
+
+QPainterPath continuousRoundedRect(const QRectF& rect, double radius) {
+    const double half = std::min(rect.width(), rect.height()) / 2;
+    const double r = std::clamp(radius, 0.0, std::max(half, 0.0));
+    QPainterPath path;
+    if (r <= 0) {
+        path.addRect(rect);
+        return path;
+    }
+    const double extent = std::min(r * reach, half);
+    // Each corner is one cubic. Its handles are as long as it takes for the middle of the curve to
+    // lie on the middle of the arc; with an extent of r that is the usual circle.
+    const double handle = extent * (4 - 8 * diagonal * r / extent) / 3;
+    const double rest = extent - handle;
+    const double left = rect.left();
+    const double top = rect.top();
+    const double right = rect.right();
+    const double bottom = rect.bottom();
+    path.moveTo(left + extent, top);
+    path.lineTo(right - extent, top);
+    path.cubicTo(right - rest, top, right, top + rest, right, top + extent);
+    path.lineTo(right, bottom - extent);
+    path.cubicTo(right, bottom - rest, right - rest, bottom, right - extent, bottom);
+    path.lineTo(left + extent, bottom);
+    path.cubicTo(left + rest, bottom, left, bottom - rest, left, bottom - extent);
+    path.lineTo(left, top + extent);
+    path.cubicTo(left, top + rest, left + rest, top, left + extent, top);
+    path.closeSubpath();
+    return path;
+}
+
+QPainterPath capsule(const QRectF& rect) {
+    const double radius = std::min(rect.width(), rect.height()) / 2;
+    QPainterPath path;
+    path.addRoundedRect(rect, radius, radius);
+    return path;
+}
+
+void paintRoundedRect(QPainter& painter, const QRectF& rect, double radius, const QColor& fill,
+                      const Border& border) {
+    const double half = border.width / 2;
+    paint(painter, continuousRoundedRect(inset(rect, half), radius - half), fill, border);
+}
+
+void paintCapsule(QPainter& painter, const QRectF& rect, const QColor& fill, const Border& border) {
+    paint(painter, capsule(inset(rect, border.width / 2)), fill, border);
+}
+
+void strokeBorder(QPainter& painter, const QRectF& rect, double radius, const Border& border) {
+    paintRoundedRect(painter, rect, radius, QColor(), border);
+}
+
+void strokeCapsuleBorder(QPainter& painter, const QRectF& rect, const Border& border) {
+    paintCapsule(painter, rect, QColor(), border);
+}
+
+}  // namespace tessellon

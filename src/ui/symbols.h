@@ -1,0 +1,25 @@
+// Line drawings that take any colour and size.
+#pragma once
+
+#include <QColor>
+#include <QPainter>
+#include <QPainterPath>
+#include <QRectF>
+#include <cstdint>
+
+namespace tessellon {
+
+enum class Symbol : std::uint8_t { magnifyingGlass, sparkles };
+
+/// The lines of the symbol on a grid of 24 × 24 units, to be stroked with round ends and joins.
+QPainterPath symbolPath(Symbol symbol);
+
+/// The stroke of a medium weight, in units of the grid.
+inline constexpr double symbolStroke = 2;
+
+/// Draws the symbol as large as fits into the middle of `rect`; `strokeWidth` is in units of the
+/// grid and grows with the symbol.
+void drawSymbol(QPainter& painter, Symbol symbol, const QRectF& rect, const QColor& color,
+                double strokeWidth = symbolStroke);
+
+}  // namespace tessellon
