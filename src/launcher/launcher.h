@@ -56,6 +56,10 @@ class Launcher {
     LauncherModel* model() { return model_.get(); }
 
   private:
+    /// False when there is no window that could be snapped, or snapping is paused.
+    bool open();
+    KeyVerdict runLetter(const KeyEvent& event);
+
     WindowEngine& engine_;
     LauncherViews& views_;
     Beep& beep_;
