@@ -253,7 +253,7 @@ TEST_F(LauncherTest, LettersRunTheirActionsWhileNothingIsTyped) {
 
     EXPECT_EQ(letter("u"), KeyVerdict::used);
     EXPECT_FALSE(launcher.isOpen());
-    EXPECT_EQ(at(window).frame, (Rect{0, 25, 960, 527.5}));
+    EXPECT_EQ(at(window).frame, (Rect{0, 25, 960, 528}));
 
     launcher.toggle();
     EXPECT_EQ(letter("D", modifier_flag::shift), KeyVerdict::used);
