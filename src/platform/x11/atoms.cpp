@@ -47,6 +47,7 @@ constexpr std::array<std::string_view, static_cast<std::size_t>(Atom::count)> at
     "_NET_WM_WINDOW_TYPE_DOCK",
     "_NET_WM_WINDOW_TYPE_DESKTOP",
     "EDID",
+    "_NET_WM_CM_S0",
     "_TESSELLON_S0",
 };
 static_assert(!atomNames.back().empty(), "every atom needs its name");

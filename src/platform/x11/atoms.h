@@ -49,6 +49,7 @@ enum class Atom : std::size_t {
     netWmWindowTypeDock,
     netWmWindowTypeDesktop,
     edid,               // RandR output property
+    compositorSelection,
     instanceSelection,  // held by the one running instance of this program on the display
     count,
 };
