@@ -16,6 +16,7 @@ constexpr std::array<std::string_view, static_cast<std::size_t>(Atom::count)> at
     "_NET_CURRENT_DESKTOP",
     "_NET_WORKAREA",
     "_NET_MOVERESIZE_WINDOW",
+    "_NET_WM_MOVERESIZE",
     "_NET_REQUEST_FRAME_EXTENTS",
     "_NET_FRAME_EXTENTS",
     "_GTK_FRAME_EXTENTS",

@@ -18,6 +18,7 @@ enum class Atom : std::size_t {
     netCurrentDesktop,
     netWorkarea,
     netMoveresizeWindow,
+    netWmMoveresize,
     netRequestFrameExtents,
     netFrameExtents,
     gtkFrameExtents,   // widths of the invisible shadow of client-side decorations (GTK, Qt)

@@ -23,7 +23,6 @@ void configureOpenbox(const fs::path& home, WindowManagerKeys keys) {
   <theme><name>Clearlooks</name><titleLayout>NLIMC</titleLayout></theme>
   <desktops><number>2</number></desktops>
   <keyboard/>
-  <mouse/>
 </openbox_config>
 )");
 }
