@@ -12,6 +12,8 @@
 #include "engine/window_engine.h"
 #include "platform/run_loop.h"
 
+#include <cstddef>
+#include <cstdint>
 #include <optional>
 #include <vector>
 
@@ -36,7 +38,8 @@ class DragSnapper {
   private:
     struct Candidate {
         SnapAction action;
-        Screen screen;
+        /// The identity of its screen.
+        std::uint64_t screen;
     };
 
     void onDragged();
@@ -45,7 +48,11 @@ class DragSnapper {
     void capture();
     void recognise();
     void track();
+    void restoreSize();
     void drop();
+    void scheduleSnap(SnapAction action, const Element& window);
+    const Screen* screenAt(Point point);
+    std::optional<Rect> landingFrame(SnapAction action, const Screen& screen) const;
     void showCandidate(SnapAction action, const Screen& screen);
     void clearCandidate();
     bool isSwitchedOn() const;
@@ -64,7 +71,14 @@ class DragSnapper {
     std::optional<SnapAction> pending_;
     std::optional<Candidate> candidate_;
     bool gridShown_ = false;
-    Token scheduledSnap_;
+
+    /// The screens as they were looked at last; empty when they have to be looked at again. Asking
+    /// for them at every motion of the pointer would cost more than the rest of it.
+    std::vector<Screen> screens_;
+    Token displaysChanged_;
+
+    std::vector<Token> scheduledSnaps_;
+    std::size_t snapsDone_ = 0;  // of the scheduled ones, from the first on
 };
 
 }  // namespace tessellon
