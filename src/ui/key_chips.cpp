@@ -1,5 +1,6 @@
 #include "ui/key_chips.h"
 
+#include "ui/control_style.h"
 #include "ui/fonts.h"
 #include "ui/palette.h"
 #include "ui/shapes.h"
@@ -12,7 +13,6 @@
 namespace tessellon {
 namespace {
 
-constexpr double outline = 1.5;
 constexpr double fontScale = 0.55;
 constexpr double paddingScale = 0.3;
 constexpr double radiusScale = 0.28;
@@ -90,7 +90,8 @@ void paintKeyChips(QPainter& painter, const QPointF& topLeft, const QStringList&
     double left = topLeft.x();
     for (const QString& key : keys) {
         const QRectF cap(left, topLeft.y(), capWidth(font, key, size), size);
-        paintRoundedRect(painter, cap, size * radiusScale, palette::paper, {palette::ink, outline});
+        paintRoundedRect(painter, cap, size * radiusScale, palette::paper,
+                         {palette::ink, control_style::outline});
         drawLine(painter, cap, key);
         left += cap.width() + capGap(size);
     }

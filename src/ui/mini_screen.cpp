@@ -1,6 +1,7 @@
 #include "ui/mini_screen.h"
 
 #include "engine/snap_action_names.h"
+#include "ui/control_style.h"
 #include "ui/palette.h"
 #include "ui/shapes.h"
 
@@ -11,8 +12,6 @@
 
 namespace tessellon {
 namespace {
-
-constexpr double outline = 1.5;
 
 struct ZoneRow {
     SnapAction action;
@@ -50,7 +49,7 @@ double cornerRadius(const QRectF& picture) {
 }
 
 void paintScreen(QPainter& painter, const QRectF& rect, double radius, const QColor& fill) {
-    paintRoundedRect(painter, rect, radius, fill, {palette::ink, outline});
+    paintRoundedRect(painter, rect, radius, fill, {palette::ink, control_style::outline});
 }
 
 // An arrow from the screen the window leaves to the one it goes to, which is filled.
@@ -73,7 +72,8 @@ void paintMove(QPainter& painter, const QRectF& rect, SnapAction action) {
     const QPointF tip = rect.center() + QPointF(direction * length / 2, 0);
     painter.save();
     painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(QPen(palette::ink, outline, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+    painter.setPen(
+        QPen(palette::ink, control_style::outline, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
     painter.drawLine(tip - QPointF(direction * length, 0), tip);
     painter.drawLine(tip - QPointF(direction * head, head), tip);
     painter.drawLine(tip - QPointF(direction * head, -head), tip);
