@@ -11,6 +11,7 @@
 #include "platform/x11/first_look.h"
 #include "platform/x11/instance_lock.h"
 #include "platform/x11/keyboard.h"
+#include "platform/x11/raw_input.h"
 #include "platform/x11/window_mirror.h"
 #include "platform/x11/x11_accessibility.h"
 #include "platform/x11/x11_applications.h"
@@ -101,8 +102,9 @@ int run(int argc, char** argv) {
     x11::X11Applications applications(*connection, mirror, directory, processExecutable);
     x11::X11Displays displays(*connection, mirror);
     x11::X11WindowList windowList(mirror);
-    x11::X11EventMonitors eventMonitors(*connection, displays);
     x11::Keyboard keyboard(*connection);
+    x11::RawInput rawInput(*connection, keyboard);
+    x11::X11EventMonitors eventMonitors(*connection, mirror, displays, rawInput);
     x11::X11HotKeyCenter hotKeyCenter(*connection, keyboard);
 
     // Applications have to be known when the delegate loads the restore records, or those of

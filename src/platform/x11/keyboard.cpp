@@ -12,7 +12,9 @@
 #include <xcb/xkb.h>
 #undef explicit
 
+#include "base/modifier_flag.h"
 #include "platform/hot_key_center.h"
+#include "platform/key_event.h"
 #include "platform/x11/virtual_key_names.h"
 
 #include <array>
@@ -26,9 +28,6 @@ constexpr std::uint32_t virtualKeyCodes = 128;
 
 struct ContextDeleter {
     void operator()(xkb_context* context) const { xkb_context_unref(context); }
-};
-struct KeymapDeleter {
-    void operator()(xkb_keymap* keymap) const { xkb_keymap_unref(keymap); }
 };
 struct SymbolsDeleter {
     void operator()(xcb_key_symbols_t* symbols) const { xcb_key_symbols_free(symbols); }
@@ -120,18 +119,22 @@ void Keyboard::onEvent(const xcb_generic_event_t& event) {
     }
 }
 
-Keyboard::Map Keyboard::read() const {
+Keyboard::Map Keyboard::read() {
     Map map;
     if (hasXkb_) {
         const std::unique_ptr<xkb_context, ContextDeleter> context(
             xkb_context_new(XKB_CONTEXT_NO_DEFAULT_INCLUDES));
         const auto device = xkb_x11_get_core_keyboard_device_id(connection_.xcb());
-        const std::unique_ptr<xkb_keymap, KeymapDeleter> keymap(
+        const std::shared_ptr<xkb_keymap> keymap(
             context && device >= 0
                 ? xkb_x11_keymap_new_from_device(context.get(), connection_.xcb(), device,
                                                  XKB_KEYMAP_COMPILE_NO_FLAGS)
-                : nullptr);
+                : nullptr,
+            xkb_keymap_unref);
         connection_.countRoundTrip();
+        if (keymap) {
+            keymap_ = keymap;
+        }
         for (std::uint32_t code = 0; keymap && code < virtualKeyCodes; ++code) {
             const std::string name(xkbKeyName(code));
             const auto found = name.empty() ? XKB_KEYCODE_INVALID
@@ -183,6 +186,38 @@ std::uint16_t Keyboard::modifierMask(std::uint32_t hotKeyModifiers) const {
     add(hot_key_modifier::option, map_.alt);
     add(hot_key_modifier::control, XCB_MOD_MASK_CONTROL);
     return mask;
+}
+
+std::uint32_t Keyboard::virtualKeyCode(xcb_keycode_t code) const {
+    for (std::uint32_t candidate = 0; candidate < virtualKeyCodes; ++candidate) {
+        if (keyCode(candidate) == code) {
+            return candidate;
+        }
+    }
+    return virtual_key::unknown;
+}
+
+std::uint16_t Keyboard::flagMask(std::uint64_t flags) const {
+    std::uint16_t mask = 0;
+    const auto add = [&](std::uint64_t flag, std::uint16_t bits) {
+        if ((flags & flag) != 0) {
+            mask = static_cast<std::uint16_t>(mask | bits);
+        }
+    };
+    add(modifier_flag::command, map_.super);
+    add(modifier_flag::shift, XCB_MOD_MASK_SHIFT);
+    add(modifier_flag::option, map_.alt);
+    add(modifier_flag::control, XCB_MOD_MASK_CONTROL);
+    return mask;
+}
+
+std::uint64_t Keyboard::modifierFlags(std::uint16_t state) const {
+    std::uint64_t flags = 0;
+    for (const auto flag : {modifier_flag::command, modifier_flag::shift, modifier_flag::option,
+                            modifier_flag::control}) {
+        flags |= (state & flagMask(flag)) != 0 ? flag : 0;
+    }
+    return flags;
 }
 
 std::uint16_t Keyboard::withoutLocks(std::uint16_t state) const {

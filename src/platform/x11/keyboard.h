@@ -15,6 +15,8 @@
 
 #include <xcb/xcb.h>
 
+struct xkb_keymap;
+
 namespace tessellon::x11 {
 
 class Keyboard {
@@ -31,6 +33,24 @@ class Keyboard {
 
     /// The X modifier mask for bits of hot_key_modifier.
     std::uint16_t modifierMask(std::uint32_t hotKeyModifiers) const;
+
+    /// The virtual key code of the physical key with this X key code, virtual_key::unknown when it
+    /// has none.
+    std::uint32_t virtualKeyCode(xcb_keycode_t code) const;
+
+    /// The X modifier mask for bits of modifier_flag.
+    std::uint16_t flagMask(std::uint64_t flags) const;
+    /// The bits of modifier_flag in an event's state; rightCommand is not among them.
+    std::uint64_t modifierFlags(std::uint16_t state) const;
+
+    /// The keys as they are mapped now, with all layouts; null when they could not be read. Stays
+    /// as it is while it is held.
+    std::shared_ptr<xkb_keymap> keymap() const { return keymap_; }
+
+    /// What begins the events of XKB; nothing when the server does not have it.
+    std::optional<std::uint8_t> xkbEvent() const {
+        return hasXkb_ ? std::optional(xkbEvent_) : std::nullopt;
+    }
 
     /// The modifiers of an event's state without the locks.
     std::uint16_t withoutLocks(std::uint16_t state) const;
@@ -54,7 +74,7 @@ class Keyboard {
         bool operator==(const Map&) const = default;
     };
 
-    Map read() const;
+    Map read();
     void onEvent(const xcb_generic_event_t& event);
 
     Connection& connection_;
@@ -62,6 +82,7 @@ class Keyboard {
     bool hasXkb_ = false;
     bool stale_ = false;
     Map map_;
+    std::shared_ptr<xkb_keymap> keymap_;
     Signal<> changed_;
     Token listener_;
     Token reloader_;

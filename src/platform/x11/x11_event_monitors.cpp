@@ -1,38 +1,122 @@
 #include "platform/x11/x11_event_monitors.h"
 
+#include <utility>
+
+#include <unistd.h>
+#include <xcb/res.h>
+
 namespace tessellon::x11 {
 
-std::optional<Token> X11EventMonitors::addGlobalMonitor(MonitoredEvent /*event*/,
-                                                        Callback /*callback*/) {
-    return std::nullopt;
+X11EventMonitors::X11EventMonitors(Connection& connection, WindowMirror& mirror,
+                                   const X11Displays& displays, RawInput& input)
+    : connection_(connection), mirror_(mirror), displays_(displays), input_(input) {
+    pressed_ = input_.buttonPressed().subscribe([this](std::uint32_t button) {
+        if (button == XCB_BUTTON_INDEX_1) {
+            dragAudience_ = audienceOfPress();
+        }
+    });
+    const auto ofDrag = [this]() -> const Signals& {
+        return dragAudience_ == Audience::local ? local_ : global_;
+    };
+    motion_ = input_.motion().subscribe([ofDrag] { ofDrag().dragged.emit(); });
+    released_ = input_.buttonReleased().subscribe([ofDrag] { ofDrag().up.emit(); });
+    // A panel of ours never has the focus of the desktop, so modifiers are always for others.
+    flags_ = input_.flagsChanged().subscribe([this] { global_.flags.emit(); });
 }
 
-std::optional<Token> X11EventMonitors::addLocalMonitor(MonitoredEvent /*event*/,
-                                                       Callback /*callback*/) {
-    return std::nullopt;
+X11EventMonitors::Audience X11EventMonitors::audienceOfPress() const {
+    const auto pointer = input_.queryPointer();
+    return pointer && belongsToUs(pointer->topLevel) ? Audience::local : Audience::global;
 }
 
-std::optional<Token> X11EventMonitors::addLocalKeyMonitor(KeyHandler /*handler*/) {
-    return std::nullopt;
+bool X11EventMonitors::belongsToUs(xcb_window_t topLevel) const {
+    if (topLevel == XCB_WINDOW_NONE) {
+        return false;
+    }
+    // A managed window's frame is the window manager's; the window in it tells whose it is.
+    mirror_.refresh();
+    if (const auto* client = mirror_.findByTopLevel(topLevel)) {
+        return client->pid == getpid();
+    }
+    connection_.countRoundTrip();
+    const xcb_res_client_id_spec_t wanted{topLevel, XCB_RES_CLIENT_ID_MASK_LOCAL_CLIENT_PID};
+    const Reply<xcb_res_query_client_ids_reply_t> reply(xcb_res_query_client_ids_reply(
+        connection_.xcb(), xcb_res_query_client_ids_unchecked(connection_.xcb(), 1, &wanted),
+        nullptr));
+    if (!reply) {
+        return false;
+    }
+    for (auto id = xcb_res_query_client_ids_ids_iterator(reply.get()); id.rem > 0;
+         xcb_res_client_id_value_next(&id)) {
+        if (xcb_res_client_id_value_value_length(id.data) == 1 &&
+            static_cast<pid_t>(*xcb_res_client_id_value_value(id.data)) == getpid()) {
+            return true;
+        }
+    }
+    return false;
+}
+
+const Signal<>& X11EventMonitors::signalFor(const Signals& signals, MonitoredEvent event) {
+    switch (event) {
+        case MonitoredEvent::leftMouseDragged:
+            return signals.dragged;
+        case MonitoredEvent::leftMouseUp:
+            return signals.up;
+        case MonitoredEvent::flagsChanged:
+            break;
+    }
+    return signals.flags;
+}
+
+std::optional<Token> X11EventMonitors::addGlobalMonitor(MonitoredEvent event, Callback callback) {
+    if (!input_.isAvailable()) {
+        return std::nullopt;
+    }
+    return signalFor(global_, event).subscribe(std::move(callback));
+}
+
+std::optional<Token> X11EventMonitors::addLocalMonitor(MonitoredEvent event, Callback callback) {
+    if (!input_.isAvailable()) {
+        return std::nullopt;
+    }
+    return signalFor(local_, event).subscribe(std::move(callback));
+}
+
+std::optional<Token> X11EventMonitors::addLocalKeyMonitor(KeyHandler handler) {
+    const auto added =
+        keyHandlers_->insert(keyHandlers_->end(), std::make_shared<KeyHandler>(std::move(handler)));
+    return Token([weak = std::weak_ptr(keyHandlers_), added] {
+        if (const auto handlers = weak.lock()) {
+            handlers->erase(added);
+        }
+    });
+}
+
+KeyVerdict X11EventMonitors::offerKey(const KeyEvent& event) const {
+    // A copy: a handler may take itself off.
+    const auto handlers = *keyHandlers_;
+    for (const auto& handler : handlers) {
+        if ((*handler)(event) == KeyVerdict::used) {
+            return KeyVerdict::used;
+        }
+    }
+    return KeyVerdict::notUsed;
 }
 
 std::uint32_t X11EventMonitors::pressedMouseButtons() const {
-    return 0;
+    return input_.pressedButtons();
 }
 
 std::uint64_t X11EventMonitors::modifierFlags() const {
-    return 0;
+    return input_.modifierFlags();
 }
 
 std::optional<Point> X11EventMonitors::pointerLocation() const {
-    connection_.countRoundTrip();
-    const Reply<xcb_query_pointer_reply_t> reply(xcb_query_pointer_reply(
-        connection_.xcb(), xcb_query_pointer_unchecked(connection_.xcb(), connection_.root()),
-        nullptr));
-    if (!reply || reply->same_screen == 0) {
+    const auto pointer = input_.queryPointer();
+    if (!pointer) {
         return std::nullopt;
     }
-    return Point{static_cast<double>(reply->root_x), displays_.primaryHeight() - reply->root_y};
+    return Point{static_cast<double>(pointer->x), displays_.primaryHeight() - pointer->y};
 }
 
 }  // namespace tessellon::x11

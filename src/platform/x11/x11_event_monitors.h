@@ -1,16 +1,22 @@
-// The event-monitor port on X11.
+// The event-monitor port on X11: raw input told apart by whose window the button went down in.
 #pragma once
 
+#include "base/signal.h"
 #include "platform/event_monitors.h"
 #include "platform/x11/connection.h"
+#include "platform/x11/raw_input.h"
+#include "platform/x11/window_mirror.h"
 #include "platform/x11/x11_displays.h"
+
+#include <list>
+#include <memory>
 
 namespace tessellon::x11 {
 
 class X11EventMonitors : public EventMonitors {
   public:
-    X11EventMonitors(Connection& connection, const X11Displays& displays)
-        : connection_(connection), displays_(displays) {}
+    X11EventMonitors(Connection& connection, WindowMirror& mirror, const X11Displays& displays,
+                     RawInput& input);
 
     std::optional<Token> addGlobalMonitor(MonitoredEvent event, Callback callback) override;
     std::optional<Token> addLocalMonitor(MonitoredEvent event, Callback callback) override;
@@ -19,9 +25,35 @@ class X11EventMonitors : public EventMonitors {
     std::uint32_t pressedMouseButtons() const override;
     std::uint64_t modifierFlags() const override;
 
+    /// Asks the local key monitors about a key that is meant for a panel of ours.
+    KeyVerdict offerKey(const KeyEvent& event) const;
+
   private:
+    enum class Audience { global, local };
+    struct Signals {
+        Signal<> dragged;
+        Signal<> up;
+        Signal<> flags;
+    };
+
+    static const Signal<>& signalFor(const Signals& signals, MonitoredEvent event);
+    Audience audienceOfPress() const;
+    bool belongsToUs(xcb_window_t topLevel) const;
+
     Connection& connection_;
+    WindowMirror& mirror_;
     const X11Displays& displays_;
+    RawInput& input_;
+    Signals global_;
+    Signals local_;
+    Audience dragAudience_ = Audience::global;
+    using KeyHandlers = std::list<std::shared_ptr<KeyHandler>>;
+    // Tokens may outlive the monitors.
+    std::shared_ptr<KeyHandlers> keyHandlers_ = std::make_shared<KeyHandlers>();
+    Token pressed_;
+    Token motion_;
+    Token released_;
+    Token flags_;
 };
 
 }  // namespace tessellon::x11

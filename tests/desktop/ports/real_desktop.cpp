@@ -26,7 +26,9 @@ RealDesktop::RealDesktop(const std::string& display)
       applications_(*connection_, mirror_, directory_, processExecutable),
       displays_(*connection_, mirror_),
       windowList_(mirror_),
-      eventMonitors_(*connection_, displays_) {
+      keyboard_(*connection_),
+      rawInput_(*connection_, keyboard_),
+      eventMonitors_(*connection_, mirror_, displays_, rawInput_) {
     registerPreferenceDefaults(defaults_);
     // The list of installed applications is read once in the life of the program.
     directory_.lookUp({});

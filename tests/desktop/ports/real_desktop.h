@@ -8,6 +8,8 @@
 #include "platform/memory/manual_run_loop.h"
 #include "platform/memory/memory_user_defaults.h"
 #include "platform/x11/connection.h"
+#include "platform/x11/keyboard.h"
+#include "platform/x11/raw_input.h"
 #include "platform/x11/window_mirror.h"
 #include "platform/x11/x11_accessibility.h"
 #include "platform/x11/x11_applications.h"
@@ -42,6 +44,8 @@ class RealDesktop {
     x11::X11Applications applications_;
     x11::X11Displays displays_;
     x11::X11WindowList windowList_;
+    x11::Keyboard keyboard_;
+    x11::RawInput rawInput_;
     x11::X11EventMonitors eventMonitors_;
 };
 
