@@ -32,9 +32,9 @@ PanelWindow::PanelWindow(PanelLevel level, PanelInput input, Compositing& compos
 
 void PanelWindow::setScreenFrame(const Rect& frame) {
     frame_ = frame;
-    const auto previous = size();
+    const auto previous = geometry();
     setGeometry(toQtGeometry(frame, qtScreens()));
-    if (isVisible() && size() != previous) {
+    if (isVisible() && geometry() != previous) {
         updateShape();
         // Not with the next turn: until then the old picture would be seen at the new place.
         repaint();

@@ -23,7 +23,7 @@ class PanelWindow : public QWidget {
 
     /// In screen coordinates: device pixels, bottom-left origin, y up.
     const Rect& screenFrame() const { return frame_; }
-    /// A visible panel is painted anew at once when this changes its size.
+    /// A visible panel is painted anew at once.
     void setScreenFrame(const Rect& frame);
 
     /// Shows the panel in front of those of its level and behind those of higher ones.
@@ -36,7 +36,7 @@ class PanelWindow : public QWidget {
     enum class Backdrop { translucent, opaque };
     Backdrop backdrop() const { return backdrop_; }
 
-    /// Called before every show and after every change of the size, with the backdrop known: the
+    /// Called before every show and after every change of the frame, with the backdrop known: the
     /// place to set or clear the mask.
     virtual void updateShape() {}
 

@@ -1,0 +1,148 @@
+#include "drag/overlay_view.h"
+
+#include "engine/snap_action_names.h"
+#include "ui/fonts.h"
+#include "ui/key_chips.h"
+#include "ui/palette.h"
+#include "ui/shapes.h"
+#include "ui/symbols.h"
+
+#include <QPainter>
+#include <QRegion>
+#include <algorithm>
+#include <cmath>
+
+namespace tessellon {
+namespace {
+
+constexpr double cornerRadius = 18;
+constexpr double borderWidth = 3;
+constexpr double hollowWidth = 6;  // the border with a light line inside it
+constexpr double fillOpacity = 0.28;
+
+/// A preview must be larger than this in both directions to have a label.
+constexpr QSizeF largestWithoutLabel{260, 120};
+constexpr double labelBottom = 28;
+constexpr double labelPaddingX = 16;
+constexpr double labelPaddingY = 9;
+constexpr double labelBorder = 2;
+constexpr double labelSpacing = 8;
+constexpr QSizeF symbolFrame{32, 22};
+constexpr double symbolSize = 15;
+constexpr double boldStroke = 2.6;  // of the symbol, in units of its grid
+constexpr double titleSize = 20;
+constexpr double smallestTitleScale = 0.7;
+constexpr double chipSize = 22;
+
+QRegion regionOf(const QPainterPath& path) {
+    return QRegion(path.toFillPolygon().toPolygon());
+}
+
+}  // namespace
+
+struct OverlayView::Label {
+    QRectF rect;  // empty: none
+    FittedText title;
+    double titleWidth = 0;
+    QSizeF chips;
+};
+
+OverlayView::OverlayView(Compositing& compositing)
+    : PanelWindow(PanelLevel::preview, PanelInput::clickThrough, compositing) {}
+
+void OverlayView::setAction(SnapAction action, const QString& shortcut) {
+    const auto keys = onePerCharacter(shortcut);
+    if (action == action_ && keys == keys_ && !title_.isEmpty()) {
+        return;
+    }
+    action_ = action;
+    keys_ = keys;
+    title_ = QString::fromStdString(sentenceTitle(action));
+    if (isVisible()) {
+        updateShape();
+        update();
+    }
+}
+
+OverlayView::Label OverlayView::label() const {
+    Label label;
+    if (width() <= largestWithoutLabel.width() || height() <= largestWithoutLabel.height()) {
+        return label;
+    }
+    label.chips = keys_.isEmpty() ? QSizeF(0, 0) : keyChipsSize(keys_, chipSize);
+    const double chipsWidth = keys_.isEmpty() ? 0 : labelSpacing + label.chips.width();
+    const double around = 2 * labelPaddingX + symbolFrame.width() + labelSpacing + chipsWidth;
+    const double widest = width() - 2 * borderWidth - around;
+    label.title = fitText(title_, widest, titleSize, QFont::Bold, smallestTitleScale);
+    label.titleWidth = std::ceil(textWidth(label.title.font, label.title.text));
+    const double contentHeight = std::max(
+        {symbolFrame.height(), label.chips.height(), std::ceil(lineHeight(label.title.font))});
+    const double labelWidth = std::ceil(around + label.titleWidth);
+    const double labelHeight = contentHeight + 2 * labelPaddingY;
+    label.rect = QRectF(std::floor((width() - labelWidth) / 2),
+                        height() - labelBottom - labelHeight, labelWidth, labelHeight);
+    return label;
+}
+
+QRectF OverlayView::labelRect() const {
+    return label().rect;
+}
+
+void OverlayView::updateShape() {
+    if (backdrop() == Backdrop::translucent) {
+        clearMask();
+        return;
+    }
+    const QRectF whole(rect());
+    auto region = regionOf(continuousRoundedRect(whole, cornerRadius));
+    const auto inner = whole.adjusted(hollowWidth, hollowWidth, -hollowWidth, -hollowWidth);
+    if (inner.isValid()) {
+        region -= regionOf(continuousRoundedRect(inner, cornerRadius - hollowWidth));
+    }
+    if (const auto pill = labelRect(); !pill.isEmpty()) {
+        region += regionOf(capsule(pill));
+    }
+    setMask(region);
+}
+
+void OverlayView::paintEvent(QPaintEvent* /*event*/) {
+    QPainter painter(this);
+    const QRectF whole(rect());
+    const auto pill = label();
+    if (backdrop() == Backdrop::translucent) {
+        paintRoundedRect(painter, whole, cornerRadius,
+                         palette::withOpacity(palette::teal, fillOpacity),
+                         {palette::ink, borderWidth});
+    } else {
+        // The mask cuts through pixels at the rounded edges: they must not mix with black.
+        painter.fillRect(whole, palette::ink);
+        paintRoundedRect(painter, whole, cornerRadius, palette::teal, {palette::ink, borderWidth});
+        painter.fillRect(pill.rect, palette::ink);
+    }
+    if (!pill.rect.isEmpty()) {
+        paintLabel(painter, pill);
+    }
+}
+
+void OverlayView::paintLabel(QPainter& painter, const Label& label) const {
+    paintCapsule(painter, label.rect, palette::paper, {palette::ink, labelBorder});
+    const double middle = label.rect.center().y();
+    double x = label.rect.left() + labelPaddingX;
+    const QPointF symbolCenter(x + symbolFrame.width() / 2, middle);
+    drawSymbol(painter, Symbol::sparkles,
+               QRectF(symbolCenter - QPointF(symbolSize / 2, symbolSize / 2),
+                      QSizeF(symbolSize, symbolSize)),
+               palette::ink, boldStroke);
+    x += symbolFrame.width() + labelSpacing;
+    painter.setPen(palette::ink);
+    painter.setFont(label.title.font);
+    drawLine(painter, QRectF(x, label.rect.top(), label.titleWidth, label.rect.height()),
+             label.title.text);
+    x += label.titleWidth + labelSpacing;
+    if (!keys_.isEmpty()) {
+        paintKeyChips(painter, QPointF(x, std::round(middle - label.chips.height() / 2)), keys_,
+                      chipSize);
+    }
+}
+
+}  // namespace tessellon
