@@ -12,6 +12,7 @@ namespace {
 
 constexpr double pointsPerInch = 72;
 constexpr double fallbackDpi = 96;
+constexpr double tolerance = 0.75;  // logical pixels
 
 // The resolution by which Qt turns a font's points into pixels on every paint device.
 double logicalDpi() {
@@ -19,27 +20,44 @@ double logicalDpi() {
     return screen != nullptr ? std::round(screen->logicalDotsPerInchY()) : fallbackDpi;
 }
 
+double exactPixelSize(const QFont& font) {
+    return font.pointSizeF() * logicalDpi() / pointsPerInch;
+}
+
+// Qt rounds the size of every font to whole pixels. What a font of a broken size measures and draws
+// is therefore brought back to that size by this factor; glyphs without hinting bear it well.
+double drawnScale(const QFont& font) {
+    const double exact = exactPixelSize(font);
+    const double whole = std::round(exact);
+    return exact > 0 && whole > 0 ? exact / whole : 1;
+}
+
 }  // namespace
 
 QFont interfaceFont(double pixelSize, QFont::Weight weight) {
+    // The list differs in nothing else, since Qt would take the glyphs it has cached for the other.
+    QStringList families{QStringLiteral("Quicksand"), QStringLiteral("Inter"),
+                         QStringLiteral("DejaVu Sans"), QStringLiteral("sans-serif")};
+    if (weight == QFont::Medium) {
+        // Some systems know the medium weight only as a family of its own.
+        families.prepend(QStringLiteral("Quicksand Medium"));
+    }
     QFont font;
-    // Always the same list: with a second one Qt takes the glyphs it has cached for the first.
-    font.setFamilies({QStringLiteral("Quicksand"), QStringLiteral("Inter"),
-                      QStringLiteral("DejaVu Sans"), QStringLiteral("sans-serif")});
+    font.setFamilies(families);
     font.setStyleHint(QFont::SansSerif);
     font.setWeight(weight);
     font.setHintingPreference(QFont::PreferNoHinting);
-    // QFont's own pixel sizes are whole numbers, its point sizes are not.
+    // QFont's own pixel sizes are whole numbers; its point sizes keep the fraction.
     font.setPointSizeF(pixelSize * pointsPerInch / logicalDpi());
     return font;
 }
 
 double textWidth(const QFont& font, const QString& text) {
-    return QFontMetricsF(font).horizontalAdvance(text);
+    return QFontMetricsF(font).horizontalAdvance(text) * drawnScale(font);
 }
 
 double lineHeight(const QFont& font) {
-    return QFontMetricsF(font).height();
+    return QFontMetricsF(font).height() * drawnScale(font);
 }
 
 FittedText fitText(const QString& text, double width, double pixelSize, QFont::Weight weight,
@@ -49,24 +67,19 @@ FittedText fitText(const QString& text, double width, double pixelSize, QFont::W
     if (wanted <= width) {
         return fitted;
     }
-    const double scale = std::max(minimumScale, width / wanted);
-    fitted.font = interfaceFont(pixelSize * scale, weight);
-    // Advances do not shrink quite evenly; a last hair's breadth is taken off rather than cutting
-    // a letter that the scale was made for.
-    if (scale > minimumScale) {
-        const double excess = textWidth(fitted.font, text) / width;
-        if (excess > 1) {
-            fitted.font =
-                interfaceFont(pixelSize * std::max(minimumScale, scale / excess * 0.999), weight);
-        }
+    fitted.font = interfaceFont(pixelSize * std::max(minimumScale, width / wanted), weight);
+    // Advances do not shrink quite evenly: a hair's breadth too much is no reason to cut.
+    if (textWidth(fitted.font, text) > width + tolerance) {
+        fitted.text = QFontMetricsF(fitted.font)
+                          .elidedText(text, Qt::ElideRight, width / drawnScale(fitted.font));
     }
-    fitted.text = QFontMetricsF(fitted.font).elidedText(text, Qt::ElideRight, width);
     return fitted;
 }
 
 void drawLine(QPainter& painter, const QRectF& rect, const QString& text, Qt::Alignment alignment) {
-    const QFontMetricsF metrics(painter.font(), painter.device());
-    const double slack = rect.width() - metrics.horizontalAdvance(text);
+    const QFont& font = painter.font();
+    const double scale = drawnScale(font);
+    const double slack = rect.width() - textWidth(font, text);
     double left = rect.left();
     if ((alignment & Qt::AlignHCenter) != 0) {
         left += slack / 2;
@@ -74,7 +87,12 @@ void drawLine(QPainter& painter, const QRectF& rect, const QString& text, Qt::Al
         left += slack;
     }
     // Centring the line box would leave room for descenders that few of the texts have.
-    painter.drawText(QPointF(left, rect.center().y() + metrics.capHeight() / 2), text);
+    const double baseline = rect.center().y() + QFontMetricsF(font).capHeight() * scale / 2;
+    painter.save();
+    painter.translate(left, baseline);
+    painter.scale(scale, scale);
+    painter.drawText(QPointF(0, 0), text);
+    painter.restore();
 }
 
 }  // namespace tessellon

@@ -9,7 +9,8 @@
 namespace tessellon {
 
 /// The rounded interface font with its stand-ins for signs it lacks. `pixelSize` is in logical
-/// pixels and may be a fraction. A QGuiApplication must exist.
+/// pixels and may be a fraction, which the functions below heed; Qt's own labels and drawing round
+/// it. A QGuiApplication must exist.
 QFont interfaceFont(double pixelSize, QFont::Weight weight = QFont::Medium);
 
 /// The width of one line of text, in logical pixels.

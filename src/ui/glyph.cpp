@@ -11,8 +11,8 @@ namespace {
 
 // The smallest size at which the mark is shown, so that its edges are whole pixels there.
 constexpr double grid = 16;
-constexpr double outline = 1.3;
-constexpr double radius = 2.6;
+constexpr double outline = 1.15;
+constexpr double radius = 2.4;
 
 struct Tile {
     QRectF rect;

@@ -1,7 +1,8 @@
 #include "ui/layer.h"
 
-#include <QPaintDevice>
 #include <QPixmap>
+#include <QTransform>
+#include <cmath>
 
 namespace tessellon {
 
@@ -11,7 +12,9 @@ void paintLayer(QPainter& painter, const QSize& size, double opacity,
         draw(painter);
         return;
     }
-    const double ratio = painter.device()->devicePixelRatioF();
+    // Device pixels for each logical one, whatever the painter draws on.
+    const QTransform transform = painter.deviceTransform();
+    const double ratio = std::hypot(transform.m11(), transform.m12());
     QPixmap picture((QSizeF(size) * ratio).toSize());
     picture.setDevicePixelRatio(ratio);
     picture.fill(Qt::transparent);

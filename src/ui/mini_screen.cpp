@@ -57,7 +57,7 @@ void paintMove(QPainter& painter, const QRectF& rect, SnapAction action) {
     const bool forward = action == SnapAction::nextDisplay;
     const QColor to = palette::groupColor(action);
     const double width = rect.width() * 0.36;
-    const double height = rect.height() * 0.76;
+    const double height = rect.height() * 0.6;
     const double top = rect.center().y() - height / 2;
     const QRectF left(rect.left(), top, width, height);
     const QRectF right(rect.right() - width, top, width, height);
