@@ -1,0 +1,503 @@
+// The launcher's panel as it is drawn, typed into and clicked, with the whole launcher behind it;
+// on Qt's platform without a display.
+#include "launcher/launcher_view.h"
+
+#include "engine/engine_fixture.h"
+#include "launcher/launcher.h"
+#include "launcher/qt_launcher_views.h"
+#include "platform/memory/memory_beep.h"
+#include "platform/memory/memory_compositing.h"
+#include "ui/chip.h"
+#include "ui/palette.h"
+
+#include <QAccessible>
+#include <QApplication>
+#include <QClipboard>
+#include <QCursor>
+#include <QDeadlineTimer>
+#include <QImage>
+#include <QMouseEvent>
+#include <QTemporaryFile>
+#include <cstdlib>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace tessellon {
+namespace {
+
+namespace symbol {
+constexpr std::uint32_t tab = 0xFF09;
+constexpr std::uint32_t backspace = 0xFF08;
+constexpr std::uint32_t home = 0xFF50;
+constexpr std::uint32_t keypadFour = 0xFFB4;
+constexpr std::uint32_t cyrillicEf = 0x6C6;
+}  // namespace symbol
+
+/// The keyboard as the desktop in memory has it: what no monitor uses goes to whoever took it.
+class FakeKeyboard final : public KeyboardFocus {
+  public:
+    explicit FakeKeyboard(MemoryEventMonitors& monitors) : monitors_(monitors) {}
+
+    Token take(const Rect& panelFrame, Receiver receiver) override {
+        frame = panelFrame;
+        receiver_ = std::make_shared<Receiver>(std::move(receiver));
+        return Token([this] { receiver_.reset(); });
+    }
+
+    void press(const TypedKey& key) {
+        const auto receiver = receiver_;
+        if (monitors_.type(key.event) == KeyVerdict::notUsed && receiver) {
+            receiver->key(key);
+        }
+        if (const auto current = receiver_) {
+            auto released = key;
+            released.transition = KeyTransition::released;
+            current->key(released);
+        }
+    }
+    void lose() {
+        const auto receiver = receiver_;
+        receiver->lost();
+    }
+    bool isTaken() const { return receiver_ != nullptr; }
+
+    Rect frame;
+
+  private:
+    MemoryEventMonitors& monitors_;
+    std::shared_ptr<Receiver> receiver_;
+};
+
+/// One application for all tests of this program.
+class Toolkit : public testing::Environment {
+  public:
+    void SetUp() override {
+        // The screen that the desktop in memory has.
+        if (!screens_.open()) {
+            throw std::runtime_error("no temporary file");
+        }
+        screens_.write(R"({"synchronousWindowSystemEvents": true, "windowFrameMargins": false,
+            "screens": [{"name": "One", "x": 0, "y": 0, "width": 1920, "height": 1080,
+                         "logicalDpi": 96, "logicalBaseDpi": 96, "dpr": 1}]})");
+        screens_.close();
+        qputenv("QT_QPA_PLATFORM", "offscreen:configfile=" + screens_.fileName().toUtf8());
+        static int count = 1;
+        static char name[] = "launcher_view_test";
+        static char* arguments[] = {name, nullptr};
+        application_ = std::make_unique<QApplication>(count, arguments);
+    }
+    void TearDown() override { application_.reset(); }
+
+  private:
+    QTemporaryFile screens_;
+    std::unique_ptr<QApplication> application_;
+};
+const auto* const toolkit = testing::AddGlobalTestEnvironment(new Toolkit);
+
+class LauncherViewTest : public EngineTest {
+  protected:
+    LauncherViewTest() {
+        defaults_.setDouble(preference::gap, 0);
+        defaults_.setDouble(preference::padding, 0);
+        QCursor::setPos(1, 1);
+        window_ = openFocused({100, 100, 800, 600});
+    }
+    ~LauncherViewTest() override {
+        launcher.close(Launcher::Activation::none);
+        settle();
+    }
+    LauncherViewTest(const LauncherViewTest&) = delete;
+    LauncherViewTest& operator=(const LauncherViewTest&) = delete;
+
+    static void settle() {
+        QApplication::processEvents();
+        QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    }
+
+    void openLauncher() {
+        launcher.toggle();
+        settle();
+    }
+    LauncherView& view() const {
+        for (auto* const widget : QApplication::topLevelWidgets()) {
+            auto* const found = dynamic_cast<LauncherView*>(widget);
+            if (found != nullptr && found->isVisible()) {
+                return *found;
+            }
+        }
+        throw std::runtime_error("the launcher is not shown");
+    }
+    QLineEdit& field() const { return *view().findChild<QLineEdit*>(); }
+    LauncherTile& tile(SnapAction action) const {
+        for (auto* const found : view().findChildren<LauncherTile*>()) {
+            if (found->action() == action) {
+                return *found;
+            }
+        }
+        throw std::runtime_error("no such tile");
+    }
+    std::vector<SnapAction> shownTiles() const {
+        std::vector<SnapAction> shown;
+        for (const auto* const found : view().findChildren<LauncherTile*>()) {
+            if (found->isVisible()) {
+                shown.push_back(found->action());
+            }
+        }
+        return shown;
+    }
+    std::vector<SnapAction> selectedTiles() const {
+        std::vector<SnapAction> selected;
+        for (const auto* const found : view().findChildren<LauncherTile*>()) {
+            if (found->isVisible() && found->isSelected()) {
+                selected.push_back(found->action());
+            }
+        }
+        return selected;
+    }
+
+    void type(std::string_view text) {
+        for (const char c : text) {
+            TypedKey key;
+            key.symbol = static_cast<unsigned char>(c);
+            key.event.characters = std::string(1, c);
+            key.event.charactersIgnoringModifiers = key.event.characters;
+            keyboard.press(key);
+        }
+    }
+    void key(std::uint32_t keySymbol, std::uint64_t modifiers = 0, std::string characters = {}) {
+        TypedKey typed;
+        typed.symbol = keySymbol;
+        typed.event.modifiers = modifiers;
+        typed.event.characters = characters;
+        typed.event.charactersIgnoringModifiers = std::move(characters);
+        keyboard.press(typed);
+    }
+    void keyAt(std::uint32_t keyCode) {
+        TypedKey typed;
+        typed.event.keyCode = keyCode;
+        keyboard.press(typed);
+    }
+    static void movePointer(const QPoint& position) {
+        QCursor::setPos(position);
+        QApplication::processEvents();
+    }
+    /// A motion that the toolkit tells a widget of.
+    static void moveOver(QWidget& widget, const QPoint& local) {
+        QMouseEvent motion(QEvent::MouseMove, QPointF(local), widget.mapToGlobal(QPointF(local)),
+                           Qt::NoButton, Qt::NoButton, Qt::NoModifier);
+        QApplication::sendEvent(&widget, &motion);
+    }
+    static QPoint centerOf(const QWidget& widget) {
+        return widget.mapToGlobal(widget.rect().center());
+    }
+    static void click(QWidget& widget) {
+        const QPointF local = widget.rect().center();
+        const QPointF global = widget.mapToGlobal(local);
+        QMouseEvent press(QEvent::MouseButtonPress, local, global, Qt::LeftButton, Qt::LeftButton,
+                          Qt::NoModifier);
+        QApplication::sendEvent(&widget, &press);
+        QMouseEvent release(QEvent::MouseButtonRelease, local, global, Qt::LeftButton, Qt::NoButton,
+                            Qt::NoModifier);
+        QApplication::sendEvent(&widget, &release);
+    }
+
+    static QColor blend(const QColor& top, double opacity, const QColor& bottom) {
+        const auto mix = [opacity](int a, int b) {
+            return static_cast<int>(std::lround(a * opacity + b * (1 - opacity)));
+        };
+        return {mix(top.red(), bottom.red()), mix(top.green(), bottom.green()),
+                mix(top.blue(), bottom.blue())};
+    }
+    static ::testing::AssertionResult near(const QColor& seen, const QColor& expected) {
+        const int off = std::max({std::abs(seen.red() - expected.red()),
+                                  std::abs(seen.green() - expected.green()),
+                                  std::abs(seen.blue() - expected.blue())});
+        if (off <= 2) {
+            return ::testing::AssertionSuccess();
+        }
+        return ::testing::AssertionFailure()
+               << seen.name().toStdString() << " is not " << expected.name().toStdString();
+    }
+
+    Element window_;
+    MemoryBeep beep;
+    MemoryCompositing compositing;
+    NotificationCenter notifications;
+    ArrangementStore store{defaults_, notifications};
+    KeyBindings bindings{defaults_, store};
+    FakeKeyboard keyboard{desktop_.eventMonitors()};
+    QtLauncherViews views{keyboard, bindings, compositing};
+    Launcher launcher{engine(), views, beep, notifications};
+};
+
+using enum SnapAction;
+
+TEST_F(LauncherViewTest, IsCentredAndLaidOutInFourColumns) {
+    openLauncher();
+    const auto geometry = view().geometry();
+    EXPECT_EQ(geometry.width(), 472);
+    EXPECT_EQ(keyboard.frame.width, 472);
+    EXPECT_EQ(keyboard.frame.midX(), 960);
+    EXPECT_EQ(keyboard.frame.midY(), 527.5);
+
+    const int top = tile(leftHalf).y();
+    EXPECT_EQ(tile(leftHalf).geometry(), QRect(16, top, 104, 96));
+    EXPECT_EQ(tile(bottomHalf).geometry(), QRect(16 + 3 * 112, top, 104, 96));
+    EXPECT_EQ(tile(topLeft).geometry(), QRect(16, top + 104, 104, 96));
+    EXPECT_EQ(geometry.height(), tile(previousDisplay).geometry().bottom() + 1 + 16);
+    EXPECT_GE(top, 16 + 2 * 10 + 16 + 12);
+    EXPECT_EQ(shownTiles().size(), 19U);
+    EXPECT_EQ(field().placeholderText(), QStringLiteral("Snap App 100…"));
+}
+
+TEST_F(LauncherViewTest, TypingNarrowsTheTilesAndReturnSnaps) {
+    openLauncher();
+    const auto size = view().size();
+    EXPECT_TRUE(field().hasFocus());
+    type("half");
+    EXPECT_EQ(shownTiles(), (std::vector{leftHalf, rightHalf, topHalf, bottomHalf}));
+    key(symbol::backspace);
+    key(symbol::backspace);
+    key(symbol::backspace);
+    EXPECT_EQ(field().text(), QStringLiteral("h"));
+    type(" lf");
+    EXPECT_EQ(selectedTiles(), std::vector<SnapAction>{});
+    launcher.model()->setQuery("right");
+    EXPECT_EQ(field().text(), QStringLiteral("right"));
+    EXPECT_EQ(shownTiles(),
+              (std::vector{rightHalf, topRight, bottomRight, rightThird, rightTwoThirds}));
+    EXPECT_EQ(tile(rightTwoThirds).geometry().topLeft(), tile(rightHalf).pos() + QPoint(0, 104));
+    EXPECT_EQ(view().size(), size) << "the panel does not jump while it is typed into";
+
+    keyAt(virtual_key::rightArrow);
+    keyAt(virtual_key::downArrow);
+    EXPECT_EQ(selectedTiles(), std::vector{rightTwoThirds});
+    keyAt(virtual_key::upArrow);
+    EXPECT_EQ(selectedTiles(), std::vector{rightHalf});
+    keyAt(virtual_key::returnKey);
+    EXPECT_FALSE(launcher.isOpen());
+    EXPECT_FALSE(keyboard.isTaken());
+    EXPECT_EQ(at(window_).frame, (Rect{960, 25, 960, 1055}));
+}
+
+TEST_F(LauncherViewTest, LettersSnapWhileTheFieldIsEmptyAndAreTextAfterwards) {
+    openLauncher();
+    type(" u");
+    EXPECT_EQ(field().text(), QStringLiteral(" u"));
+    key(symbol::backspace);
+    key(symbol::backspace);
+    type("u");
+    EXPECT_FALSE(launcher.isOpen());
+    EXPECT_EQ(at(window_).frame, (Rect{0, 25, 960, 528}));
+}
+
+TEST_F(LauncherViewTest, EditingKeysWorkAsInAnyField) {
+    openLauncher();
+    QApplication::clipboard()->setText(QStringLiteral("bottom"));
+    type("maxi mum");
+    key(symbol::backspace, modifier_flag::control);
+    EXPECT_EQ(field().text(), QStringLiteral("maxi "));
+    key(symbol::home);
+    key(symbol::keypadFour, 0, "4");
+    EXPECT_EQ(field().text(), QStringLiteral("4maxi "));
+    key('a', modifier_flag::control, "\x01");
+    EXPECT_EQ(field().selectedText(), QStringLiteral("4maxi "));
+    key('v', modifier_flag::control, "\x16");
+    EXPECT_EQ(field().text(), QStringLiteral("bottom"));
+    EXPECT_EQ(shownTiles(), (std::vector{bottomHalf, bottomLeft, bottomRight}));
+
+    field().deselect();
+    TypedKey cyrillic;
+    cyrillic.symbol = symbol::cyrillicEf;
+    cyrillic.event.keyCode = 0;
+    cyrillic.event.charactersIgnoringModifiers = "ф";
+    cyrillic.event.modifiers = modifier_flag::control;
+    keyboard.press(cyrillic);
+    EXPECT_EQ(field().selectedText(), QStringLiteral("bottom")) << "by the place of the key";
+    cyrillic.event.characters = "ф";
+    cyrillic.event.modifiers = 0;
+    keyboard.press(cyrillic);
+    EXPECT_EQ(field().text(), QStringLiteral("ф"));
+
+    key('c', modifier_flag::command, "c");
+    EXPECT_EQ(field().text(), QStringLiteral("ф")) << "a command is no text";
+}
+
+TEST_F(LauncherViewTest, AClickRunsTheTileAndOutlivesTheClose) {
+    openLauncher();
+    auto& clicked = tile(rightHalf);
+    click(clicked);
+    EXPECT_FALSE(launcher.isOpen());
+    EXPECT_EQ(at(window_).frame, (Rect{960, 25, 960, 1055}));
+    EXPECT_EQ(desktop_.activations(), std::vector<Pid>{editor});
+    click(clicked);  // the second press of a double click finds a closed panel
+    settle();
+    EXPECT_EQ(desktop_.activations().size(), 1U);
+}
+
+TEST_F(LauncherViewTest, OnlyAPointerThatMovesSelects) {
+    openLauncher();
+    const auto spot = centerOf(tile(rightThird));
+    launcher.close(Launcher::Activation::none);
+    settle();
+
+    movePointer(spot);
+    openLauncher();
+    EXPECT_EQ(selectedTiles(), std::vector{leftHalf}) << "it only rests where the tile came up";
+    movePointer(spot + QPoint(1, 0));
+    EXPECT_EQ(selectedTiles(), std::vector{rightThird});
+    keyAt(virtual_key::leftArrow);
+    moveOver(tile(rightThird), {60, 60});
+    EXPECT_EQ(selectedTiles(), std::vector{centerThird}) << "it was there before";
+    movePointer(centerOf(tile(center)));
+    EXPECT_EQ(selectedTiles(), std::vector{center});
+
+    movePointer(centerOf(tile(rightHalf)));
+    type("right");
+    EXPECT_EQ(selectedTiles(), std::vector{rightHalf}) << "the first one, not the one below it";
+    moveOver(tile(topRight), tile(topRight).mapFromGlobal(QCursor::pos()));
+    EXPECT_EQ(selectedTiles(), std::vector{rightHalf});
+}
+
+TEST_F(LauncherViewTest, TabReachesTheTilesAndTypingComesBack) {
+    openLauncher();
+    key(symbol::tab);
+    key(symbol::tab);
+    EXPECT_TRUE(tile(rightHalf).hasFocus());
+    EXPECT_EQ(selectedTiles(), std::vector{rightHalf});
+    type("ha");
+    EXPECT_TRUE(field().hasFocus());
+    EXPECT_EQ(field().text(), QStringLiteral("ha"));
+    key(symbol::tab);
+    type("v");
+    EXPECT_EQ(field().text(), QStringLiteral("hav"));
+    EXPECT_TRUE(shownTiles().empty());
+    key(symbol::backspace);
+    key(symbol::tab);
+    type(" ");
+    settle();
+    EXPECT_FALSE(launcher.isOpen());
+    EXPECT_EQ(at(window_).frame, (Rect{0, 25, 960, 1055}));
+}
+
+TEST_F(LauncherViewTest, NoMatchesSaysSoAndBeepsAtReturn) {
+    openLauncher();
+    type("xyz");
+    EXPECT_TRUE(shownTiles().empty());
+    const QRect message(200, tile(leftHalf).y() + 30, 72, 20);
+    const auto inked = [&] {
+        const auto image = view().grab(message).toImage();
+        int count = 0;
+        for (int y = 0; y < image.height(); ++y) {
+            for (int x = 0; x < image.width(); ++x) {
+                count += image.pixelColor(x, y).lightness() < 180 ? 1 : 0;
+            }
+        }
+        return count;
+    };
+    EXPECT_GT(inked(), 50);
+    keyAt(virtual_key::returnKey);
+    EXPECT_EQ(beep.count(), 1);
+    EXPECT_TRUE(launcher.isOpen());
+    key(symbol::backspace);
+    key(symbol::backspace);
+    EXPECT_EQ(selectedTiles(), std::vector{maximize});
+    type("yz");
+    EXPECT_GT(inked(), 50);
+    launcher.model()->setQuery("center third");
+    EXPECT_EQ(inked(), 0) << "a tile at the left edge, and no message";
+}
+
+TEST_F(LauncherViewTest, LosingTheKeyboardCloses) {
+    openLauncher();
+    EXPECT_EQ(QApplication::activeWindow(), &view());
+    keyboard.lose();
+    EXPECT_FALSE(launcher.isOpen());
+    EXPECT_EQ(QApplication::activeWindow(), nullptr);
+    EXPECT_TRUE(desktop_.activations().empty());
+    settle();
+    EXPECT_TRUE(QApplication::topLevelWidgets().empty());
+}
+
+TEST_F(LauncherViewTest, ColoursTellSelectionAndGroup) {
+    openLauncher();
+    const auto image = view().grab().toImage();
+    const auto inside = [&](SnapAction action, QPoint at) {
+        return image.pixelColor(tile(action).pos() + at);
+    };
+    const QPoint plain(8, 48);
+    const QPoint edge(52, 0);
+    EXPECT_TRUE(near(inside(leftHalf, plain), blend(palette::teal, 0.5, palette::paper)));
+    EXPECT_TRUE(near(inside(leftHalf, edge), palette::ink));
+    EXPECT_TRUE(near(inside(topRight, plain), blend(palette::amber, 0.2, palette::paper)));
+    EXPECT_TRUE(near(inside(topRight, edge), blend(palette::amber, 0.2, palette::paper)));
+    EXPECT_TRUE(near(inside(leftThird, plain), blend(palette::pink, 0.2, palette::paper)));
+    EXPECT_TRUE(near(inside(restore, plain), blend(palette::lavender, 0.2, palette::paper)));
+    EXPECT_TRUE(near(image.pixelColor(236, 0), palette::ink));
+    EXPECT_TRUE(near(image.pixelColor(236, 1), palette::ink));
+    EXPECT_TRUE(near(image.pixelColor(236, 3), palette::paper));
+    EXPECT_TRUE(near(image.pixelColor(30, 20), palette::cream));
+    EXPECT_EQ(image.pixelColor(1, 1).alpha(), 0) << "the corners are round";
+}
+
+TEST_F(LauncherViewTest, WithoutACompositorTheCornersAreCutOff) {
+    openLauncher();
+    EXPECT_TRUE(view().mask().isEmpty());
+    launcher.close(Launcher::Activation::none);
+    settle();
+
+    compositing.setActive(false);
+    openLauncher();
+    const auto mask = view().mask();
+    EXPECT_FALSE(mask.contains(QPoint(1, 1)));
+    EXPECT_FALSE(mask.contains(view().rect().bottomRight()));
+    EXPECT_TRUE(mask.contains(QPoint(236, 0)));
+    EXPECT_TRUE(mask.contains(view().rect().center()));
+    const auto image = view().grab().toImage();
+    for (int x = 0; x < 30; ++x) {
+        if (mask.contains(QPoint(x, 3))) {
+            EXPECT_EQ(image.pixelColor(x, 3).alpha(), 255) << "nothing is left to shine through";
+        }
+    }
+}
+
+TEST_F(LauncherViewTest, LongNamesLeaveRoomToType) {
+    const std::string name = "The Extraordinarily Long Name of an Application\nin Two Lines";
+    desktop_.launch({300, std::nullopt, name, ActivationPolicy::regular, /*hidden=*/false});
+    desktop_.focus(open(300, {0, 0, 800, 600}));
+    openLauncher();
+    const auto& chip = *view().findChild<Chip*>();
+    EXPECT_GT(field().width(), 200);
+    EXPECT_LT(field().geometry().right(), chip.geometry().left());
+    EXPECT_EQ(chip.geometry().right() + 1, 16 + 440 - 12);
+    EXPECT_TRUE(chip.text().endsWith(QChar(0x2026)));
+    EXPECT_FALSE(field().placeholderText().contains(QLatin1Char('\n')));
+}
+
+TEST_F(LauncherViewTest, AssistiveTechnologyFindsFieldAndTiles) {
+    bindings.setCombo(std::nullopt, HotkeyTarget::snap(maximize));
+    openLauncher();
+    auto* const search = QAccessible::queryAccessibleInterface(&field());
+    EXPECT_EQ(search->role(), QAccessible::EditableText);
+    EXPECT_EQ(search->text(QAccessible::Name), QStringLiteral("Snap App 100…"));
+
+    auto* const first = QAccessible::queryAccessibleInterface(&tile(leftHalf));
+    EXPECT_EQ(first->role(), QAccessible::Button);
+    EXPECT_EQ(first->text(QAccessible::Name), QStringLiteral("Left Half, ⌃⌥←"));
+    EXPECT_EQ(first->text(QAccessible::Description), QStringLiteral("Selected"));
+    auto* const bare = QAccessible::queryAccessibleInterface(&tile(maximize));
+    EXPECT_EQ(bare->text(QAccessible::Name), QStringLiteral("Maximize"));
+
+    bare->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+    for (QDeadlineTimer deadline(5000); launcher.isOpen() && !deadline.hasExpired();) {
+        QApplication::processEvents(QEventLoop::WaitForMoreEvents);
+    }
+    settle();
+    EXPECT_FALSE(launcher.isOpen());
+    EXPECT_EQ(at(window_).frame, (Rect{0, 25, 1920, 1055}));
+}
+
+}  // namespace
+}  // namespace tessellon
