@@ -1,12 +1,14 @@
 // The program: chooses the real side of every port, builds the application on them and runs it.
 #include "app/app_delegate.h"
 #include "app/command_line.h"
+#include "app/preferences.h"
 #include "base/log.h"
 #include "platform/linux/defaults_file.h"
 #include "platform/linux/desktop_entries.h"
 #include "platform/linux/process_info.h"
 #include "platform/linux/termination_signals.h"
 #include "platform/qt/qt_run_loop.h"
+#include "platform/x11/command_drag.h"
 #include "platform/x11/connection.h"
 #include "platform/x11/first_look.h"
 #include "platform/x11/instance_lock.h"
@@ -98,14 +100,18 @@ int run(int argc, char** argv) {
     DefaultsFile defaults(loop, *defaultsPath);
     const DesktopEntries directory(loop, applicationFolders());
     x11::WindowMirror mirror(*connection);
-    x11::X11Accessibility accessibility(*connection, mirror);
     x11::X11Applications applications(*connection, mirror, directory, processExecutable);
     x11::X11Displays displays(*connection, mirror);
     x11::X11WindowList windowList(mirror);
     x11::Keyboard keyboard(*connection);
     x11::RawInput rawInput(*connection, keyboard);
+    x11::X11Accessibility accessibility(*connection, mirror, rawInput);
     x11::X11EventMonitors eventMonitors(*connection, mirror, displays, rawInput);
     x11::X11HotKeyCenter hotKeyCenter(*connection, keyboard);
+    const x11::CommandDrag commandDrag(*connection, mirror, rawInput, [&defaults] {
+        return defaults.boolForKey(preference::dragEnabled) &&
+               !defaults.boolForKey(preference::paused);
+    });
 
     // Applications have to be known when the delegate loads the restore records, or those of
     // windows that a starting window manager has not taken over yet would be lost.

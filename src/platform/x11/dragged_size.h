@@ -20,16 +20,19 @@ bool keepsSizeWhileDragging(std::string_view windowManagerName);
 
 class DraggedSizes {
   public:
+    bool isEmpty() const { return entries_.empty(); }
+
     /// Remembers a size for a window, in place of an older one.
     void remember(const Element& window, Size size);
 
-    /// A frame was written to the window, or the window is gone: its size is no longer wanted.
+    /// The size of this window is no longer wanted: another frame was written.
     void forget(const Element& window);
 
     /// The size that the window will have, in points, while it is outstanding.
     std::optional<Size> outstanding(const Element& window) const;
 
-    /// While the token lives, due() leaves the size of this window out. May outlive this object.
+    /// While the token lives, takeDue() leaves the size of this window out. May outlive this
+    /// object.
     Token hold(const Element& window);
 
     /// Takes the sizes that have to come about now that nothing is dragged.

@@ -42,9 +42,15 @@ bool isMinimized(const ClientWindow& window) {
 
 }  // namespace
 
-X11Accessibility::X11Accessibility(Connection& connection, WindowMirror& mirror)
-    : connection_(connection), mirror_(mirror), writer_(connection, mirror) {
-    idle_ = connection_.idle().subscribe([this] { writer_.flush(); });
+X11Accessibility::X11Accessibility(Connection& connection, WindowMirror& mirror,
+                                   const RawInput& input)
+    : connection_(connection), mirror_(mirror), input_(input), writer_(connection, mirror) {
+    // After everybody has heard of a release, so that whoever is about to write a frame holds the
+    // window by then.
+    idle_ = connection_.idle().subscribe([this] {
+        bringAboutDraggedSizes();
+        writer_.flush();
+    });
 }
 
 bool X11Accessibility::isTrusted() const {
@@ -123,6 +129,11 @@ std::optional<AttributeValue> X11Accessibility::read(const Element& element,
     if (window == nullptr) {
         return std::nullopt;
     }
+    if (attribute == Attribute::size) {
+        if (const auto size = draggedSizes_.outstanding(element)) {
+            return *size;
+        }
+    }
     return readWindow(*window, attribute);
 }
 
@@ -200,6 +211,7 @@ bool X11Accessibility::write(const Element& element, Attribute attribute,
         if (position == nullptr || !std::isfinite(position->x) || !std::isfinite(position->y)) {
             return false;
         }
+        draggedSizes_.forget(element);
         writer_.requestPosition(id, *position);
         return true;
     }
@@ -208,6 +220,7 @@ bool X11Accessibility::write(const Element& element, Attribute attribute,
         if (size == nullptr || !std::isfinite(size->width) || !std::isfinite(size->height)) {
             return false;
         }
+        draggedSizes_.forget(element);
         writer_.requestSize(id, *size);
         return true;
     }
@@ -215,11 +228,29 @@ bool X11Accessibility::write(const Element& element, Attribute attribute,
 }
 
 void X11Accessibility::writeDraggedSize(const Element& window, Size size) {
-    write(window, Attribute::size, size);
+    if (mirror_.find(static_cast<xcb_window_t>(window.id), window.generation) == nullptr ||
+        !std::isfinite(size.width) || !std::isfinite(size.height)) {
+        return;
+    }
+    // Where it is kept the user sees it at once; it is written again in the end all the same, since
+    // the window manager may have had other ideas when it let the window go.
+    if (keepsSizeWhileDragging(mirror_.windowManagerName())) {
+        write(window, Attribute::size, size);
+    }
+    draggedSizes_.remember(window, size);
 }
 
-Token X11Accessibility::holdDraggedSize(const Element& /*window*/) {
-    return {};
+Token X11Accessibility::holdDraggedSize(const Element& window) {
+    return draggedSizes_.hold(window);
+}
+
+void X11Accessibility::bringAboutDraggedSizes() {
+    if (draggedSizes_.isEmpty() || input_.isLeftButtonDown()) {
+        return;
+    }
+    for (const auto& [window, size] : draggedSizes_.takeDue()) {
+        write(window, Attribute::size, size);
+    }
 }
 
 Token X11Accessibility::beginReads() const {

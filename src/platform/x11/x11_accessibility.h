@@ -3,14 +3,17 @@
 #pragma once
 
 #include "platform/accessibility.h"
+#include "platform/x11/dragged_size.h"
 #include "platform/x11/frame_writer.h"
+#include "platform/x11/raw_input.h"
 #include "platform/x11/window_mirror.h"
 
 namespace tessellon::x11 {
 
 class X11Accessibility : public Accessibility {
   public:
-    X11Accessibility(Connection& connection, WindowMirror& mirror);
+    /// All of them must outlive this object.
+    X11Accessibility(Connection& connection, WindowMirror& mirror, const RawInput& input);
 
     bool isTrusted() const override;
     void setMessagingTimeout(Seconds timeout) override;
@@ -27,9 +30,12 @@ class X11Accessibility : public Accessibility {
     std::optional<AttributeValue> readApplication(Pid pid, Attribute attribute) const;
     std::optional<AttributeValue> readWindow(const ClientWindow& window, Attribute attribute) const;
     void look() const;
+    void bringAboutDraggedSizes();
 
     Connection& connection_;
     WindowMirror& mirror_;
+    const RawInput& input_;
+    DraggedSizes draggedSizes_;
     mutable FrameWriter writer_;  // a read first brings about what was written
     Token idle_;
 };

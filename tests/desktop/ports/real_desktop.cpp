@@ -22,12 +22,12 @@ RealDesktop::RealDesktop(const std::string& display)
     : directory_(loop_, applicationFolders()),
       connection_(openConnection(display)),
       mirror_(*connection_),
-      accessibility_(*connection_, mirror_),
       applications_(*connection_, mirror_, directory_, processExecutable),
       displays_(*connection_, mirror_),
       windowList_(mirror_),
       keyboard_(*connection_),
       rawInput_(*connection_, keyboard_),
+      accessibility_(*connection_, mirror_, rawInput_),
       eventMonitors_(*connection_, mirror_, displays_, rawInput_) {
     registerPreferenceDefaults(defaults_);
     // The list of installed applications is read once in the life of the program.

@@ -40,12 +40,12 @@ class RealDesktop {
     DesktopEntries directory_;
     std::unique_ptr<x11::Connection> connection_;
     x11::WindowMirror mirror_;
-    x11::X11Accessibility accessibility_;
     x11::X11Applications applications_;
     x11::X11Displays displays_;
     x11::X11WindowList windowList_;
     x11::Keyboard keyboard_;
     x11::RawInput rawInput_;
+    x11::X11Accessibility accessibility_;
     x11::X11EventMonitors eventMonitors_;
 };
 

@@ -1,0 +1,133 @@
+#include "platform/x11/command_drag.h"
+
+#include "base/modifier_flag.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <string_view>
+#include <utility>
+
+namespace tessellon::x11 {
+namespace {
+
+// Directions of _NET_WM_MOVERESIZE (EWMH).
+constexpr std::uint32_t beginMove = 8;
+constexpr std::uint32_t cancelMove = 11;
+constexpr std::uint32_t leftButton = 1;
+constexpr std::uint32_t sourcePager = 2;
+
+// Pixels that the pointer goes before the press counts as a drag. Further than the window managers
+// themselves wait (Openbox: 8), so that a binding of the user's for this press comes first.
+constexpr double threshold = 10;
+
+// What a window manager takes for the resize handle at the edge of a title bar, in pixels.
+constexpr double resizeHandle = 5;
+
+// How long a window manager may take over the drag before it is left alone.
+constexpr Seconds answerTimeout{0.1};
+
+/// Whether it ignores a title bar that is pressed with the command key down. Those that would move
+/// the window themselves must not be told to: some would begin a second move after the first.
+bool ignoresCommandPress(std::string_view windowManagerName) {
+    constexpr std::array<std::string_view, 3> names{"Openbox", "Fluxbox", "JWM"};
+    return std::any_of(names.begin(), names.end(),
+                       [&](std::string_view name) { return windowManagerName.starts_with(name); });
+}
+
+bool isOnTitleBar(const ClientWindow& window, Point point) {
+    const Rect frame = window.visibleFrame();
+    return point.y >= frame.y + resizeHandle && point.y < window.client.y &&
+           point.x >= frame.x + resizeHandle && point.x < frame.x + frame.width - resizeHandle;
+}
+
+Point pointOf(const RawInput::Pointer& pointer) {
+    return {static_cast<double>(pointer.x), static_cast<double>(pointer.y)};
+}
+
+}  // namespace
+
+CommandDrag::CommandDrag(Connection& connection, WindowMirror& mirror, RawInput& input,
+                         std::function<bool()> wanted)
+    : connection_(connection),
+      mirror_(mirror),
+      input_(input),
+      wanted_(std::move(wanted)),
+      fence_(connection) {
+    pressed_ =
+        input_.buttonPressed().subscribe([this](std::uint32_t button) { onPressed(button); });
+    motion_ = input_.motion().subscribe([this] { onMotion(); });
+    released_ = input_.buttonReleased().subscribe([this] { onReleased(); });
+}
+
+bool CommandDrag::onlyCommandIsDown() const {
+    return (input_.modifierFlags() & modifier_flag::all) == modifier_flag::command;
+}
+
+const ClientWindow* CommandDrag::pressedWindow() const {
+    return press_ ? mirror_.find(press_->window, press_->generation) : nullptr;
+}
+
+void CommandDrag::tellWindowManager(std::uint32_t what) const {
+    const auto coordinate = [](double value) {
+        return static_cast<std::uint32_t>(static_cast<std::int32_t>(value));
+    };
+    connection_.sendToWindowManager(
+        press_->window, Atom::netWmMoveresize,
+        {coordinate(press_->at.x), coordinate(press_->at.y), what, leftButton, sourcePager});
+}
+
+void CommandDrag::onPressed(std::uint32_t button) {
+    press_.reset();
+    if (button != leftButton || !onlyCommandIsDown() ||
+        !ignoresCommandPress(mirror_.windowManagerName()) || !wanted_()) {
+        return;
+    }
+    const auto pointer = input_.queryPointer();
+    if (!pointer || pointer->topLevel == XCB_WINDOW_NONE) {
+        return;
+    }
+    const Point at = pointOf(*pointer);
+    mirror_.look();
+    const auto* window = mirror_.findByTopLevel(pointer->topLevel);
+    if (window == nullptr || !window->managed || !isOnTitleBar(*window, at)) {
+        return;
+    }
+    press_ = Press{window->id, window->generation, at, window->visibleFrame()};
+}
+
+void CommandDrag::onMotion() {
+    if (!press_ || press_->moveBegun) {
+        return;
+    }
+    if (!onlyCommandIsDown()) {
+        press_.reset();
+        return;
+    }
+    const auto pointer = input_.queryPointer();
+    if (!pointer || std::max(std::abs(pointer->x - press_->at.x),
+                             std::abs(pointer->y - press_->at.y)) < threshold) {
+        return;
+    }
+    // The window manager has seen the same motion; what it makes of it is there after the fence.
+    const bool answered = fence_.wait(answerTimeout);
+    mirror_.refresh();
+    const auto* window = pressedWindow();
+    if (!answered || window == nullptr || window->visibleFrame() != press_->frame) {
+        press_.reset();
+        return;
+    }
+    press_->moveBegun = true;
+    tellWindowManager(beginMove);
+}
+
+void CommandDrag::onReleased() {
+    if (press_ && press_->moveBegun && pressedWindow() != nullptr) {
+        // Where the button went up before the window manager took the move over, it would keep the
+        // pointer for a move that nothing ends. Any other is over by the time it reads this.
+        tellWindowManager(cancelMove);
+    }
+    press_.reset();
+}
+
+}  // namespace tessellon::x11
