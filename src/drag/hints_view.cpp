@@ -61,7 +61,7 @@ QRectF labelRect(const QRectF& cell, const QSizeF& size) {
 }  // namespace
 
 HintsView::HintsView(Compositing& compositing)
-    : PanelWindow(PanelLevel::grid, PanelInput::clickThrough, compositing) {
+    : PanelWindow(PanelLevel::grid, PanelInput::clickThrough, compositing), animation_(this) {
     animation_.setStartValue(0.0);
     animation_.setEndValue(1.0);
     animation_.setDuration(animationMilliseconds);
@@ -212,9 +212,11 @@ void HintsView::paintCell(QPainter& painter, const Cell& cell) const {
     const auto value = [&](double inactive, double active) {
         return between(inactive, active, cell.activity);
     };
+    // One after the other: the fill goes on beneath the translucent border.
     paintRoundedRect(painter, cell.rect, cornerRadius,
-                     palette::withOpacity(palette::teal, value(0.08, 0.3)),
-                     {palette::withOpacity(palette::ink, value(0.22, 0.8)), value(1, 2)});
+                     palette::withOpacity(palette::teal, value(0.08, 0.3)));
+    strokeBorder(painter, cell.rect, cornerRadius,
+                 {palette::withOpacity(palette::ink, value(0.22, 0.8)), value(1, 2)});
     paintLabel(painter, cell, palette::withOpacity(palette::paper, value(0.85, 1)), value(0.8, 1));
 }
 
