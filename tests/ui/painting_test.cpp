@@ -1,0 +1,258 @@
+// The painted controls: measures, colours and shapes, probed pixel by pixel.
+#include "ui/chip.h"
+#include "ui/fonts.h"
+#include "ui/glyph.h"
+#include "ui/key_chips.h"
+#include "ui/layer.h"
+#include "ui/mini_screen.h"
+#include "ui/palette.h"
+#include "ui/shapes.h"
+#include "ui/symbols.h"
+#include "ui_fixture.h"
+
+#include <QFontDatabase>
+#include <QRawFont>
+#include <set>
+
+namespace tessellon {
+namespace {
+
+using Painting = UiTest;
+
+QImage miniScreen(SnapAction action) {
+    return painted({46, 30}, [&](QPainter& painter) {
+        paintMiniScreen(painter, QRectF(0, 0, 46, 30), action);
+    });
+}
+
+TEST_F(Painting, EachSectionOfActionsHasItsColor) {
+    EXPECT_EQ(palette::groupColor(SnapAction::bottomHalf), QColor(34, 199, 184));
+    EXPECT_EQ(palette::groupColor(SnapAction::topRight), QColor(255, 200, 61));
+    EXPECT_EQ(palette::groupColor(SnapAction::rightTwoThirds), QColor(255, 158, 196));
+    EXPECT_EQ(palette::groupColor(SnapAction::previousDisplay), QColor(155, 140, 255));
+    const QColor half = palette::withOpacity(palette::withOpacity(palette::teal, 0.5), 0.5);
+    EXPECT_NEAR(half.alphaF(), 0.25, 0.01);
+    EXPECT_EQ(half.green(), 199);
+}
+
+TEST_F(Painting, MiniScreenFillsTheZoneOfTheAction) {
+    for (const SnapAction action : allSnapActions) {
+        const auto zone = miniScreenZone(action);
+        if (!zone) {
+            continue;
+        }
+        const QImage image = miniScreen(action);
+        const QColor color = palette::groupColor(action);
+        const QRectF place(zone->x() * 46, zone->y() * 30, zone->width() * 46, zone->height() * 30);
+        // Just inside the zone's outline on every side, and cream just outside it.
+        const QPointF middle = place.center();
+        EXPECT_TRUE(shows(image, middle.x(), middle.y(), color)) << title(action);
+        EXPECT_TRUE(shows(image, place.left() + 3, middle.y(), color)) << title(action);
+        EXPECT_TRUE(shows(image, place.right() - 3, middle.y(), color)) << title(action);
+        EXPECT_TRUE(shows(image, middle.x(), place.top() + 3, color)) << title(action);
+        EXPECT_TRUE(shows(image, middle.x(), place.bottom() - 3, color)) << title(action);
+        if (place.left() > 4) {
+            EXPECT_TRUE(shows(image, place.left() - 2, middle.y(), palette::cream))
+                << title(action);
+        }
+        if (place.right() < 42) {
+            EXPECT_TRUE(shows(image, place.right() + 1.5, middle.y(), palette::cream))
+                << title(action);
+        }
+        // The outline of the picture lies wholly within its edge.
+        EXPECT_TRUE(shows(image, 23, 0, palette::ink)) << title(action);
+        EXPECT_EQ(image.pixelColor(0, 0).alpha(), 0) << title(action);
+    }
+}
+
+TEST_F(Painting, MiniScreenShowsAMoveTowardsTheFilledScreen) {
+    EXPECT_FALSE(miniScreenZone(SnapAction::nextDisplay));
+    const QImage next = miniScreen(SnapAction::nextDisplay);
+    EXPECT_TRUE(shows(next, 5, 15, palette::cream));
+    EXPECT_TRUE(shows(next, 40, 15, palette::lavender));
+    EXPECT_GT(next.pixelColor(23, 15).alpha(), 150) << "no arrow between the screens";
+    const QImage previous = miniScreen(SnapAction::previousDisplay);
+    EXPECT_TRUE(shows(previous, 5, 15, palette::lavender));
+    EXPECT_TRUE(shows(previous, 40, 15, palette::cream));
+}
+
+TEST_F(Painting, KeyCapsAreSquareForOneCharacterAndPaddedForMore) {
+    const double gap = keyChipsSize({"A", "B"}, 20).width() - 2 * 20;
+    EXPECT_GT(gap, 0);
+    EXPECT_EQ(keyChipsSize({u"⌃"_qs, u"⌥"_qs, u"←"_qs}, 20), QSizeF(60 + 2 * gap, 20));
+    const QString space = "Space";
+    EXPECT_DOUBLE_EQ(keyChipsSize({space}, 20).width(),
+                     textWidth(interfaceFont(11, QFont::DemiBold), space) + 2 * 6);
+    // Two code units may be one character.
+    EXPECT_EQ(keyChipsSize({QString::fromUtf8("𝔸")}, 20), QSizeF(20, 20));
+    EXPECT_EQ(keyChipsSize({}, 20), QSizeF(0, 0));
+    EXPECT_EQ(onePerCharacter(u"⌃⌥𝔸"_qs), QStringList({u"⌃"_qs, u"⌥"_qs, u"𝔸"_qs}));
+
+    KeyChips chips({u"⌃"_qs, u"←"_qs}, 20);
+    chips.resize(chips.sizeHint());
+    const QImage image = drawn(chips);
+    EXPECT_TRUE(shows(image, 10, 0, palette::ink));
+    EXPECT_TRUE(shows(image, 3, 16, palette::paper));
+    EXPECT_EQ(image.pixelColor(20, 10).alpha(), 0) << "the caps touch";
+    EXPECT_TRUE(shows(image, 20 + gap, 10, palette::ink));
+    EXPECT_EQ(chips.accessibleName(), "Control Left");
+}
+
+TEST_F(Painting, ChipPadsItsTextAndStartsWithItsDot) {
+    const double text = textWidth(interfaceFont(11, QFont::DemiBold), "Beta");
+    const QSizeF plain = chipSize("Beta");
+    EXPECT_DOUBLE_EQ(plain.width(), text + 18);
+    EXPECT_GE(plain.height(), lineHeight(interfaceFont(11, QFont::DemiBold)) + 6);
+    EXPECT_DOUBLE_EQ(chipSize("Beta", ChipDot::leading).width(), plain.width() + 12);
+
+    Chip chip("Beta", palette::coral, ChipDot::leading);
+    chip.resize(chip.sizeHint());
+    const int middle = chip.height() / 2;
+    QImage image = drawn(chip);
+    EXPECT_TRUE(shows(image, 12, middle, palette::coral));
+    EXPECT_NEAR(image.pixelColor(7, middle).alphaF(), 0.18, 0.02);
+    EXPECT_TRUE(shows(image, chip.width() / 2, 0, palette::ink));
+    chip.setLayoutDirection(Qt::RightToLeft);
+    image = drawn(chip);
+    EXPECT_TRUE(shows(image, chip.width() - 14, middle, palette::coral));
+    EXPECT_FALSE(shows(image, 12, middle, palette::coral));
+}
+
+TEST_F(Painting, GlyphShowsItsThreeColorsAtEverySize) {
+    for (const int size : {16, 22, 64}) {
+        Glyph glyph(size);
+        glyph.resize(glyph.sizeHint());
+        const QImage image = drawn(glyph);
+        EXPECT_TRUE(shows(image, size * 0.23, size * 0.5, palette::teal)) << size;
+        EXPECT_TRUE(shows(image, size * 0.77, size * 0.23, palette::amber)) << size;
+        EXPECT_TRUE(shows(image, size * 0.77, size * 0.77, palette::coral)) << size;
+        EXPECT_LT(image.pixelColor(0, 0).alpha(), 60) << size << ": no rounded corner";
+    }
+}
+
+TEST_F(Painting, ContinuousCornersMeetTheArcOnTheDiagonalAndStartBeforeIt) {
+    const QRectF rect(0, 0, 200, 100);
+    const double radius = 20;
+    const QPainterPath smooth = continuousRoundedRect(rect, radius);
+    QPainterPath round;
+    round.addRoundedRect(rect, radius, radius);
+    const double diagonal = radius * (1 - std::sqrt(0.5));
+    EXPECT_TRUE(smooth.contains(QPointF(diagonal + 0.3, diagonal + 0.3)));
+    EXPECT_FALSE(smooth.contains(QPointF(diagonal - 0.3, diagonal - 0.3)));
+    // Beyond the arc's start the edge is already bent.
+    EXPECT_TRUE(round.contains(QPointF(radius + 1, 0.05)));
+    EXPECT_FALSE(smooth.contains(QPointF(radius + 1, 0.05)));
+    EXPECT_TRUE(smooth.contains(QPointF(radius * 1.5 + 1, 0.05)));
+
+    // With no room to bend it is the capsule.
+    const QPainterPath full = continuousRoundedRect(rect, 500);
+    const QPainterPath ends = capsule(rect);
+    for (double y = 2; y < 100; y += 7) {
+        for (double x = 0.5; x < 50; x += 3) {
+            const QPointF point(x, y);
+            const double edge = std::abs(std::hypot(50 - x, 50 - y) - 50);
+            EXPECT_TRUE(edge < 0.2 || full.contains(point) == ends.contains(point))
+                << x << "," << y;
+        }
+    }
+    EXPECT_TRUE(continuousRoundedRect(rect, 0).contains(QPointF(0.1, 0.1)));
+}
+
+TEST_F(Painting, BordersStayInsideTheEdge) {
+    const QImage image = painted({40, 40}, [](QPainter& painter) {
+        paintRoundedRect(painter, QRectF(10, 10, 20, 20), 5, palette::cream, {palette::ink, 2});
+    });
+    EXPECT_EQ(image.pixelColor(20, 9).alpha(), 0);
+    EXPECT_TRUE(shows(image, 20, 10, palette::ink));
+    EXPECT_TRUE(shows(image, 20, 11, palette::ink));
+    EXPECT_TRUE(shows(image, 20, 12, palette::cream));
+}
+
+TEST_F(Painting, ALayerIsDimmedAsAWhole) {
+    const QImage image = painted({40, 20}, [](QPainter& painter) {
+        painter.scale(2, 2);
+        paintLayer(painter, {20, 10}, 0.5, [](QPainter& layer) {
+            layer.fillRect(0, 0, 20, 10, Qt::red);
+            layer.fillRect(0, 0, 20, 10, Qt::blue);
+        });
+    });
+    EXPECT_NEAR(image.pixelColor(38, 18).alpha(), 128, 2);
+    EXPECT_EQ(image.pixelColor(38, 18).red(), 0);
+}
+
+TEST_F(Painting, SymbolsStayWithinTheirPlaceAndTakeTheColor) {
+    for (const Symbol symbol : {Symbol::magnifyingGlass, Symbol::sparkles}) {
+        EXPECT_TRUE(QRectF(1, 1, 22, 22).contains(symbolPath(symbol).boundingRect()));
+        const QImage image = painted({30, 30}, [&](QPainter& painter) {
+            drawSymbol(painter, symbol, QRectF(5, 5, 20, 20), palette::coral);
+        });
+        int inside = 0;
+        for (int y = 0; y < 30; ++y) {
+            for (int x = 0; x < 30; ++x) {
+                const int alpha = image.pixelColor(x, y).alpha();
+                inside += alpha == 255 ? 1 : 0;
+                EXPECT_TRUE(alpha == 0 || QRect(5, 5, 20, 20).contains(x, y));
+                EXPECT_TRUE(alpha < 255 || shows(image, x, y, palette::coral));
+            }
+        }
+        EXPECT_GT(inside, 15);
+    }
+}
+
+TEST_F(Painting, TheInterfaceFontIsQuicksandInExactSizes) {
+    if (!QFontDatabase::families().contains("Quicksand")) {
+        GTEST_SKIP() << "Quicksand is not installed";
+    }
+    std::set<double> widths;
+    for (const QFont::Weight weight : {QFont::Medium, QFont::DemiBold}) {
+        const QFont font = interfaceFont(16, weight);
+        EXPECT_TRUE(QRawFont::fromFont(font).familyName().startsWith("Quicksand"));
+        widths.insert(textWidth(font, "Snap a window"));
+    }
+    EXPECT_EQ(widths.size(), 2U) << "medium and semibold are the same face";
+    EXPECT_EQ(textWidth(interfaceFont(16, QFont::DemiBold), "Snap"),
+              textWidth(interfaceFont(16, QFont::Bold), "Snap"));
+    const double ten = textWidth(interfaceFont(10, QFont::DemiBold), "Bottom right");
+    for (const double size : {10.5, 11.5, 12.35}) {
+        EXPECT_NEAR(textWidth(interfaceFont(size, QFont::DemiBold), "Bottom right"),
+                    ten * size / 10, 0.6)
+            << size;
+    }
+}
+
+TEST_F(Painting, ALineIsDrawnAsWideAsItMeasuresAndCentered) {
+    for (const double size : {10.5, 20.0}) {
+        const QFont font = interfaceFont(size, QFont::Bold);
+        const QImage image = painted({200, 40}, [&](QPainter& painter) {
+            painter.setFont(font);
+            drawLine(painter, QRectF(0, 0, 200, 40), "HHHHHHHH");
+        });
+        QRect ink;
+        for (int y = 0; y < 40; ++y) {
+            for (int x = 0; x < 200; ++x) {
+                if (image.pixelColor(x, y).alpha() > 60) {
+                    ink |= QRect(x, y, 1, 1);
+                }
+            }
+        }
+        EXPECT_NEAR(ink.width(), textWidth(font, "HHHHHHHH"), size * 0.3);
+        EXPECT_NEAR(ink.x() + ink.width() / 2.0, 100, 1);
+        EXPECT_NEAR(ink.y() + ink.height() / 2.0, 20, 1);
+    }
+}
+
+TEST_F(Painting, TextShrinksToItsRoomBeforeItIsCut) {
+    const QString text = "Right two thirds";
+    const double wide = textWidth(interfaceFont(11, QFont::DemiBold), text);
+    const auto fit = [&](double width) { return fitText(text, width, 11, QFont::DemiBold, 0.8); };
+    EXPECT_DOUBLE_EQ(textWidth(fit(wide + 1).font, text), wide);
+    EXPECT_EQ(fit(wide * 0.85).text, text);
+    EXPECT_NEAR(textWidth(fit(wide * 0.85).font, text), wide * 0.85, 0.8);
+    const FittedText cut = fit(wide * 0.6);
+    EXPECT_TRUE(cut.text.endsWith(QChar(u'…')));
+    EXPECT_LE(textWidth(cut.font, cut.text), wide * 0.6);
+    EXPECT_NEAR(textWidth(cut.font, text), wide * 0.8, 0.8);
+}
+
+}  // namespace
+}  // namespace tessellon
