@@ -1,6 +1,7 @@
 #include "drag/hints_view.h"
 
 #include "engine/snap_action_names.h"
+#include "platform/qt/rounded_region.h"
 #include "ui/fonts.h"
 #include "ui/mini_screen.h"
 #include "ui/palette.h"
@@ -32,8 +33,8 @@ constexpr double labelRadius = 9;
 
 // Without a compositor nothing but outlines and labels can be shown, and they have to be seen on
 // any background: light and dark side by side.
-constexpr double hollowWidth = 3;
-constexpr double hollowActiveWidth = 7;
+constexpr int hollowWidth = 3;
+constexpr int hollowActiveWidth = 7;
 constexpr double hollowLineWidth = 2;
 
 double between(double inactive, double active, double activity) {
@@ -46,8 +47,12 @@ QEasingCurve easeOut() {
     return curve;
 }
 
-QRegion regionOf(const QRectF& rect, double radius) {
-    return QRegion(continuousRoundedRect(rect, radius).toFillPolygon().toPolygon());
+/// A zone on whole pixels, where its border is sharp.
+QRectF snapped(const Rect& zone, double ratio) {
+    const double left = std::round(zone.minX());
+    const double top = std::round(zone.minY());
+    return {left / ratio, top / ratio, (std::round(zone.maxX()) - left) / ratio,
+            (std::round(zone.maxY()) - top) / ratio};
 }
 
 QRectF labelRect(const QRectF& cell, const QSizeF& size) {
@@ -134,11 +139,7 @@ void HintsView::layOut() {
     cells_.clear();
     cells_.reserve(hints_.size());
     for (const auto& hint : hints_) {
-        const Rect& r = hint.rect;
-        Cell cell{hint.action,
-                  QRectF(r.x / ratio, r.y / ratio, r.width / ratio, r.height / ratio),
-                  {},
-                  {}};
+        Cell cell{hint.action, snapped(hint.rect, ratio), {}, {}};
         cell.activity = cell.from = cell.to = isActive(cell) ? 1 : 0;
         drawLabel(cell);
         cells_.push_back(std::move(cell));
@@ -171,14 +172,15 @@ void HintsView::drawLabel(Cell& cell) const {
 }
 
 QRegion HintsView::outline(const Cell& cell) const {
-    const double width = isActive(cell) ? hollowActiveWidth : hollowWidth;
-    const auto inner = cell.rect.adjusted(width, width, -width, -width);
-    auto region = regionOf(cell.rect, cornerRadius);
+    const int width = isActive(cell) ? hollowActiveWidth : hollowWidth;
+    const QRect outer = cell.rect.toAlignedRect();
+    const QRect inner = outer.adjusted(width, width, -width, -width);
+    auto region = roundedRegion(outer, cornerRadius);
     if (inner.isValid()) {
-        region -= regionOf(inner, std::max(0.0, cornerRadius - width));
+        region -= roundedRegion(inner, cornerRadius - width);
     }
     const auto label = labelRect(cell.rect, cell.labelSize).intersected(cell.rect);
-    return region + regionOf(label, labelRadius);
+    return region + roundedRegion(label.toAlignedRect(), labelRadius);
 }
 
 void HintsView::updateShape() {

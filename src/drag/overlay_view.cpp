@@ -1,6 +1,7 @@
 #include "drag/overlay_view.h"
 
 #include "engine/snap_action_names.h"
+#include "platform/qt/rounded_region.h"
 #include "ui/fonts.h"
 #include "ui/key_chips.h"
 #include "ui/palette.h"
@@ -17,7 +18,7 @@ namespace {
 
 constexpr double cornerRadius = 18;
 constexpr double borderWidth = 3;
-constexpr double hollowWidth = 6;  // the border with a light line inside it
+constexpr int hollowWidth = 6;  // the border with a light line inside it
 constexpr double fillOpacity = 0.28;
 
 /// A preview must be larger than this in both directions to have a label.
@@ -28,15 +29,11 @@ constexpr double labelPaddingY = 9;
 constexpr double labelBorder = 2;
 constexpr double labelSpacing = 8;
 constexpr QSizeF symbolFrame{32, 22};
-constexpr double symbolSize = 15;
+constexpr double symbolSize = 18;   // the drawing of a 15 point symbol
 constexpr double boldStroke = 2.6;  // of the symbol, in units of its grid
 constexpr double titleSize = 20;
 constexpr double smallestTitleScale = 0.7;
 constexpr double chipSize = 22;
-
-QRegion regionOf(const QPainterPath& path) {
-    return QRegion(path.toFillPolygon().toPolygon());
-}
 
 }  // namespace
 
@@ -93,14 +90,13 @@ void OverlayView::updateShape() {
         clearMask();
         return;
     }
-    const QRectF whole(rect());
-    auto region = regionOf(continuousRoundedRect(whole, cornerRadius));
-    const auto inner = whole.adjusted(hollowWidth, hollowWidth, -hollowWidth, -hollowWidth);
+    auto region = roundedRegion(rect(), cornerRadius);
+    const auto inner = rect().adjusted(hollowWidth, hollowWidth, -hollowWidth, -hollowWidth);
     if (inner.isValid()) {
-        region -= regionOf(continuousRoundedRect(inner, cornerRadius - hollowWidth));
+        region -= roundedRegion(inner, cornerRadius - hollowWidth);
     }
-    if (const auto pill = labelRect(); !pill.isEmpty()) {
-        region += regionOf(capsule(pill));
+    if (const auto pill = labelRect().toAlignedRect(); !pill.isEmpty()) {
+        region += roundedRegion(pill, pill.height() / 2.0);
     }
     setMask(region);
 }
