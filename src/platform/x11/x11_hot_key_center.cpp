@@ -97,6 +97,18 @@ void X11HotKeyCenter::onEvent(const xcb_generic_event_t& event) {
     }
 }
 
+std::list<X11HotKeyCenter::HotKey>::const_iterator X11HotKeyCenter::find(
+    const xcb_key_press_event_t& event) const {
+    const auto mask = keyboard_.withoutLocks(event.state);
+    return std::find_if(keys_.begin(), keys_.end(), [&](const HotKey& key) {
+        return key.grabbedCode == event.detail && key.grabbedMask == mask;
+    });
+}
+
+bool X11HotKeyCenter::isRegistered(const xcb_key_press_event_t& event) const {
+    return find(event) != keys_.end();
+}
+
 void X11HotKeyCenter::press(const xcb_key_press_event_t& event) {
     const bool repeats = heldKey_ == event.detail && event.time - heldSince_ < longestRepeatDelay;
     heldKey_ = event.detail;
@@ -104,10 +116,7 @@ void X11HotKeyCenter::press(const xcb_key_press_event_t& event) {
     if (repeats) {
         return;
     }
-    const auto mask = keyboard_.withoutLocks(event.state);
-    const auto pressed = std::find_if(keys_.begin(), keys_.end(), [&](const HotKey& key) {
-        return key.grabbedCode == event.detail && key.grabbedMask == mask;
-    });
+    const auto pressed = find(event);
     if (pressed == keys_.end()) {
         return;
     }

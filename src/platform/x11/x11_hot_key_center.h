@@ -22,6 +22,9 @@ class X11HotKeyCenter : public HotKeyCenter {
     std::optional<Token> registerHotKey(std::uint32_t keyCode, std::uint32_t modifiers,
                                         HotKeyId id) override;
 
+    /// Whether this press is that of a registered combination.
+    bool isRegistered(const xcb_key_press_event_t& event) const;
+
   private:
     struct HotKey {
         std::uint32_t keyCode = 0;
@@ -36,6 +39,7 @@ class X11HotKeyCenter : public HotKeyCenter {
     void ungrab(HotKey& key);
     void onEvent(const xcb_generic_event_t& event);
     void press(const xcb_key_press_event_t& event);
+    std::list<HotKey>::const_iterator find(const xcb_key_press_event_t& event) const;
 
     Connection& connection_;
     Keyboard& keyboard_;

@@ -1,0 +1,132 @@
+#include "platform/x11/key_text.h"
+
+#include <array>
+#include <clocale>
+#include <cstdlib>
+#include <cstring>
+
+#include <xkbcommon/xkbcommon-compose.h>
+#include <xkbcommon/xkbcommon-keysyms.h>
+#include <xkbcommon/xkbcommon.h>
+
+namespace tessellon::x11 {
+namespace {
+
+// The locale that says which compose sequences there are: the program's, or what the user has set
+// while the program has none.
+const char* composeLocale() {
+    const char* own = std::setlocale(LC_CTYPE, nullptr);
+    if (own != nullptr && std::strcmp(own, "C") != 0) {
+        return own;
+    }
+    for (const char* name : {"LC_ALL", "LC_CTYPE", "LANG"}) {
+        const char* value = std::getenv(name);
+        if (value != nullptr && *value != '\0') {
+            return value;
+        }
+    }
+    return "C";
+}
+
+bool beginsSequence(xkb_keysym_t symbol) {
+    return (symbol >= XKB_KEY_dead_grave && symbol <= 0xfe93) || symbol == XKB_KEY_Multi_key;
+}
+
+std::shared_ptr<xkb_compose_state> makeComposeState() {
+    const std::shared_ptr<xkb_context> context(xkb_context_new(XKB_CONTEXT_NO_DEFAULT_INCLUDES),
+                                               xkb_context_unref);
+    const std::shared_ptr<xkb_compose_table> table(
+        context ? xkb_compose_table_new_from_locale(context.get(), composeLocale(),
+                                                    XKB_COMPOSE_COMPILE_NO_FLAGS)
+                : nullptr,
+        xkb_compose_table_unref);
+    return {table ? xkb_compose_state_new(table.get(), XKB_COMPOSE_STATE_NO_FLAGS) : nullptr,
+            xkb_compose_state_unref};
+}
+
+}  // namespace
+
+KeyText::KeyText(const Keyboard& keyboard)
+    : keyboard_(keyboard),
+      keymap_(keyboard.keymap()),
+      state_(keymap_ ? xkb_state_new(keymap_.get()) : nullptr, xkb_state_unref) {}
+
+std::string KeyText::textWith(xcb_keycode_t code, std::uint16_t state) {
+    // An event carries all modifiers together, and the layout above the pointer's buttons.
+    xkb_state_update_mask(state_.get(), state & 0xffU, 0, 0, (state >> 13U) & 3U, 0, 0);
+    std::array<char, 16> text{};
+    const auto length = xkb_state_key_get_utf8(state_.get(), code, text.data(), text.size());
+    return length > 0 && static_cast<std::size_t>(length) < text.size()
+               ? std::string(text.data(), static_cast<std::size_t>(length))
+               : std::string{};
+}
+
+KeyText::Typed KeyText::describe(const xcb_key_press_event_t& event) {
+    Typed typed;
+    typed.event.keyCode = keyboard_.virtualKeyCode(event.detail);
+    typed.event.modifiers = keyboard_.modifierFlags(event.state);
+    if (state_) {
+        constexpr std::uint16_t layout = 3U << 13U;
+        typed.event.charactersIgnoringModifiers = textWith(
+            event.detail,
+            static_cast<std::uint16_t>(event.state & (layout | std::uint16_t{XCB_MOD_MASK_SHIFT})));
+        typed.event.characters = textWith(event.detail, event.state);
+        typed.symbol = xkb_state_key_get_one_sym(state_.get(), event.detail);
+    }
+    return typed;
+}
+
+KeyText::Typed KeyText::press(const xcb_key_press_event_t& event) {
+    auto typed = describe(event);
+    compose(typed);
+    return typed;
+}
+
+KeyText::Typed KeyText::release(const xcb_key_release_event_t& event) {
+    auto typed = describe(event);
+    typed.event.characters.clear();
+    return typed;
+}
+
+void KeyText::compose(Typed& typed) {
+    // The table takes longer to read than a key should take, and few ever need it.
+    if (!compose_ && beginsSequence(typed.symbol)) {
+        compose_ = makeComposeState();
+    }
+    if (!compose_ ||
+        xkb_compose_state_feed(compose_.get(), typed.symbol) != XKB_COMPOSE_FEED_ACCEPTED) {
+        return;
+    }
+    switch (xkb_compose_state_get_status(compose_.get())) {
+        case XKB_COMPOSE_NOTHING:
+            break;
+        case XKB_COMPOSE_COMPOSING:
+            typed.event.characters.clear();
+            break;
+        case XKB_COMPOSE_CANCELLED:
+            typed.event.characters.clear();
+            xkb_compose_state_reset(compose_.get());
+            break;
+        case XKB_COMPOSE_COMPOSED: {
+            std::array<char, 64> text{};
+            xkb_compose_state_get_utf8(compose_.get(), text.data(), text.size());
+            typed.event.characters = text.data();
+            const auto symbol = xkb_compose_state_get_one_sym(compose_.get());
+            typed.symbol = symbol != XKB_KEY_NoSymbol ? symbol : typed.symbol;
+            xkb_compose_state_reset(compose_.get());
+            break;
+        }
+    }
+}
+
+bool KeyText::isModifier(xcb_keycode_t code) const {
+    if (!state_) {
+        return false;
+    }
+    const auto symbol = xkb_state_key_get_one_sym(state_.get(), code);
+    return (symbol >= XKB_KEY_Shift_L && symbol <= XKB_KEY_Hyper_R) ||
+           (symbol >= XKB_KEY_ISO_Lock && symbol <= XKB_KEY_ISO_Last_Group_Lock) ||
+           symbol == XKB_KEY_Mode_switch || symbol == XKB_KEY_Num_Lock;
+}
+
+}  // namespace tessellon::x11

@@ -1,0 +1,91 @@
+// The keyboard-focus port on X11: an active grab of the keyboard, which leaves the focus and the
+// active window where they are.
+#pragma once
+
+#include "platform/keyboard_focus.h"
+#include "platform/run_loop.h"
+#include "platform/x11/connection.h"
+#include "platform/x11/key_text.h"
+#include "platform/x11/keyboard.h"
+#include "platform/x11/raw_input.h"
+#include "platform/x11/x11_event_monitors.h"
+#include "platform/x11/x11_event_taps.h"
+#include "platform/x11/x11_hot_key_center.h"
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <set>
+
+#include <xcb/xcb.h>
+
+namespace tessellon::x11 {
+
+class X11KeyboardFocus : public KeyboardFocus {
+  public:
+    /// Everything a key goes through before a panel gets it. Made before this object and living
+    /// longer, so that each has seen a key already when it is looked at here.
+    struct Services {
+        Connection& connection;
+        const Keyboard& keyboard;
+        const X11EventTaps& taps;
+        const X11HotKeyCenter& hotKeys;
+        const X11EventMonitors& monitors;
+        const RawInput& input;
+        RunLoop& loop;
+    };
+
+    explicit X11KeyboardFocus(Services services);
+    ~X11KeyboardFocus() override;
+
+    Token take(const Rect& panelFrame, Receiver receiver) override;
+
+  private:
+    struct Holder {
+        std::uint64_t id = 0;
+        Rect panelFrame;
+        std::shared_ptr<const Receiver> receiver;
+        xcb_window_t activeWindow = XCB_WINDOW_NONE;
+        KeyText text;
+        std::set<xcb_keycode_t> pressed;
+        std::set<xcb_keycode_t> given;  // those of them that the receiver knows of
+        Token retry;
+        Seconds giveUpAt{};
+    };
+    enum class Grab {
+        none,
+        held,
+        // Until the keys that went down for a panel are up again, so that neither their repeats nor
+        // their releases reach the program in front. The keyboard stops at every event meanwhile.
+        lingering,
+    };
+
+    bool tryGrab();
+    void retry();
+    void drop(std::uint64_t id);
+    void letGo();
+    void lose();
+    void onState(const xcb_generic_event_t& event);
+    void onEvent(const xcb_generic_event_t& event);
+    void onPress(const xcb_key_press_event_t& event);
+    void onRelease(const xcb_key_release_event_t& event);
+    void linger(const xcb_generic_event_t& event);
+    void onButton(std::uint32_t button);
+    std::optional<xcb_window_t> activeWindow() const;
+
+    Services services_;
+    std::optional<Holder> holder_;
+    Grab grab_ = Grab::none;
+    // All but modifiers that went down for us, as of the events that have arrived: ahead of those
+    // that were told.
+    std::set<xcb_keycode_t> down_;
+    std::uint64_t nextId_ = 1;
+    Token replaced_;
+    // Tokens may outlive this object.
+    std::shared_ptr<X11KeyboardFocus*> self_ = std::make_shared<X11KeyboardFocus*>(this);
+    Token stateListener_;
+    Token listener_;
+    Token buttons_;
+};
+
+}  // namespace tessellon::x11
