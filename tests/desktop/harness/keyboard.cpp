@@ -1,7 +1,5 @@
 #include "harness/keyboard.h"
 
-#include <vector>
-
 #include <xcb/xtest.h>
 
 namespace tessellon::desktop {
@@ -42,14 +40,26 @@ void Keyboard::tap(Key key) {
 }
 
 void Keyboard::combination(Held held, Key key) {
-    const std::vector<Key> modifiers = modifierKeys(held);
-    for (const Key modifier : modifiers) {
+    combination(modifierKeys(held), key);
+}
+
+void Keyboard::combination(const std::vector<Key>& held, Key key) {
+    combinationThenTyped(held, key, {});
+}
+
+void Keyboard::combinationThenTyped(const std::vector<Key>& held, Key key,
+                                    const std::vector<Key>& typed) {
+    for (const Key modifier : held) {
         fake(XCB_KEY_PRESS, modifier);
     }
     fake(XCB_KEY_PRESS, key);
     fake(XCB_KEY_RELEASE, key);
-    for (auto modifier = modifiers.rbegin(); modifier != modifiers.rend(); ++modifier) {
+    for (auto modifier = held.rbegin(); modifier != held.rend(); ++modifier) {
         fake(XCB_KEY_RELEASE, *modifier);
+    }
+    for (const Key next : typed) {
+        fake(XCB_KEY_PRESS, next);
+        fake(XCB_KEY_RELEASE, next);
     }
     x_.sync();
 }

@@ -4,26 +4,33 @@
 #include "harness/x_session.h"
 
 #include <cstdint>
+#include <vector>
 
 namespace tessellon::desktop {
 
 /// Physical keys by the code that they have on every X server with evdev key codes.
 enum class Key : std::uint8_t {
+    escape = 9,
     one = 10,
     backspace = 22,
     e = 26,
+    r = 27,
     t = 28,
     u = 30,
     i = 31,
     enter = 36,
     leftControl = 37,
+    a = 38,
     d = 40,
     f = 41,
     g = 42,
+    h = 43,
     j = 44,
     k = 45,
     leftShift = 50,
+    x = 53,
     c = 54,
+    m = 58,
     slash = 61,
     leftAlt = 64,
     capsLock = 66,
@@ -49,6 +56,10 @@ class Keyboard {
 
     /// Presses and releases a whole combination.
     void combination(Held held, Key key);
+    void combination(const std::vector<Key>& held, Key key);
+
+    /// The same, followed by a tap of each key in `typed`, all sent to the server at once.
+    void combinationThenTyped(const std::vector<Key>& held, Key key, const std::vector<Key>& typed);
 
     /// Takes the whole keyboard, as a program with an open menu does. True when it was given.
     bool grab();

@@ -28,7 +28,11 @@ RealDesktop::RealDesktop(const std::string& display)
       keyboard_(*connection_),
       rawInput_(*connection_, keyboard_),
       accessibility_(*connection_, mirror_, rawInput_),
-      eventMonitors_(*connection_, mirror_, displays_, rawInput_) {
+      eventMonitors_(*connection_, mirror_, displays_, rawInput_),
+      eventTaps_(*connection_, keyboard_),
+      hotKeyCenter_(*connection_, keyboard_),
+      keyboardFocus_(
+          {*connection_, keyboard_, eventTaps_, hotKeyCenter_, eventMonitors_, rawInput_, loop_}) {
     registerPreferenceDefaults(defaults_);
     // The list of installed applications is read once in the life of the program.
     directory_.lookUp({});

@@ -15,6 +15,9 @@
 #include "platform/x11/x11_applications.h"
 #include "platform/x11/x11_displays.h"
 #include "platform/x11/x11_event_monitors.h"
+#include "platform/x11/x11_event_taps.h"
+#include "platform/x11/x11_hot_key_center.h"
+#include "platform/x11/x11_keyboard_focus.h"
 #include "platform/x11/x11_window_list.h"
 
 #include <cstdint>
@@ -32,6 +35,16 @@ class RealDesktop {
 
     EngineServices services();
     UserDefaults& defaults() { return defaults_; }
+    EventMonitors& eventMonitors() { return eventMonitors_; }
+    EventTaps& eventTaps() { return eventTaps_; }
+    KeyboardFocus& keyboardFocus() { return keyboardFocus_; }
+    HotKeyCenter& hotKeyCenter() { return hotKeyCenter_; }
+
+    /// Lets events reach their listeners from now on, whenever serve() is called.
+    void listen() { connection_->attach(loop_); }
+    /// Hands out what has arrived and lets a moment pass.
+    void serve() { loop_.advance(Seconds{0.002}); }
+
     std::uint64_t roundTrips() const { return connection_->roundTrips(); }
 
   private:
@@ -47,6 +60,9 @@ class RealDesktop {
     x11::RawInput rawInput_;
     x11::X11Accessibility accessibility_;
     x11::X11EventMonitors eventMonitors_;
+    x11::X11EventTaps eventTaps_;
+    x11::X11HotKeyCenter hotKeyCenter_;
+    x11::X11KeyboardFocus keyboardFocus_;
 };
 
 }  // namespace tessellon::desktop
