@@ -31,13 +31,11 @@ class LogindPowerEventsTest : public testing::Test {
         static int argc = 1;
         static char name[] = "linux_test";
         static char* argv[] = {name, nullptr};
-        if (QCoreApplication::instance() == nullptr) {
-            new QCoreApplication(argc, argv);
-        }
+        static const QCoreApplication application(argc, argv);
         qputenv("DBUS_SYSTEM_BUS_ADDRESS", busAddress().toUtf8());
         woke_ = events.didWake().subscribe([this] { ++wakes; });
     }
-    ~LogindPowerEventsTest() override {
+    void TearDown() override {
         for (const QString& name : peers_) {
             QDBusConnection::disconnectFromBus(name);
         }

@@ -1,35 +1,14 @@
 #include "platform/linux/logind_power_events.h"
 
+#include "platform/linux/sleep_listener.h"
+
 #include <QDBusConnection>
-#include <QObject>
 #include <QString>
 #include <functional>
 #include <thread>
 #include <utility>
 
 namespace tessellon {
-namespace {
-
-/// The object of the program's thread to which the bus delivers the signal.
-class SleepListener : public QObject {
-    Q_OBJECT
-
-  public:
-    explicit SleepListener(std::function<void()> woke) : woke_(std::move(woke)) {}
-
-  public Q_SLOTS:
-    // logind says true before it sleeps and false after it woke.
-    void prepareForSleep(bool aboutToSleep) {
-        if (!aboutToSleep) {
-            woke_();
-        }
-    }
-
-  private:
-    std::function<void()> woke_;
-};
-
-}  // namespace
 
 // Opening the bus waits for its answer, and so does asking who owns a name on it; that is done
 // beside the program's thread.
@@ -68,5 +47,3 @@ void LogindPowerEvents::start() {
 }
 
 }  // namespace tessellon
-
-#include "logind_power_events.moc"
