@@ -25,8 +25,9 @@ Overloaded(Cases...) -> Overloaded<Cases...>;
 
 }  // namespace
 
-AppDelegate::AppDelegate(const AppServices& services)
+AppDelegate::AppDelegate(const AppServices& services, AppViews views)
     : services_(services),
+      views_(std::move(views)),
       engine_(services.engine),
       arrangements_(services.engine.defaults, notifications_),
       keyBindings_(services.engine.defaults, arrangements_),
@@ -39,6 +40,12 @@ void AppDelegate::applicationDidFinishLaunching() {
         startServices();
     }
     healthTimer_ = services_.runLoop.every(healthCheckPeriod, [this] { healthCheck(); });
+    woke_ = services_.powerEvents.didWake().subscribe([this] {
+        resetTransientUI();
+        healthCheck();
+    });
+    displaysChanged_ =
+        services_.engine.displays.changed().subscribe([this] { resetTransientUI(); });
     // Shortcuts that came with an edit of the settings file count from now on.
     settingsReloaded_ = services_.engine.defaults.reloaded().subscribe(
         [this] { hotkeys_.registerChangedBindings(); });
@@ -49,6 +56,34 @@ void AppDelegate::startServices() {
     hotkeysChanged_ = notifications_.observe(notification::hotkeysChanged,
                                              [this](const auto&) { reportTakenShortcuts(); });
     hotkeys_.setHandler([this](const HotkeyTarget& target) { perform(target); });
+    drag().start();
+    commandTap().start();
+}
+
+DragSnapper& AppDelegate::drag() {
+    if (!drag_) {
+        auto made = views_.drag(keyBindings_);
+        auto& views = *made;
+        drag_.reset(new Drag{std::move(made), {engine_, views, services_.runLoop, notifications_}});
+    }
+    return drag_->snapper;
+}
+
+Launcher& AppDelegate::launcher() {
+    if (!launcher_) {
+        auto made = views_.launcher(keyBindings_);
+        auto& views = *made;
+        launcher_.reset(
+            new LauncherFeature{std::move(made), {engine_, views, services_.beep, notifications_}});
+    }
+    return launcher_->launcher;
+}
+
+RightCommandSlash& AppDelegate::commandTap() {
+    if (!commandTap_) {
+        commandTap_.emplace(services_.eventTaps, [this] { launcher().toggle(); });
+    }
+    return *commandTap_;
 }
 
 void AppDelegate::healthCheck() {
@@ -57,6 +92,17 @@ void AppDelegate::healthCheck() {
     }
     if (!started_) {
         startServices();
+    }
+    commandTap().checkHealth();
+}
+
+void AppDelegate::resetTransientUI() {
+    if (drag_) {
+        drag_->snapper.reset();
+        drag_->snapper.hints().teardown();
+    }
+    if (launcher_) {
+        launcher_->launcher.close(Launcher::Activation::none);
     }
 }
 

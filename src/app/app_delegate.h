@@ -1,17 +1,28 @@
-// The application: owns the engine and the services that the whole program shares, starts the input
-// services once windows can be moved, and carries out what a pressed shortcut asks for.
+// The application: owns the engine and what the whole program shares, starts the input services
+// once windows can be moved, keeps them alive, carries out what a pressed shortcut asks for, and
+// clears away what is on screen when the displays change.
 #pragma once
 
 #include "arrangements/arrangement_store.h"
 #include "base/notification_center.h"
 #include "base/token.h"
+#include "drag/drag_snapper.h"
+#include "drag/drag_views.h"
 #include "engine/engine_services.h"
 #include "engine/window_engine.h"
+#include "launcher/launcher.h"
+#include "launcher/right_command_slash.h"
+#include "platform/beep.h"
+#include "platform/event_tap.h"
 #include "platform/hot_key_center.h"
+#include "platform/power_events.h"
 #include "platform/run_loop.h"
 #include "shortcuts/hotkeys.h"
 #include "shortcuts/key_bindings.h"
 
+#include <functional>
+#include <memory>
+#include <optional>
 #include <string>
 
 namespace tessellon {
@@ -20,14 +31,24 @@ namespace tessellon {
 struct AppServices {
     EngineServices engine;
     HotKeyCenter& hotKeyCenter;
+    EventTaps& eventTaps;
+    PowerEvents& powerEvents;
+    Beep& beep;
     RunLoop& runLoop;
+};
+
+/// Makes those who build what the features show, from the bindings that tell which shortcuts to
+/// name in it. Asked once each, when a feature starts; a panel is built when it is first shown.
+struct AppViews {
+    std::function<std::unique_ptr<DragViews>(const KeyBindings&)> drag;
+    std::function<std::unique_ptr<LauncherViews>(const KeyBindings&)> launcher;
 };
 
 class AppDelegate {
   public:
     /// Creates the engine, which loads the restore memory. Nothing else happens before
     /// applicationDidFinishLaunching.
-    explicit AppDelegate(const AppServices& services);
+    AppDelegate(const AppServices& services, AppViews views);
     AppDelegate(const AppDelegate&) = delete;
     AppDelegate& operator=(const AppDelegate&) = delete;
 
@@ -44,20 +65,41 @@ class AppDelegate {
     NotificationCenter& notifications() { return notifications_; }
 
   private:
+    /// A feature and what builds its panels.
+    struct Drag {
+        std::unique_ptr<DragViews> views;
+        DragSnapper snapper;
+    };
+    struct LauncherFeature {
+        std::unique_ptr<LauncherViews> views;
+        Launcher launcher;
+    };
+
+    DragSnapper& drag();
+    Launcher& launcher();
+    RightCommandSlash& commandTap();
     void startServices();
     void healthCheck();
+    void resetTransientUI();
     void reportTakenShortcuts();
     void perform(const HotkeyTarget& target);
 
     AppServices services_;
+    AppViews views_;
     NotificationCenter notifications_;
     WindowEngine engine_;
     ArrangementStore arrangements_;
     KeyBindings keyBindings_;
     Hotkeys hotkeys_;
+    // Made at their first use.
+    std::unique_ptr<Drag> drag_;
+    std::unique_ptr<LauncherFeature> launcher_;
+    std::optional<RightCommandSlash> commandTap_;
     bool started_ = false;
     std::string reportedTaken_;
     Token healthTimer_;
+    Token woke_;
+    Token displaysChanged_;
     Token settingsReloaded_;
     Token hotkeysChanged_;
 };

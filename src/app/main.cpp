@@ -3,11 +3,15 @@
 #include "app/command_line.h"
 #include "app/preferences.h"
 #include "base/log.h"
+#include "drag/qt_drag_views.h"
+#include "launcher/qt_launcher_views.h"
 #include "platform/linux/defaults_file.h"
 #include "platform/linux/desktop_entries.h"
+#include "platform/linux/logind_power_events.h"
 #include "platform/linux/process_info.h"
 #include "platform/linux/termination_signals.h"
 #include "platform/qt/qt_run_loop.h"
+#include "platform/qt/toolkit.h"
 #include "platform/x11/command_drag.h"
 #include "platform/x11/connection.h"
 #include "platform/x11/first_look.h"
@@ -17,16 +21,23 @@
 #include "platform/x11/window_mirror.h"
 #include "platform/x11/x11_accessibility.h"
 #include "platform/x11/x11_applications.h"
+#include "platform/x11/x11_beep.h"
+#include "platform/x11/x11_compositing.h"
 #include "platform/x11/x11_displays.h"
 #include "platform/x11/x11_event_monitors.h"
+#include "platform/x11/x11_event_taps.h"
 #include "platform/x11/x11_hot_key_center.h"
+#include "platform/x11/x11_keyboard_focus.h"
 #include "platform/x11/x11_window_list.h"
 
-#include <QCoreApplication>
+#include <QApplication>
 #include <cstdio>
 #include <cstdlib>
+#include <functional>
+#include <memory>
 #include <span>
 #include <string>
+#include <utility>
 
 #include <unistd.h>
 
@@ -74,10 +85,6 @@ void greet(AppDelegate& delegate, const std::string& settings) {
 }
 
 int run(int argc, char** argv) {
-    const QCoreApplication application(argc, argv);
-    QtRunLoop loop;
-    const TerminationSignals signals(loop, [&loop] { loop.quit(EXIT_SUCCESS); });
-
     const auto connection = x11::Connection::open();
     if (!connection) {
         explainMissingDisplay();
@@ -93,11 +100,28 @@ int run(int argc, char** argv) {
         logError("there is no home folder to keep the settings in; set HOME");
         return exitCannotRun;
     }
+    // The display can be lost by us or by the toolkit, which ends the process when it notices
+    // first.
+    bool displayIsGone = false;
+    std::function<void()> saveSettings;
+    const auto endWithoutDisplay = [&] {
+        if (!std::exchange(displayIsGone, true)) {
+            logError("the X11 display is gone; tessellon saves the settings and ends");
+        }
+        if (saveSettings) {
+            saveSettings();
+        }
+    };
+    prepareToolkit(endWithoutDisplay);
+    const QApplication application(argc, argv);
+    QtRunLoop loop;
+    const TerminationSignals signals(loop, [&loop] { loop.quit(EXIT_SUCCESS); });
     if (isWaylandSession()) {
         logNotice("in a Wayland session only X11 programs' windows can be moved");
     }
 
     DefaultsFile defaults(loop, *defaultsPath);
+    saveSettings = [&defaults] { defaults.flush(); };
     const DesktopEntries directory(loop, applicationFolders());
     x11::WindowMirror mirror(*connection);
     x11::X11Applications applications(*connection, mirror, directory, processExecutable);
@@ -108,6 +132,12 @@ int run(int argc, char** argv) {
     x11::X11Accessibility accessibility(*connection, mirror, rawInput);
     x11::X11EventMonitors eventMonitors(*connection, mirror, displays, rawInput);
     x11::X11HotKeyCenter hotKeyCenter(*connection, keyboard);
+    x11::X11EventTaps eventTaps(*connection, keyboard);
+    x11::X11KeyboardFocus keyboardFocus(
+        {*connection, keyboard, eventTaps, hotKeyCenter, eventMonitors, rawInput, loop});
+    x11::X11Compositing compositing(*connection);
+    x11::X11Beep beep(*connection);
+    LogindPowerEvents powerEvents;
     const x11::CommandDrag commandDrag(*connection, mirror, rawInput, [&defaults] {
         return defaults.boolForKey(preference::dragEnabled) &&
                !defaults.boolForKey(preference::paused);
@@ -119,10 +149,19 @@ int run(int argc, char** argv) {
     AppDelegate delegate(
         {{accessibility, applications, displays, windowList, eventMonitors, defaults},
          hotKeyCenter,
-         loop});
+         eventTaps,
+         powerEvents,
+         beep,
+         loop},
+        {[&](const KeyBindings& bindings) {
+             return std::make_unique<QtDragViews>(compositing, bindings);
+         },
+         [&](const KeyBindings& bindings) {
+             return std::make_unique<QtLauncherViews>(keyboardFocus, bindings, compositing);
+         }});
     look.reset();
-    const Token lost = connection->lost().subscribe([&loop] {
-        logError("the X11 display is gone; tessellon saves the settings and ends");
+    const Token lost = connection->lost().subscribe([&] {
+        endWithoutDisplay();
         loop.quit(exitCannotRun);
     });
     connection->attach(loop);
@@ -132,10 +171,12 @@ int run(int argc, char** argv) {
     const Token warmUp = loop.after(Seconds{0}, [&] {
         directory.lookUp({"", "tessellon", "tessellon", ""});
         applications.running();
+        powerEvents.start();
     });
 
     const int exitCode = loop.run();
     defaults.flush();
+    saveSettings = nullptr;
     return exitCode;
 }
 

@@ -3,11 +3,16 @@
 
 #include "app/notification_names.h"
 #include "app/preferences.h"
+#include "drag/fake_drag_views.h"
+#include "launcher/fake_launcher_views.h"
 #include "platform/memory/manual_run_loop.h"
 #include "platform/memory/memory_accessibility.h"
+#include "platform/memory/memory_beep.h"
 #include "platform/memory/memory_desktop.h"
 #include "platform/memory/memory_event_monitors.h"
+#include "platform/memory/memory_event_taps.h"
 #include "platform/memory/memory_hot_key_center.h"
+#include "platform/memory/memory_power_events.h"
 #include "platform/memory/memory_user_defaults.h"
 
 #include <any>
@@ -42,7 +47,36 @@ class AppDelegateTest : public testing::Test {
         return {{desktop_.accessibility(), desktop_.applications(), desktop_.displays(),
                  desktop_.windowList(), desktop_.eventMonitors(), defaults_},
                 hotKeys_,
+                taps_,
+                power_,
+                beep_,
                 loop_};
+    }
+    AppViews views() {
+        return {[this](const KeyBindings&) {
+                    auto made = std::make_unique<FakeDragViews>();
+                    dragViews_ = made.get();
+                    return made;
+                },
+                [this](const KeyBindings&) {
+                    auto made = std::make_unique<FakeLauncherViews>();
+                    launcherViews_ = made.get();
+                    return made;
+                }};
+    }
+
+    /// Drags the window to another place with command held.
+    void drag() {
+        auto& hands = desktop_.eventMonitors();
+        desktop_.setPointer(Point{700, 800});
+        hands.setPressedMouseButtons(1);
+        hands.setModifierFlags(modifier_flag::command);
+        hands.emit(MonitoredEvent::leftMouseDragged);
+        desktop_.window(window_)->frame.x += 50;
+        hands.emit(MonitoredEvent::leftMouseDragged);
+    }
+    bool pressChord() {
+        return taps_.press({44, modifier_flag::command | modifier_flag::rightCommand, false});
     }
 
     Rect frame() { return desktop_.window(window_)->frame; }
@@ -50,12 +84,17 @@ class AppDelegateTest : public testing::Test {
     MemoryDesktop desktop_;
     MemoryUserDefaults defaults_;
     MemoryHotKeyCenter hotKeys_;
+    MemoryEventTaps taps_;
+    MemoryPowerEvents power_;
+    MemoryBeep beep_;
     ManualRunLoop loop_;
+    FakeDragViews* dragViews_ = nullptr;
+    FakeLauncherViews* launcherViews_ = nullptr;
     Element window_;
 };
 
 TEST_F(AppDelegateTest, ObeysShortcutsAndTellsTheTour) {
-    AppDelegate app(services());
+    AppDelegate app(services(), views());
     std::vector<std::string> events;
     const auto observer = app.notifications().observe(
         notification::tourEvent,
@@ -72,7 +111,7 @@ TEST_F(AppDelegateTest, ObeysShortcutsAndTellsTheTour) {
 
 TEST_F(AppDelegateTest, StartsItsServicesOnceWhenWindowsCanBeMoved) {
     desktop_.setTrusted(false);
-    AppDelegate app(services());
+    AppDelegate app(services(), views());
     app.applicationDidFinishLaunching();
     loop_.advance(Seconds{10});
     EXPECT_FALSE(app.started());
@@ -92,7 +131,7 @@ TEST_F(AppDelegateTest, StartsItsServicesOnceWhenWindowsCanBeMoved) {
 
 TEST_F(AppDelegateTest, TilesAndAppliesArrangements) {
     defaults_.setBool(preference::tilingEnabled, true);
-    AppDelegate app(services());
+    AppDelegate app(services(), views());
     app.applicationDidFinishLaunching();
     hotKeys_.press(keyT, control | option | command);
     EXPECT_EQ(frame(), (Rect{8, 33, 1904, 1039}));
@@ -114,15 +153,70 @@ TEST_F(AppDelegateTest, TilesAndAppliesArrangements) {
 
 TEST_F(AppDelegateTest, RestoresAlsoAfterARestart) {
     {
-        AppDelegate first(services());
+        AppDelegate first(services(), views());
         first.applicationDidFinishLaunching();
         hotKeys_.press(keyLeft, control | option);
     }
     EXPECT_EQ(hotKeys_.registeredCount(), 0U);
-    AppDelegate second(services());
+    AppDelegate second(services(), views());
     second.applicationDidFinishLaunching();
     hotKeys_.press(keyBackspace, control | option);
     EXPECT_EQ(frame(), before);
+}
+
+TEST_F(AppDelegateTest, BuildsNothingOfTheInterfaceBeforeItIsNeeded) {
+    AppDelegate app(services(), views());
+    app.applicationDidFinishLaunching();
+    EXPECT_EQ(dragViews_->gridsMade, 0);
+    EXPECT_EQ(launcherViews_, nullptr);
+    drag();
+    EXPECT_EQ(dragViews_->gridsMade, 1);
+    EXPECT_TRUE(pressChord());
+    ASSERT_NE(launcherViews_, nullptr);
+    EXPECT_EQ(launcherViews_->states.size(), 1U);
+}
+
+TEST_F(AppDelegateTest, RepairsTheTapWithinTwoSeconds) {
+    taps_.refuse(true);
+    AppDelegate app(services(), views());
+    app.applicationDidFinishLaunching();
+    EXPECT_FALSE(pressChord());
+    taps_.refuse(false);
+    loop_.advance(Seconds{2});
+    EXPECT_TRUE(pressChord());
+    taps_.invalidateAll();
+    loop_.advance(Seconds{2});
+    EXPECT_EQ(taps_.tapCount(), 1U);
+    EXPECT_TRUE(pressChord());
+    taps_.disableAll(MemoryEventTaps::Notice::lost);
+    power_.wake();
+    EXPECT_TRUE(pressChord()) << "waking checks the health at once";
+}
+
+TEST_F(AppDelegateTest, ClearsTheScreenAfterWakingAndWhenTheDisplaysChange) {
+    AppDelegate app(services(), views());
+    app.applicationDidFinishLaunching();
+    const auto closed = [&] {
+        return dragViews_->grids.empty() && !launcherViews_->states.back()->exists;
+    };
+    drag();
+    pressChord();
+    ASSERT_FALSE(closed());
+    power_.wake();
+    EXPECT_TRUE(closed());
+
+    desktop_.eventMonitors().emit(MonitoredEvent::leftMouseUp);
+    drag();
+    pressChord();
+    ASSERT_FALSE(closed());
+    desktop_.setScreens({{1, {0, 0, 1280, 720}, {0, 0, 1280, 695}, std::nullopt, "Screen"}});
+    EXPECT_TRUE(closed());
+    EXPECT_TRUE(desktop_.activations().empty());
+    // The abandoned drag does not snap when the button goes up.
+    const Rect where = frame();
+    desktop_.eventMonitors().emit(MonitoredEvent::leftMouseUp);
+    loop_.advance(Seconds{1});
+    EXPECT_EQ(frame(), where);
 }
 
 }  // namespace

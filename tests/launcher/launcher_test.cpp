@@ -4,6 +4,7 @@
 #include "app/notification_names.h"
 #include "base/modifier_flag.h"
 #include "engine/engine_fixture.h"
+#include "launcher/fake_launcher_views.h"
 #include "platform/memory/memory_beep.h"
 
 #include <any>
@@ -14,60 +15,6 @@
 namespace tessellon {
 namespace {
 
-constexpr Size panelSize{472, 632};
-
-/// What a test sees of a panel, also after the panel is gone.
-struct PanelState {
-    Rect frame{0, 0, panelSize.width, panelSize.height};
-    bool exists = true;
-    bool visible = false;
-    bool key = false;
-    int orderedOut = 0;
-};
-
-class FakePanel final : public KeyPanel {
-  public:
-    FakePanel(std::shared_ptr<PanelState> state, LauncherModel& model)
-        : state_(std::move(state)), model_(model) {}
-    ~FakePanel() override {
-        EXPECT_EQ(model_.appName().empty(), false) << "the model outlives the panel";
-        state_->exists = false;
-    }
-    FakePanel(const FakePanel&) = delete;
-    FakePanel& operator=(const FakePanel&) = delete;
-
-    Rect frame() const override { return state_->frame; }
-    void setFrame(const Rect& frame) override { state_->frame = frame; }
-    bool isVisible() const override { return state_->visible; }
-    void orderFrontRegardless() override { state_->visible = true; }
-    void orderOut() override {
-        state_->visible = false;
-        ++state_->orderedOut;
-    }
-    void makeKeyAndOrderFront() override {
-        state_->visible = true;
-        state_->key = true;
-    }
-    void resignKey() { resignedKey_.emit(); }
-
-  private:
-    std::shared_ptr<PanelState> state_;
-    LauncherModel& model_;
-};
-
-class FakeViews final : public LauncherViews {
-  public:
-    std::unique_ptr<KeyPanel> makePanel(LauncherModel& model) override {
-        states.push_back(std::make_shared<PanelState>());
-        auto made = std::make_unique<FakePanel>(states.back(), model);
-        panel = made.get();
-        return made;
-    }
-
-    std::vector<std::shared_ptr<PanelState>> states;
-    FakePanel* panel = nullptr;
-};
-
 class LauncherTest : public EngineTest {
   protected:
     LauncherTest() {
@@ -75,7 +22,7 @@ class LauncherTest : public EngineTest {
         defaults_.setDouble(preference::padding, 0);
     }
 
-    PanelState& panel() { return *views.states.back(); }
+    LauncherPanelState& panel() { return *views.states.back(); }
     std::size_t panelsMade() const { return views.states.size(); }
 
     /// Types a key as the desktop would; notUsed when it goes on to the search field.
@@ -95,7 +42,7 @@ class LauncherTest : public EngineTest {
 
     static constexpr Rect half{0, 25, 960, 1055};
 
-    FakeViews views;
+    FakeLauncherViews views;
     MemoryBeep beep;
     NotificationCenter notifications;
     Launcher launcher{engine(), views, beep, notifications};

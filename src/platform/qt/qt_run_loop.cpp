@@ -2,6 +2,7 @@
 
 #include <QAbstractEventDispatcher>
 #include <QCoreApplication>
+#include <QGuiApplication>
 #include <QPointer>
 #include <QSocketNotifier>
 #include <QTimer>
@@ -69,7 +70,9 @@ Token QtRunLoop::beforeBlocking(std::function<void()> callback) {
 }
 
 int QtRunLoop::run() {
-    return QCoreApplication::exec();
+    // What an application with windows sets up on top, if this is one.
+    const bool hasWindows = qobject_cast<QGuiApplication*>(QCoreApplication::instance()) != nullptr;
+    return hasWindows ? QGuiApplication::exec() : QCoreApplication::exec();
 }
 
 void QtRunLoop::quit(int exitCode) {
