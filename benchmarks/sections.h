@@ -15,6 +15,9 @@ void measureListing(Report& report);
 /// Tiling eight windows beside snapping one.
 void measureTiling(Report& report);
 
+/// Showing the zone grid and the preview of a drag.
+void measureDragPanels(Report& report);
+
 /// Starting the program, and what it costs while nothing happens.
 void measureProcessCosts(Report& report);
 
