@@ -57,7 +57,7 @@ DragSnapper::DragSnapper(WindowEngine& engine, DragViews& views, RunLoop& runLoo
       overlay_(views),
       hints_(engine.services().displays, views),
       displaysChanged_(
-          engine.services().displays.changed().subscribe([this] { screens_.clear(); })) {}
+          engine.services().displays.changed().subscribe([this] { screensAreStale_ = true; })) {}
 
 void DragSnapper::start() {
     if (!monitors_.empty()) {
@@ -168,7 +168,8 @@ void DragSnapper::restoreSize() {
 }
 
 const Screen* DragSnapper::screenAt(Point point) {
-    if (screens_.empty()) {
+    if (screensAreStale_) {
+        screensAreStale_ = false;
         screens_ = engine_.services().displays.screens();
     }
     for (const auto& screen : screens_) {

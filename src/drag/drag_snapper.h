@@ -72,9 +72,10 @@ class DragSnapper {
     std::optional<Candidate> candidate_;
     bool gridShown_ = false;
 
-    /// The screens as they were looked at last; empty when they have to be looked at again. Asking
-    /// for them at every motion of the pointer would cost more than the rest of it.
+    /// The screens as they were looked at last. Asking for them at every motion of the pointer
+    /// would cost more than the rest of it.
     std::vector<Screen> screens_;
+    bool screensAreStale_ = true;
     Token displaysChanged_;
 
     std::vector<Token> scheduledSnaps_;
