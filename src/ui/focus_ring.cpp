@@ -6,6 +6,7 @@
 #include <QEvent>
 #include <QFocusEvent>
 #include <QPainter>
+#include <QRegion>
 
 namespace tessellon {
 namespace {
@@ -79,6 +80,9 @@ bool FocusRing::eventFilter(QObject* /*watched*/, QEvent* event) {
 void FocusRing::place() {
     if (frame_) {
         frame_->setGeometry(control_.geometry().adjusted(-reach, -reach, reach, reach));
+        // A style sheet of the page may give every widget a background; none may hide the control.
+        const QRect all = frame_->rect();
+        frame_->setMask(QRegion(all) - QRegion(all.adjusted(reach, reach, -reach, -reach)));
     }
 }
 

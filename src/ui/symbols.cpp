@@ -39,9 +39,9 @@ QPainterPath symbolPath(Symbol symbol) {
             path.lineTo(20, 20);
             break;
         case Symbol::sparkles:
-            addSparkle(path, QPointF(10, 13), 8);
-            addCross(path, QPointF(19, 5), 2.5);
-            addCross(path, QPointF(19.5, 19.5), 1.5);
+            addSparkle(path, QPointF(9.5, 13), 8.5);
+            addCross(path, QPointF(19, 5), 3);
+            addCross(path, QPointF(19.5, 19.5), 2.2);
             break;
     }
     return path;

@@ -200,6 +200,7 @@ TEST_F(Controls, AssistiveTechnologySeesAndSetsThem) {
 
 TEST_F(Controls, TheFocusRingFollowsTheKeyboard) {
     QWidget page;
+    page.setStyleSheet("background: white");
     page.resize(200, 80);
     PillToggle first("First", &page);
     PillToggle second("Second", &page);
@@ -217,6 +218,9 @@ TEST_F(Controls, TheFocusRingFollowsTheKeyboard) {
     ASSERT_TRUE(second.hasFocus());
     EXPECT_TRUE(ringed(second));
     EXPECT_FALSE(ringed(first));
+    EXPECT_TRUE(shows(page.grab().toImage(), 100 + 12, 20 + 12, palette::white));
+    EXPECT_TRUE(shows(page.grab().toImage(), 100 + 28, 20 + 12, palette::line))
+        << "the ring hides its control";
     second.move(100, 40);
     EXPECT_TRUE(ringed(second)) << "the ring stays with its control";
 
