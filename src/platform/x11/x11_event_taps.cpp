@@ -6,7 +6,8 @@
 namespace tessellon::x11 {
 namespace {
 
-constexpr std::uint32_t rightSuper = 54;  // virtual key code
+constexpr std::uint32_t rightSuper = 54;  // virtual key codes
+constexpr std::uint32_t leftSuper = 55;
 
 // A held key repeats long before this; a press after it is a new one even if its release was lost
 // to somebody else's grab.
@@ -100,8 +101,8 @@ class X11EventTaps::Tap final : public EventTap {
     std::vector<std::uint16_t> grabbedVariants_;
 };
 
-X11EventTaps::X11EventTaps(Connection& connection, Keyboard& keyboard)
-    : connection_(connection), keyboard_(keyboard) {
+X11EventTaps::X11EventTaps(Connection& connection, Keyboard& keyboard, const RawInput& input)
+    : connection_(connection), keyboard_(keyboard), input_(input) {
     listener_ = connection_.addActionListener([this](const auto& event) { onEvent(event); });
     mapping_ = keyboard_.changed().subscribe([this] {
         for (auto* tap : taps_) {
@@ -178,14 +179,21 @@ bool X11EventTaps::hasSwallowed(const xcb_key_press_event_t& event) const {
 
 std::uint64_t X11EventTaps::flagsOf(const xcb_key_press_event_t& event) const {
     auto flags = keyboard_.modifierFlags(event.state);
-    // The event does not say which of the two command keys is down, the server does. It answers
-    // with the keys as of this press, for later ones wait.
+    // The event does not say which of the two command keys is down, the server does: while a press
+    // of ours stops the keyboard, later keys wait.
     connection_.countRoundTrip();
     const Reply<xcb_query_keymap_reply_t> keys(xcb_query_keymap_reply(
         connection_.xcb(), xcb_query_keymap_unchecked(connection_.xcb()), nullptr));
-    const auto right = keyboard_.keyCode(rightSuper);
-    if (keys && right && (keys->keys[*right / 8U] & (1U << (*right % 8U))) != 0) {
+    const auto isDown = [&](std::uint32_t virtualKeyCode) {
+        const auto code = keyboard_.keyCode(virtualKeyCode);
+        return keys && code && (keys->keys[*code / 8U] & (1U << (*code % 8U))) != 0;
+    };
+    if (isDown(rightSuper)) {
         flags |= modifier_flag::rightCommand;
+    } else if (!isDown(leftSuper)) {
+        // Both are up already. That happens while the whole keyboard is ours and does not stop; the
+        // modifiers' own events keep their order with this press.
+        flags |= input_.modifierFlags() & modifier_flag::rightCommand;
     }
     return flags;
 }

@@ -5,6 +5,7 @@
 #include "platform/event_tap.h"
 #include "platform/x11/connection.h"
 #include "platform/x11/keyboard.h"
+#include "platform/x11/raw_input.h"
 
 #include <cstdint>
 #include <memory>
@@ -17,7 +18,7 @@ namespace tessellon::x11 {
 
 class X11EventTaps : public EventTaps {
   public:
-    X11EventTaps(Connection& connection, Keyboard& keyboard);
+    X11EventTaps(Connection& connection, Keyboard& keyboard, const RawInput& input);
     ~X11EventTaps() override;
 
     /// Grabs the key with exactly these modifiers and every combination of the locks; with more
@@ -46,6 +47,7 @@ class X11EventTaps : public EventTaps {
 
     Connection& connection_;
     Keyboard& keyboard_;
+    const RawInput& input_;
     std::vector<Tap*> taps_;
     bool deciding_ = false;
     std::optional<Swallowed> swallowed_;
