@@ -6,12 +6,16 @@
 #include <QEvent>
 #include <QFocusEvent>
 #include <QPainter>
+#include <QPainterPath>
+#include <QPolygonF>
 #include <QRegion>
 
 namespace tessellon {
 namespace {
 
 constexpr double ringWidth = 2;
+// Between the ring and its control, measured from the ring's outer edge.
+constexpr double gapEnd = FocusRing::reach - 1;
 
 class Frame : public QWidget {
   public:
@@ -81,8 +85,9 @@ void FocusRing::place() {
     if (frame_) {
         frame_->setGeometry(control_.geometry().adjusted(-reach, -reach, reach, reach));
         // A style sheet of the page may give every widget a background; none may hide the control.
-        const QRect all = frame_->rect();
-        frame_->setMask(QRegion(all) - QRegion(all.adjusted(reach, reach, -reach, -reach)));
+        const QRectF within = QRectF(frame_->rect()).adjusted(gapEnd, gapEnd, -gapEnd, -gapEnd);
+        const QPainterPath hole = continuousRoundedRect(within, radius_ + reach - gapEnd);
+        frame_->setMask(QRegion(frame_->rect()) - QRegion(hole.toFillPolygon().toPolygon()));
     }
 }
 

@@ -35,6 +35,18 @@ TEST_F(Painting, EachSectionOfActionsHasItsColor) {
     EXPECT_EQ(half.green(), 199);
 }
 
+TEST_F(Painting, MiniScreenPicturesWhatTheActionDoes) {
+    for (const SnapAction action : allSnapActions) {
+        if (const auto unit = unitRect(action)) {
+            const QRectF zone = miniScreenZone(action).value_or(QRectF());
+            EXPECT_EQ(zone, QRectF(unit->x, unit->y, unit->width, unit->height)) << title(action);
+        }
+    }
+    EXPECT_EQ(miniScreenZone(SnapAction::almostMaximize), QRectF(0.12, 0.12, 0.76, 0.76));
+    EXPECT_EQ(miniScreenZone(SnapAction::center), QRectF(0.3, 0.3, 0.4, 0.4));
+    EXPECT_EQ(miniScreenZone(SnapAction::restore), QRectF(0.15, 0.35, 0.35, 0.35));
+}
+
 TEST_F(Painting, MiniScreenFillsTheZoneOfTheAction) {
     for (const SnapAction action : allSnapActions) {
         const auto zone = miniScreenZone(action);
