@@ -249,6 +249,19 @@ TEST_F(DragSnapperTest, TheOutermostPixelsOfAScreenBelongToIt) {
     EXPECT_EQ(views_.grids[1]->active, leftThird);
 }
 
+TEST_F(DragSnapperTest, TheSameZoneOfAnotherScreenIsAnotherZone) {
+    holdCommand();
+    beginDrag();
+    dragTo(300, 500);
+    dragTo(1920 + 300, 500);
+    EXPECT_EQ(views_.grids[0]->active, std::nullopt);
+    EXPECT_EQ(views_.grids[1]->active, leftHalf);
+    EXPECT_EQ(views_.previews[0]->frame(), (Rect{1928, 8, 948, 1039}));
+    release();
+    settle();
+    EXPECT_EQ(frame(), (Rect{1928, 33, 948, 1039}));
+}
+
 TEST_F(DragSnapperTest, SwitchingOffInTheMiddleEndsTheGesture) {
     for (const auto key : {preference::dragEnabled, preference::paused}) {
         for (const bool byFlags : {true, false}) {
@@ -371,19 +384,24 @@ TEST_F(DragSnapperTest, ResetAbandonsTheGestureAndTheNextOneStartsAfresh) {
 }
 
 TEST_F(DragSnapperTest, TwoQuickDropsBothSnap) {
-    const auto other = open({1000, 300, 500, 400});
-    holdCommand();
-    beginDrag();
-    dragTo(300, 500);
-    release();
     const auto first = window_;
-    window_ = other;
-    beginDrag();
-    dragTo(1600, 500);
-    release();
-    settle();
-    EXPECT_EQ(desktop_.window(first)->frame, leftHalfFrame);
-    EXPECT_EQ(frame(), (Rect{964, 33, 948, 1039}));
+    const auto second = open({1000, 300, 500, 400});
+    holdCommand();
+    for (int round = 0; round < 3; ++round) {
+        window_ = first;
+        beginDrag();
+        dragTo(300, 500);
+        release();
+        window_ = second;
+        beginDrag();
+        dragTo(1600, 500);
+        release();
+        settle();
+        EXPECT_EQ(desktop_.window(first)->frame, leftHalfFrame) << round;
+        EXPECT_EQ(desktop_.window(second)->frame, (Rect{964, 33, 948, 1039})) << round;
+        desktop_.window(first)->frame = before;
+        desktop_.window(second)->frame = {1000, 300, 500, 400};
+    }
 }
 
 TEST_F(DragSnapperTest, ARefusedMonitorDoesNotStopTheOthers) {

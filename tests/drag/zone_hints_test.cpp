@@ -135,6 +135,13 @@ TEST_F(ZoneHintsTest, HasOnePanelOnEveryScreenAfterAChange) {
     hints_.show();
     EXPECT_EQ(views_.grids.size(), 3U);
     EXPECT_EQ(views_.gridsMade, 5);
+    auto moved = desktop_.screens();
+    moved[2].frame.y += 100;
+    moved[2].visibleFrame.y += 100;
+    desktop_.setScreens(moved);
+    hints_.show();
+    EXPECT_EQ(views_.grids.size(), 3U);
+    EXPECT_EQ(views_.gridsMade, 8) << "as many screens, one in another place";
     setScreens(0);
     hints_.show();
     EXPECT_TRUE(views_.grids.empty());
