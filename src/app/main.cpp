@@ -132,7 +132,7 @@ int run(int argc, char** argv) {
     x11::X11Accessibility accessibility(*connection, mirror, rawInput);
     x11::X11EventMonitors eventMonitors(*connection, mirror, displays, rawInput);
     x11::X11HotKeyCenter hotKeyCenter(*connection, keyboard);
-    x11::X11EventTaps eventTaps(*connection, keyboard);
+    x11::X11EventTaps eventTaps(*connection, keyboard, rawInput);
     x11::X11KeyboardFocus keyboardFocus(
         {*connection, keyboard, eventTaps, hotKeyCenter, eventMonitors, rawInput, loop});
     x11::X11Compositing compositing(*connection);
