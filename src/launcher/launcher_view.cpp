@@ -92,7 +92,7 @@ LauncherView::LauncherView(LauncherModel& model, const KeyBindings& bindings,
 
     const auto screens = qtScreens();
     const auto origin = screens.empty() ? QPoint() : screens.front().geometry.topLeft();
-    setScreenFrame(fromQtGeometry({origin, sizeHint()}, screens));
+    setScreenFrame(fromQtGeometry({origin, LauncherView::sizeHint()}, screens));
 }
 
 void LauncherView::detach() {

@@ -26,7 +26,7 @@ class LauncherTest : public EngineTest {
     std::size_t panelsMade() const { return views.states.size(); }
 
     /// Types a key as the desktop would; notUsed when it goes on to the search field.
-    KeyVerdict type(KeyEvent event) { return desktop_.eventMonitors().type(event); }
+    KeyVerdict type(const KeyEvent& event) { return desktop_.eventMonitors().type(event); }
     KeyVerdict key(std::uint32_t code) {
         KeyEvent event;
         event.keyCode = code;

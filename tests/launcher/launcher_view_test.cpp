@@ -20,6 +20,7 @@
 #include <QTemporaryFile>
 #include <cstdlib>
 #include <memory>
+#include <stdexcept>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -104,12 +105,10 @@ class LauncherViewTest : public EngineTest {
         QCursor::setPos(1, 1);
         window_ = openFocused({100, 100, 800, 600});
     }
-    ~LauncherViewTest() override {
+    void TearDown() override {
         launcher.close(Launcher::Activation::none);
         settle();
     }
-    LauncherViewTest(const LauncherViewTest&) = delete;
-    LauncherViewTest& operator=(const LauncherViewTest&) = delete;
 
     static void settle() {
         QApplication::processEvents();
