@@ -85,6 +85,7 @@ void greet(AppDelegate& delegate, const std::string& settings) {
 }
 
 int run(int argc, char** argv) {
+    TerminationSignals signals;
     const auto connection = x11::Connection::open();
     if (!connection) {
         explainMissingDisplay();
@@ -115,7 +116,7 @@ int run(int argc, char** argv) {
     prepareToolkit(endWithoutDisplay);
     const QApplication application(argc, argv);
     QtRunLoop loop;
-    const TerminationSignals signals(loop, [&loop] { loop.quit(EXIT_SUCCESS); });
+    signals.serve(loop, [&loop] { loop.quit(EXIT_SUCCESS); });
     if (isWaylandSession()) {
         logNotice("in a Wayland session only X11 programs' windows can be moved");
     }

@@ -8,7 +8,7 @@
 
 namespace tessellon {
 
-TerminationSignals::TerminationSignals(RunLoop& loop, std::function<void()> callback) {
+TerminationSignals::TerminationSignals() {
     sigset_t signals;
     sigemptyset(&signals);
     sigaddset(&signals, SIGTERM);
@@ -16,6 +16,9 @@ TerminationSignals::TerminationSignals(RunLoop& loop, std::function<void()> call
     sigaddset(&signals, SIGHUP);
     sigprocmask(SIG_BLOCK, &signals, nullptr);
     descriptor_ = signalfd(-1, &signals, SFD_CLOEXEC | SFD_NONBLOCK);
+}
+
+void TerminationSignals::serve(RunLoop& loop, std::function<void()> callback) {
     readable_ =
         loop.watchReadable(descriptor_, [descriptor = descriptor_, callback = std::move(callback)] {
             signalfd_siginfo info{};

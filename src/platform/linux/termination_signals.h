@@ -11,12 +11,16 @@ namespace tessellon {
 
 class TerminationSignals {
   public:
-    /// Calls `callback` for each of the signals. To be constructed before the program starts any
-    /// thread, since a thread that does not block the signals would still be killed by them.
-    TerminationSignals(RunLoop& loop, std::function<void()> callback);
+    /// From now on the signals wait instead of ending the program. To be constructed before the
+    /// program starts any thread (toolkits do), since a thread that does not block the signals
+    /// would still be killed by them.
+    TerminationSignals();
     ~TerminationSignals();
     TerminationSignals(const TerminationSignals&) = delete;
     TerminationSignals& operator=(const TerminationSignals&) = delete;
+
+    /// Calls `callback` for each of the signals, those that wait already included.
+    void serve(RunLoop& loop, std::function<void()> callback);
 
   private:
     int descriptor_;
