@@ -45,9 +45,9 @@ bool showDragAndLauncher(const std::filesystem::path& pictures) {
               {{editor, {964, 33, 948, 1039}}});
     demo.drag("drag to the bottom left quarter", terminal, {250, 1000},
               {{terminal, {8, 557, 948, 515}}});
-    demo.launch("pick the second third", editor,
-                {Key::t, Key::h, Key::i, Key::r, Key::d, Key::right}, Key::enter,
-                {{editor, {646, 33, 628, 1039}}});
+    demo.launch("search for half and pick the third one", editor,
+                {Key::h, Key::a, Key::l, Key::f, Key::right, Key::right}, Key::enter,
+                {{editor, {8, 33, 1904, 516}}});
     demo.launch("one letter for the top right quarter", clock, {}, Key::i,
                 {{clock, {964, 33, 948, 516}}});
     return demo.finish();
