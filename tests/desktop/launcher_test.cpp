@@ -1,0 +1,152 @@
+// The launcher in the program as it runs: opened by its chord over a foreign window, typed into,
+// and closed in every way there is.
+#include "desktop_fixture.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace tessellon::desktop {
+namespace {
+
+constexpr Frame original{500, 300, 700, 450};
+constexpr Frame topLeft{8, 33, 948, 516};
+constexpr std::int32_t panelWidth = 472;
+
+class LauncherTest : public WindowManagerTest {
+  protected:
+    /// A desktop with the program and, in front, a terminal that writes down what it is given.
+    void useTerminalDesktop() {
+        useDesktop(GetParam());
+        if (IsSkipped()) {
+            return;
+        }
+        program().start();
+        const auto script = "stty raw -echo; : > '" + typedFile().string() + "'; cat > '" +
+                            typedFile().string() + "'";
+        terminal = desktop().startWithWindow({"xterm", "-e", "sh", "-c", script});
+        ASSERT_TRUE(waitUntil([&] { return std::filesystem::exists(typedFile()); }));
+        desktop().windows().place(terminal, original);
+        desktop().windows().activate(terminal);
+    }
+
+    std::filesystem::path typedFile() { return desktop().home() / "typed"; }
+    std::string typedIntoTerminal() {
+        std::ifstream file(typedFile());
+        return {std::istreambuf_iterator<char>(file), {}};
+    }
+    /// Types into the terminal and gives all that it ever got; what was on its way before is in it.
+    std::string typedAfter(Key key) {
+        const auto before = typedIntoTerminal().size();
+        desktop().keyboard().tap(key);
+        EXPECT_TRUE(waitUntil([&] { return typedIntoTerminal().size() > before; }));
+        return typedIntoTerminal();
+    }
+
+    /// The frame of the panel while it is shown.
+    std::optional<Frame> panel() {
+        const auto shown = desktop().windows().unmanagedOf(program().process().pid());
+        const auto found = std::find_if(shown.begin(), shown.end(), [](const Frame& frame) {
+            return frame.width == panelWidth;
+        });
+        return found != shown.end() ? std::optional(*found) : std::nullopt;
+    }
+    bool waitUntilOpen() {
+        return waitUntil([&] { return panel().has_value(); });
+    }
+    bool waitUntilClosed() {
+        return waitUntil([&] { return !panel(); });
+    }
+
+    /// The chord, and keys that are typed faster than anybody can follow.
+    void pressChord(const std::vector<Key>& typed = {}) {
+        desktop().keyboard().combinationThenTyped({Key::rightSuper}, Key::slash, typed);
+    }
+
+    xcb_window_t terminal = XCB_WINDOW_NONE;
+};
+
+TEST_P(LauncherTest, whatIsTypedAtOnceSnapsTheWindowInFront) {
+    useTerminalDesktop();
+    if (IsSkipped()) {
+        return;
+    }
+    pressChord({Key::m, Key::a, Key::x, Key::enter});
+    desktop().windows().settleWithinIncrements(terminal, usableArea);
+    EXPECT_TRUE(waitUntilClosed());
+
+    pressChord({Key::u});
+    desktop().windows().settleWithinIncrements(terminal, topLeft);
+    const auto frame = desktop().windows().visibleFrame(terminal).value_or(Frame{});
+    EXPECT_EQ(frame.x, topLeft.x);
+    EXPECT_EQ(frame.y, topLeft.y);
+    EXPECT_LE(frame.width, topLeft.width);
+    EXPECT_TRUE(waitUntilClosed());
+    EXPECT_EQ(typedAfter(Key::slash), "/") << "the terminal got what was not meant for it";
+}
+
+TEST_P(LauncherTest, theWindowInFrontStaysActiveAndEveryWayOutWorks) {
+    useDesktop(GetParam(), Monitors::twoSideBySide);
+    if (IsSkipped()) {
+        return;
+    }
+    program().start();
+    const auto window = startClock({1100, 300, 500, 400});
+    desktop().windows().activate(window);
+    pressChord();
+    ASSERT_TRUE(waitUntilOpen());
+    const auto shown = panel().value_or(Frame{});
+    EXPECT_EQ(shown.x + shown.width / 2, 960 + 480) << "on the display of the window";
+    EXPECT_LE(std::abs(2 * shown.y + shown.height - (1080 + dockHeight)), 1);
+    EXPECT_EQ(desktop().windows().active(), window);
+
+    desktop().keyboard().tap(Key::escape);
+    EXPECT_TRUE(waitUntilClosed());
+    pressChord();
+    ASSERT_TRUE(waitUntilOpen());
+    desktop().keyboard().press(Key::rightSuper);
+    desktop().keyboard().press(Key::slash);
+    EXPECT_TRUE(waitUntilClosed());
+    desktop().keyboard().release(Key::slash);
+    desktop().keyboard().release(Key::rightSuper);
+    EXPECT_EQ(desktop().windows().active(), window);
+
+    pressChord();
+    ASSERT_TRUE(waitUntilOpen());
+    desktop().pointer().moveTo({100, 900});
+    desktop().pointer().click();
+    EXPECT_TRUE(waitUntilClosed());
+
+    desktop().windows().activate(window);
+    pressChord();
+    ASSERT_TRUE(waitUntilOpen());
+    // Top row, second from the left: the right half of its display.
+    desktop().pointer().moveTo({shown.x + 16 + 112 + 52, shown.y + 120});
+    desktop().pointer().click();
+    EXPECT_TRUE(waitUntilClosed());
+    const Frame rightHalf{1444, 33, 468, 1039};
+    EXPECT_EQ(desktop().windows().settle(window, rightHalf), rightHalf);
+}
+
+TEST_P(LauncherTest, nothingOpensWhilePaused) {
+    useTerminalDesktop();
+    if (IsSkipped()) {
+        return;
+    }
+    program().change({{"paused", true}});
+    program().waitUntilIdle();
+    pressChord();
+    program().waitUntilIdle();
+    EXPECT_FALSE(panel());
+    EXPECT_EQ(typedAfter(Key::slash), "/") << "the chord is kept all the same";
+}
+
+INSTANTIATE_TEST_SUITE_P(On, LauncherTest, testedWindowManagers(), windowManagerName);
+
+}  // namespace
+}  // namespace tessellon::desktop
