@@ -27,6 +27,7 @@ enum class Key : std::uint8_t {
     h = 43,
     j = 44,
     k = 45,
+    l = 46,
     leftShift = 50,
     x = 53,
     c = 54,
