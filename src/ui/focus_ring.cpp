@@ -68,7 +68,9 @@ bool FocusRing::eventFilter(QObject* /*watched*/, QEvent* event) {
             setShown(byKeyboard_ && control_.hasFocus());
             break;
         case QEvent::ParentChange:
-            delete frame_;
+            if (frame_) {
+                frame_->setParent(control_.parentWidget());
+            }
             setShown(byKeyboard_ && control_.hasFocus());
             break;
         case QEvent::Move:
