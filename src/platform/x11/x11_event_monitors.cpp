@@ -34,7 +34,7 @@ bool X11EventMonitors::belongsToUs(xcb_window_t topLevel) const {
         return false;
     }
     // A managed window's frame is the window manager's; the window in it tells whose it is.
-    mirror_.refresh();
+    mirror_.look();
     if (const auto* client = mirror_.findByTopLevel(topLevel)) {
         return client->pid == getpid();
     }
