@@ -1,0 +1,438 @@
+// Dragging windows with a real pointer: what is shown meanwhile, where windows land, and what is
+// left behind.
+#include "desktop_fixture.h"
+
+#include <algorithm>
+#include <array>
+#include <string>
+#include <vector>
+
+namespace tessellon::desktop {
+namespace {
+
+constexpr Frame original{500, 300, 700, 450};
+constexpr Frame leftHalf{8, 33, 948, 1039};
+constexpr Frame rightHalf{964, 33, 948, 1039};
+constexpr Frame topLeft{8, 33, 948, 516};
+constexpr Frame bottomRight{964, 556, 948, 516};
+
+// The screen below the dock, which one panel of the grid covers.
+constexpr Frame grid{0, dockHeight, 1920, 1080 - dockHeight};
+
+// In the middle of zones of that grid.
+constexpr Position leftHalfZone{365, 552};
+constexpr Position rightHalfZone{1555, 552};
+constexpr Position topLeftZone{288, 140};
+constexpr Position bottomRightZone{1632, 963};
+
+/// Base is a fixture with a desktop and the program on it.
+template <typename Base>
+class Dragging : public Base {
+  protected:
+    using Base::afterPress;
+    using Base::desktop;
+    using Base::IsSkipped;
+    using Base::program;
+
+    void TearDown() override {
+        if (!IsSkipped() && program().running()) {
+            EXPECT_TRUE(waitUntil([&] { return pictures().empty(); }))
+                << "something of the program's is left on the screen";
+            EXPECT_TRUE(desktop().pointer().isFree());
+        }
+        Base::TearDown();
+    }
+
+    /// What the program shows at the moment.
+    std::vector<Frame> pictures() {
+        return desktop().windows().unmanagedOf(program().process().pid());
+    }
+    bool shows(const Frame& frame) {
+        const auto shown = pictures();
+        return std::find(shown.begin(), shown.end(), frame) != shown.end();
+    }
+    bool waitUntilShown(const Frame& frame) {
+        return waitUntil([&] { return shows(frame); });
+    }
+    bool waitUntilNothingIsShown() {
+        return waitUntil([&] { return pictures().empty(); });
+    }
+
+    Frame frameOf(xcb_window_t window) {
+        return desktop().windows().visibleFrame(window).value_or(Frame{});
+    }
+
+    /// Presses the title bar of the window, about a quarter of its width from the left, where every
+    /// theme has nothing but the title; each time elsewhere, or two presses would be a double
+    /// click.
+    void pressTitleBar(xcb_window_t window) {
+        const Frame frame = frameOf(window);
+        constexpr int middleOfTitleBar = 12;
+        constexpr int apart = 25;
+        start_ = {frame.x + frame.width / 4 + apart * presses_++, frame.y + middleOfTitleBar};
+        desktop().pointer().jumpTo(start_);
+        desktop().pointer().press();
+        // A hand rests for much longer before it moves on.
+        program().waitUntilIdle();
+    }
+    /// Moves the pointer this far from where the title bar was pressed.
+    void dragBy(int x, int y) { dragTo({start_.x + x, start_.y + y}); }
+    /// At the speed of a hand: the window manager is with it at every step.
+    void dragTo(Position target) {
+        const Position from = desktop().pointer().position();
+        constexpr int steps = 12;
+        for (int step = 0; step <= steps; ++step) {
+            desktop().pointer().jumpTo({from.x + (target.x - from.x) * step / steps,
+                                        from.y + (target.y - from.y) * step / steps});
+            ASSERT_TRUE(waitUntil([&] { return desktop().x().windowManagerServes(); }));
+        }
+    }
+    void drop() { desktop().pointer().release(); }
+
+    void pressCommand() { desktop().keyboard().press(Key::leftSuper); }
+    void releaseCommand() { desktop().keyboard().release(Key::leftSuper); }
+
+    /// The frame of a window that was dragged from `before` to where the pointer is.
+    Frame carried(const Frame& before, Position pointer) const {
+        return {before.x + pointer.x - start_.x, before.y + pointer.y - start_.y, before.width,
+                before.height};
+    }
+
+    Frame restored(xcb_window_t window) {
+        return afterPress(window, Held::controlAlt, Key::backspace);
+    }
+
+  private:
+    Position start_;
+    int presses_ = 0;
+};
+
+using DragTest = Dragging<WindowManagerTest>;
+
+TEST_P(DragTest, commandShowsTheGridAndTheDropSnaps) {
+    useDesktop(GetParam());
+    if (IsSkipped()) {
+        return;
+    }
+    program().start();
+    const xcb_window_t window = startClock(original);
+
+    // The command key before the drag.
+    pressCommand();
+    pressTitleBar(window);
+    dragTo(leftHalfZone);
+    EXPECT_TRUE(waitUntilShown(grid));
+    EXPECT_TRUE(waitUntilShown(leftHalf)) << "the preview";
+    EXPECT_EQ(desktop().windows().settle(window, carried(original, leftHalfZone)),
+              carried(original, leftHalfZone))
+        << "the window follows the pointer";
+    dragTo(bottomRightZone);
+    EXPECT_TRUE(waitUntilShown(bottomRight));
+    EXPECT_FALSE(shows(leftHalf));
+    drop();
+    EXPECT_TRUE(waitUntilNothingIsShown());
+    EXPECT_EQ(desktop().windows().settle(window, bottomRight), bottomRight);
+    releaseCommand();
+    EXPECT_EQ(restored(window).width, original.width);
+
+    // In the middle of it, changing one's mind twice.
+    EXPECT_EQ(desktop().windows().place(window, original), original);
+    pressTitleBar(window);
+    dragBy(120, 90);
+    program().waitUntilIdle();
+    EXPECT_TRUE(pictures().empty());
+    pressCommand();
+    EXPECT_TRUE(waitUntilShown(grid));
+    releaseCommand();
+    EXPECT_TRUE(waitUntilNothingIsShown());
+    pressCommand();
+    EXPECT_TRUE(waitUntilShown(grid));
+    dragTo(topLeftZone);
+    EXPECT_TRUE(waitUntilShown(topLeft));
+    drop();
+    EXPECT_EQ(desktop().windows().settle(window, topLeft), topLeft);
+    releaseCommand();
+
+    // Let go of before the drop: the window stays where it was carried.
+    EXPECT_EQ(desktop().windows().place(window, original), original);
+    pressTitleBar(window);
+    dragBy(100, 80);
+    pressCommand();
+    dragTo(rightHalfZone);
+    EXPECT_TRUE(waitUntilShown(rightHalf));
+    releaseCommand();
+    EXPECT_TRUE(waitUntilNothingIsShown());
+    drop();
+    program().waitUntilIdle();
+    EXPECT_EQ(desktop().windows().settle(window, carried(original, rightHalfZone)),
+              carried(original, rightHalfZone));
+}
+
+TEST_P(DragTest, aSnappedWindowThatIsPulledAwayGetsItsSizeBack) {
+    useDesktop(GetParam());
+    if (IsSkipped()) {
+        return;
+    }
+    program().start();
+    const xcb_window_t window = startClock(original);
+    const auto pulledTo = [&](const Frame& size, Position pointer) {
+        Frame frame = carried(leftHalf, pointer);
+        frame.width = size.width;
+        frame.height = size.height;
+        return frame;
+    };
+    const Position aside{600, 300};
+
+    // Dropped anywhere.
+    ASSERT_EQ(snap(window, Held::controlAlt, Key::left, leftHalf), leftHalf);
+    program().waitUntilIdle();
+    pressTitleBar(window);
+    dragTo(aside);
+    drop();
+    EXPECT_EQ(desktop().windows().settle(window, pulledTo(original, aside)),
+              pulledTo(original, aside));
+    EXPECT_EQ(restored(window), pulledTo(original, aside)) << "nothing is remembered any more";
+
+    // Dropped onto another zone: it is the first size that is remembered.
+    EXPECT_EQ(desktop().windows().place(window, original), original);
+    ASSERT_EQ(snap(window, Held::controlAlt, Key::left, leftHalf), leftHalf);
+    program().waitUntilIdle();
+    pressTitleBar(window);
+    dragTo(aside);
+    pressCommand();
+    dragTo(bottomRightZone);
+    EXPECT_TRUE(waitUntilShown(bottomRight));
+    drop();
+    EXPECT_EQ(desktop().windows().settle(window, bottomRight), bottomRight);
+    releaseCommand();
+    program().waitUntilIdle();
+    EXPECT_EQ(frameOf(window), bottomRight);
+    const Frame back = restored(window);
+    EXPECT_EQ(back.width, original.width);
+    EXPECT_EQ(back.height, original.height);
+
+    // Not with the preference off.
+    program().change({{"restoreOnDrag", false}});
+    program().waitUntilIdle();
+    EXPECT_EQ(desktop().windows().place(window, original), original);
+    ASSERT_EQ(snap(window, Held::controlAlt, Key::left, leftHalf), leftHalf);
+    program().waitUntilIdle();
+    pressTitleBar(window);
+    dragTo(aside);
+    drop();
+    program().waitUntilIdle();
+    EXPECT_EQ(desktop().windows().settle(window, carried(leftHalf, aside)),
+              carried(leftHalf, aside));
+}
+
+TEST_P(DragTest, resizingIsNotDragging) {
+    useDesktop(GetParam());
+    if (IsSkipped()) {
+        return;
+    }
+    program().start();
+    const xcb_window_t window = startClock(original);
+    struct Edge {
+        const char* name;
+        std::uint32_t direction;  // of _NET_WM_MOVERESIZE
+        bool movesOriginX;
+        bool movesOriginY;
+    };
+    constexpr std::array<Edge, 4> edges{{{"left", 7, true, false},
+                                         {"top", 1, false, true},
+                                         {"right", 3, false, false},
+                                         {"bottom", 5, false, false}}};
+    const Position inside{original.x + 200, original.y + 200};
+    for (const Edge& edge : edges) {
+        ASSERT_EQ(desktop().windows().place(window, original), original);
+        desktop().pointer().jumpTo(inside);
+        desktop().pointer().press();
+        // As programs do that have handles of their own; those of the window managers are wherever
+        // their themes have them.
+        desktop().x().tellRoot(window, "_NET_WM_MOVERESIZE",
+                               {200 + original.x, 200 + original.y, edge.direction, 1, 1});
+        const auto isResized = [&] {
+            const Frame now = frameOf(window);
+            return now.width != original.width || now.height != original.height;
+        };
+        dragTo({inside.x + 50, inside.y + 40});
+        EXPECT_TRUE(waitUntil(isResized)) << edge.name;
+        pressCommand();
+        dragTo({inside.x + 80, inside.y + 60});
+        program().waitUntilIdle();
+        EXPECT_TRUE(pictures().empty()) << edge.name;
+        drop();
+        releaseCommand();
+        program().waitUntilIdle();
+        const Frame after = frameOf(window);
+        EXPECT_EQ(after.x != original.x, edge.movesOriginX) << edge.name;
+        EXPECT_EQ(after.y != original.y, edge.movesOriginY) << edge.name;
+        EXPECT_TRUE(isResized()) << edge.name;
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(On, DragTest, testedWindowManagers(), windowManagerName);
+
+using SingleDragTest = Dragging<DesktopTest>;
+
+TEST_F(SingleDragTest, aCompositorChangesNothing) {
+    useDesktop("openbox");
+    if (IsSkipped()) {
+        return;
+    }
+    desktop().startCompositor();
+    program().start();
+    const xcb_window_t window = startClock(original);
+    pressCommand();
+    pressTitleBar(window);
+    dragTo(leftHalfZone);
+    EXPECT_TRUE(waitUntilShown(grid));
+    EXPECT_TRUE(waitUntilShown(leftHalf));
+    drop();
+    EXPECT_EQ(desktop().windows().settle(window, leftHalf), leftHalf);
+    releaseCommand();
+}
+
+TEST_F(SingleDragTest, thePreviewCanBeSwitchedOff) {
+    useDesktop("openbox");
+    if (IsSkipped()) {
+        return;
+    }
+    program().change({{"showPreview", false}});
+    program().start();
+    const xcb_window_t window = startClock(original);
+    pressTitleBar(window);
+    dragBy(60, 40);
+    pressCommand();
+    dragTo(topLeftZone);
+    EXPECT_TRUE(waitUntilShown(grid));
+    program().waitUntilIdle();
+    EXPECT_EQ(pictures(), std::vector{grid});
+    drop();
+    EXPECT_EQ(desktop().windows().settle(window, topLeft), topLeft);
+    releaseCommand();
+}
+
+TEST_F(SingleDragTest, settingsCountInTheMiddleOfADrag) {
+    useDesktop("openbox");
+    if (IsSkipped()) {
+        return;
+    }
+    program().start();
+    const xcb_window_t window = startClock(original);
+    struct Switch {
+        const char* key;
+        bool off;
+    };
+    for (const Switch& setting : {Switch{"dragEnabled", false}, Switch{"paused", true}}) {
+        ASSERT_EQ(desktop().windows().place(window, original), original);
+        pressTitleBar(window);
+        dragBy(60, 40);
+        pressCommand();
+        dragTo(leftHalfZone);
+        EXPECT_TRUE(waitUntilShown(leftHalf)) << setting.key;
+        program().change({{setting.key, setting.off}});
+        program().waitUntilIdle();
+        const Position next{leftHalfZone.x + 20, leftHalfZone.y + 20};
+        dragTo(next);
+        EXPECT_TRUE(waitUntilNothingIsShown()) << setting.key;
+        drop();
+        releaseCommand();
+        program().waitUntilIdle();
+        EXPECT_EQ(frameOf(window), carried(original, next)) << setting.key;
+        program().change({{setting.key, !setting.off}});
+        program().waitUntilIdle();
+    }
+}
+
+TEST_F(SingleDragTest, someWindowsAndSomeDragsAreLeftAlone) {
+    useDesktop("openbox");
+    if (IsSkipped()) {
+        return;
+    }
+    program().change({{"ignored", std::string("org.xfce.mousepad")}});
+    program().start();
+    const auto expectNothing = [&](xcb_window_t window) {
+        const Frame before = frameOf(window);
+        pressTitleBar(window);
+        dragBy(60, 40);
+        pressCommand();
+        dragTo(leftHalfZone);
+        program().waitUntilIdle();
+        EXPECT_TRUE(pictures().empty());
+        drop();
+        releaseCommand();
+        program().waitUntilIdle();
+        EXPECT_EQ(frameOf(window), carried(before, leftHalfZone));
+    };
+    const xcb_window_t small = startClock({500, 300, 320, 240});
+    expectNothing(small);
+    const xcb_window_t ignored = desktop().startWithWindow({"mousepad"});
+    desktop().windows().place(ignored, original);
+    expectNothing(ignored);
+
+    // A drag that is none yet.
+    const xcb_window_t window = startClock(original);
+    pressTitleBar(window);
+    dragBy(1, 1);
+    pressCommand();
+    program().waitUntilIdle();
+    EXPECT_TRUE(pictures().empty());
+    drop();
+    releaseCommand();
+    program().waitUntilIdle();
+    EXPECT_EQ(frameOf(window), original);
+
+    // A press with the command key that is no drag.
+    pressCommand();
+    pressTitleBar(window);
+    dragBy(3, 3);
+    drop();
+    releaseCommand();
+    program().waitUntilIdle();
+    EXPECT_EQ(frameOf(window), original);
+    EXPECT_TRUE(desktop().pointer().isFree());
+}
+
+TEST_F(SingleDragTest, droppedOnTheOtherMonitor) {
+    useDesktop("openbox", Monitors::twoSideBySide);
+    if (IsSkipped()) {
+        return;
+    }
+    program().start();
+    const xcb_window_t window = startClock({100, 300, 600, 450});
+    const Frame left{0, dockHeight, 960, 1080 - dockHeight};
+    const Frame right{960, dockHeight, 960, 1080 - dockHeight};
+    pressCommand();
+    pressTitleBar(window);
+    dragTo({960 + 192, 552});
+    EXPECT_TRUE(waitUntilShown(left));
+    EXPECT_TRUE(waitUntilShown(right));
+    const Frame target{968, 33, 468, 1039};
+    EXPECT_TRUE(waitUntilShown(target));
+    drop();
+    EXPECT_EQ(desktop().windows().settle(window, target), target);
+    releaseCommand();
+}
+
+TEST_F(SingleDragTest, aWindowManagerThatDiesLeavesNoPicture) {
+    useDesktop("openbox");
+    if (IsSkipped()) {
+        return;
+    }
+    program().start();
+    const xcb_window_t window = startClock(original);
+    pressTitleBar(window);
+    dragBy(60, 40);
+    pressCommand();
+    dragTo(leftHalfZone);
+    EXPECT_TRUE(waitUntilShown(leftHalf));
+    desktop().killWindowManager();
+    desktop().pointer().moveTo({leftHalfZone.x + 30, leftHalfZone.y + 30});
+    drop();
+    releaseCommand();
+    EXPECT_TRUE(waitUntilNothingIsShown());
+}
+
+}  // namespace
+}  // namespace tessellon::desktop
