@@ -20,8 +20,6 @@ bool keepsSizeWhileDragging(std::string_view windowManagerName);
 
 class DraggedSizes {
   public:
-    bool isEmpty() const { return entries_.empty(); }
-
     /// Remembers a size for a window, in place of an older one.
     void remember(const Element& window, Size size);
 

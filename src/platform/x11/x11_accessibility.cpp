@@ -44,11 +44,17 @@ bool isMinimized(const ClientWindow& window) {
 
 X11Accessibility::X11Accessibility(Connection& connection, WindowMirror& mirror,
                                    const RawInput& input)
-    : connection_(connection), mirror_(mirror), input_(input), writer_(connection, mirror) {
+    : connection_(connection),
+      mirror_(mirror),
+      input_(input),
+      draggedFrame_(connection, mirror),
+      writer_(connection, mirror) {
     // After everybody has heard of a release, so that whoever is about to write a frame holds the
     // window by then.
     idle_ = connection_.idle().subscribe([this] {
-        bringAboutDraggedSizes();
+        if (!input_.isLeftButtonDown()) {
+            endDrag();
+        }
         writer_.flush();
     });
 }
@@ -133,6 +139,10 @@ std::optional<AttributeValue> X11Accessibility::read(const Element& element,
         if (const auto size = draggedSizes_.outstanding(element)) {
             return *size;
         }
+    }
+    if (attribute == Attribute::position && input_.isLeftButtonDown() &&
+        !writer_.isUnanswered(window->id)) {
+        return draggedFrame_.origin(window->id);
     }
     return readWindow(*window, attribute);
 }
@@ -244,10 +254,8 @@ Token X11Accessibility::holdDraggedSize(const Element& window) {
     return draggedSizes_.hold(window);
 }
 
-void X11Accessibility::bringAboutDraggedSizes() {
-    if (draggedSizes_.isEmpty() || input_.isLeftButtonDown()) {
-        return;
-    }
+void X11Accessibility::endDrag() {
+    draggedFrame_.forget();
     for (const auto& [window, size] : draggedSizes_.takeDue()) {
         write(window, Attribute::size, size);
     }

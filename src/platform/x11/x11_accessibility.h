@@ -3,6 +3,7 @@
 #pragma once
 
 #include "platform/accessibility.h"
+#include "platform/x11/dragged_frame.h"
 #include "platform/x11/dragged_size.h"
 #include "platform/x11/frame_writer.h"
 #include "platform/x11/raw_input.h"
@@ -30,12 +31,13 @@ class X11Accessibility : public Accessibility {
     std::optional<AttributeValue> readApplication(Pid pid, Attribute attribute) const;
     std::optional<AttributeValue> readWindow(const ClientWindow& window, Attribute attribute) const;
     void look() const;
-    void bringAboutDraggedSizes();
+    void endDrag();
 
     Connection& connection_;
     WindowMirror& mirror_;
     const RawInput& input_;
     DraggedSizes draggedSizes_;
+    mutable DraggedFrame draggedFrame_;
     mutable FrameWriter writer_;  // a read first brings about what was written
     Token idle_;
 };
