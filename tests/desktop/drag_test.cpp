@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <array>
+#include <csignal>
 #include <string>
 #include <vector>
 
@@ -166,6 +167,33 @@ TEST_P(DragTest, commandShowsTheGridAndTheDropSnaps) {
     program().waitUntilIdle();
     EXPECT_EQ(desktop().windows().settle(window, carried(original, rightHalfZone)),
               carried(original, rightHalfZone));
+}
+
+// It is the window under the pointer that counts, not the one with the keyboard.
+TEST_P(DragTest, windowsThatTakeNoKeyboardAreDragged) {
+    useDesktop(GetParam());
+    if (IsSkipped()) {
+        return;
+    }
+    program().start();
+    const xcb_window_t active = startClock({900, 500, 700, 450}, "active");
+    const xcb_window_t window =
+        desktop().startWithWindow({"xclock", "-xrm", "XClock.input: False"});
+    ASSERT_EQ(desktop().windows().place(window, original), original);
+    desktop().windows().activate(active);
+    pressTitleBar(window);
+    // The window manager drags already when the program hears of it.
+    program().process().signal(SIGSTOP);
+    dragBy(40, 40);
+    program().process().signal(SIGCONT);
+    program().waitUntilIdle();
+    dragBy(90, 70);
+    pressCommand();
+    dragTo(leftHalfZone);
+    EXPECT_TRUE(waitUntilShown(leftHalf));
+    drop();
+    EXPECT_EQ(desktop().windows().settle(window, leftHalf), leftHalf);
+    releaseCommand();
 }
 
 TEST_P(DragTest, aSnappedWindowThatIsPulledAwayGetsItsSizeBack) {

@@ -114,10 +114,26 @@ std::optional<Element> X11Accessibility::elementAtPosition(Point point) const {
         return std::nullopt;
     }
     const auto* window = mirror_.findByTopLevel(reply->child);
+    if (window == nullptr && isInvisible(reply->child)) {
+        // KWin puts such a window over everything while it drags.
+        const auto& stacking = mirror_.stacking();
+        const auto below = std::find_if(stacking.begin(), stacking.end(), [&](const auto* each) {
+            return each->viewable && each->visibleFrame().contains(point);
+        });
+        window = below != stacking.end() ? *below : nullptr;
+    }
     if (window == nullptr || !window->managed) {
         return std::nullopt;
     }
     return elementOf(*window);
+}
+
+bool X11Accessibility::isInvisible(xcb_window_t window) const {
+    connection_.countRoundTrip();
+    const Reply<xcb_get_window_attributes_reply_t> reply(xcb_get_window_attributes_reply(
+        connection_.xcb(), xcb_get_window_attributes_unchecked(connection_.xcb(), window),
+        nullptr));
+    return reply && reply->_class == XCB_WINDOW_CLASS_INPUT_ONLY;
 }
 
 std::optional<AttributeValue> X11Accessibility::read(const Element& element,

@@ -30,6 +30,7 @@ class X11Accessibility : public Accessibility {
   private:
     std::optional<AttributeValue> readApplication(Pid pid, Attribute attribute) const;
     std::optional<AttributeValue> readWindow(const ClientWindow& window, Attribute attribute) const;
+    bool isInvisible(xcb_window_t window) const;
     void look() const;
     void endDrag();
 
