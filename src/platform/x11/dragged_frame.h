@@ -22,7 +22,7 @@ class DraggedFrame {
     /// The top left of what the user sees of the window, in root coordinates. Nothing while its
     /// size is changing, or when the window is gone. Refreshes the mirror, so pointers into it are
     /// no longer good.
-    std::optional<Point> origin(xcb_window_t window);
+    std::optional<Point> origin(xcb_window_t id);
 
     /// The drag is over.
     void forget();
