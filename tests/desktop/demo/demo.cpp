@@ -59,7 +59,11 @@ void Demo::drag(const std::string& what, std::size_t sample, Position to,
     auto& pointer = desktop_.pointer();
     pointer.jumpTo({from.x + from.width / 2, from.y + 10});
     desktop_.keyboard().press(Key::leftSuper);
+    // A hand is not as quick as this program: everybody sees how it begins.
     pointer.press();
+    program_.waitUntilIdle();
+    pointer.moveTo({from.x + from.width / 2 + 40, from.y + 40});
+    waitUntil([&] { return frameOf(sample) != from; });
     pointer.moveTo(to);
     require(waitUntil([&] {
                 return desktop_.windows().unmanagedOf(program_.process().pid()).size() > 1;
