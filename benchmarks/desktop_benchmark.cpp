@@ -3,7 +3,7 @@
 //
 // Usage: desktop_benchmark [FILE]
 // Also writes the report to FILE. The environment variable TESSELLON_BENCHMARK picks one section by
-// name: press, listing, tiling, drag or process.
+// name: press, listing, tiling, drag, process or interface.
 #include "client_windows.h"
 #include "report.h"
 #include "sections.h"
@@ -24,12 +24,13 @@ struct Section {
     std::string_view name;
     void (*measure)(Report&);
 };
-constexpr std::array<Section, 5> sections{{
+constexpr std::array<Section, 6> sections{{
     {"press", measurePressToSettled},
     {"listing", measureListing},
     {"tiling", measureTiling},
     {"drag", measureDragPanels},
     {"process", measureProcessCosts},
+    {"interface", measureInterface},
 }};
 
 int run(std::span<char* const> arguments) {

@@ -3,19 +3,15 @@
 #include "contenders.h"
 #include "harness/program.h"
 #include "harness/wait.h"
+#include "process_usage.h"
 #include "sections.h"
 
 #include <chrono>
-#include <cstdint>
-#include <filesystem>
 #include <optional>
-#include <sstream>
 #include <stdexcept>
 #include <string>
 #include <thread>
 #include <vector>
-
-#include <unistd.h>
 
 namespace tessellon::benchmarks {
 namespace {
@@ -27,46 +23,6 @@ constexpr Milliseconds mostForStart{100};
 constexpr std::chrono::seconds idleSpan{20};
 constexpr double mostWakeUpsPerSecond = 1;
 constexpr double mostMegabytes = 30;
-
-/// The number behind "NAME:" in a file of the kernel's.
-std::uint64_t field(const std::filesystem::path& file, const std::string& name) {
-    std::istringstream lines(desktop::fileContents(file));
-    for (std::string line; std::getline(lines, line);) {
-        if (line.starts_with(name + ":")) {
-            return std::stoull(line.substr(name.size() + 1));
-        }
-    }
-    throw std::runtime_error(file.string() + " has no " + name);
-}
-
-struct Usage {
-    double processorSeconds = 0;
-    std::uint64_t wakeUps = 0;
-};
-
-/// Of all threads together.
-Usage usageOf(pid_t process) {
-    Usage usage;
-    const std::filesystem::path tasks = "/proc/" + std::to_string(process) + "/task";
-    for (const auto& task : std::filesystem::directory_iterator(tasks)) {
-        usage.wakeUps += field(task.path() / "status", "voluntary_ctxt_switches");
-        // proc(5): the name in parentheses may hold spaces; utime and stime are the 12th and 13th
-        // words behind it.
-        const std::string stat = desktop::fileContents(task.path() / "stat");
-        std::istringstream words(stat.substr(stat.rfind(')') + 1));
-        constexpr int wordsBefore = 11;
-        std::string ignored;
-        for (int i = 0; i < wordsBefore; ++i) {
-            words >> ignored;
-        }
-        double userTicks = 0;
-        double systemTicks = 0;
-        words >> userTicks >> systemTicks;
-        usage.processorSeconds +=
-            (userTicks + systemTicks) / static_cast<double>(sysconf(_SC_CLK_TCK));
-    }
-    return usage;
-}
 
 void measureStart(Report& report, PrivateDesktop& desktop) {
     desktop::Program program(desktop);
@@ -114,10 +70,7 @@ void measureIdle(Report& report, PrivateDesktop& desktop) {
     const auto seconds = static_cast<double>(idleSpan.count());
     const double perSecond = static_cast<double>(after.wakeUps - before.wakeUps) / seconds;
     const double share = 100 * (after.processorSeconds - before.processorSeconds) / seconds;
-    constexpr double kilobytesPerMegabyte = 1024;
-    const double megabytes =
-        static_cast<double>(field("/proc/" + std::to_string(process) + "/smaps_rollup", "Pss")) /
-        kilobytesPerMegabyte;
+    const double megabytes = proportionalMegabytes(process);
     report.add({"wake-ups per second while idle", number(perSecond), "", "",
                 Budget{"≤ " + number(mostWakeUpsPerSecond, 0), perSecond <= mostWakeUpsPerSecond}});
     report.add({"processor time while idle", number(share) + " %", "", "", std::nullopt});

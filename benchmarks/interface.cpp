@@ -1,0 +1,242 @@
+// What the user sees of the interface, timed from outside: from a key or a motion to the changed
+// pixels on the screen, and what becomes of the memory after some thousands of drags and openings.
+#include "contenders.h"
+#include "harness/keyboard.h"
+#include "harness/pointer.h"
+#include "harness/program.h"
+#include "harness/wait.h"
+#include "process_usage.h"
+#include "sections.h"
+
+#include <cstdint>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+namespace tessellon::benchmarks {
+namespace {
+
+using desktop::Frame;
+using desktop::Key;
+using desktop::Position;
+using desktop::PrivateDesktop;
+
+constexpr int rounds = 25;
+constexpr Milliseconds mostForGrid{25};
+constexpr int soakDrags = 1000;
+constexpr int soakOpenings = 1000;
+constexpr int roundsBeforeSoak = 25;
+constexpr double mostGrowthInMegabytes = 1;
+
+constexpr Frame windowFrame{700, 400, 640, 440};
+constexpr Position titleBar{900, 408};
+/// In the zones of the top half and of the right half.
+constexpr Position inTopHalf{960, 100};
+constexpr Position inRightHalf{1600, 560};
+/// Columns of pixels across the upper borders of these zones (left of their labels), and across the
+/// launcher's middle.
+constexpr Position topHalfBorder{640, 0};
+constexpr Position rightHalfBorder{1440, 236};
+constexpr Position middle{960, 540};
+
+class Screen {
+  public:
+    explicit Screen(PrivateDesktop& desktop) : x_(desktop.x()) {}
+
+    /// The pixels of a short column.
+    std::vector<std::uint8_t> column(Position top) {
+        constexpr std::uint16_t length = 12;
+        auto* connection = x_.connection();
+        const desktop::Reply<xcb_get_image_reply_t> reply(xcb_get_image_reply(
+            connection,
+            xcb_get_image(connection, XCB_IMAGE_FORMAT_Z_PIXMAP, x_.root(),
+                          static_cast<std::int16_t>(top.x), static_cast<std::int16_t>(top.y), 1,
+                          length, UINT32_MAX),
+            nullptr));
+        if (!reply) {
+            throw std::runtime_error("the screen cannot be read");
+        }
+        const auto* bytes = xcb_get_image_data(reply.get());
+        return {bytes, bytes + xcb_get_image_data_length(reply.get())};
+    }
+
+    /// Does something and gives the time until the column looks different.
+    template <typename Action>
+    Milliseconds untilChanged(Position top, Action action) {
+        const auto before = column(top);
+        const auto start = Clock::now();
+        action();
+        const auto deadline = start + desktop::patience;
+        while (column(top) == before) {
+            if (Clock::now() > deadline) {
+                throw std::runtime_error("nothing changes on the screen");
+            }
+        }
+        return Clock::now() - start;
+    }
+
+    /// Waits until the column looks like this.
+    void await(Position top, const std::vector<std::uint8_t>& wanted) {
+        if (!desktop::waitUntil([&] { return column(top) == wanted; })) {
+            throw std::runtime_error("the screen does not become what it was");
+        }
+    }
+
+  private:
+    desktop::XSession& x_;
+};
+
+class Hands {
+  public:
+    Hands(PrivateDesktop& desktop, desktop::Program& program)
+        : desktop_(desktop),
+          program_(program),
+          window_(desktop.startWithWindow({"xterm", "-bg", "white"})) {
+        desktop_.windows().place(window_, windowFrame);
+    }
+
+    void beginDrag(Position to) {
+        desktop_.windows().place(window_, windowFrame);
+        desktop_.pointer().jumpTo(titleBar);
+        desktop_.pointer().press();
+        // The first steps as slow as a hand's: the window manager and the program are with it.
+        desktop_.pointer().moveTo({titleBar.x + 40, titleBar.y + 40});
+        desktop::waitUntil([&] { return desktop_.windows().visibleFrame(window_) != windowFrame; });
+        desktop_.pointer().moveTo(to);
+    }
+    void drop() { desktop_.pointer().release(); }
+
+    void openLauncher() {
+        desktop_.keyboard().press(Key::rightSuper);
+        desktop_.keyboard().tap(Key::slash);
+        desktop_.keyboard().release(Key::rightSuper);
+    }
+
+    /// Until the program has drawn all that it has to.
+    void settle() { program_.waitUntilIdle(); }
+
+    void activate() { desktop_.windows().activate(window_); }
+    PrivateDesktop& desktop() { return desktop_; }
+
+  private:
+    PrivateDesktop& desktop_;
+    desktop::Program& program_;
+    xcb_window_t window_;
+};
+
+void measureGrid(Report& report, Hands& hands, const std::string& how) {
+    Screen screen(hands.desktop());
+    auto& keyboard = hands.desktop().keyboard();
+    auto& pointer = hands.desktop().pointer();
+    std::vector<Milliseconds> first;
+    std::vector<Milliseconds> again;
+    std::vector<Milliseconds> zone;
+    hands.beginDrag(inTopHalf);
+    hands.settle();
+    const auto topHalf = screen.column(topHalfBorder);
+    const auto rightHalf = screen.column(rightHalfBorder);
+    for (int i = 0; i < rounds; ++i) {
+        (i == 0 ? first : again).push_back(screen.untilChanged(topHalfBorder, [&] {
+            keyboard.press(Key::leftSuper);
+        }));
+        hands.settle();
+        zone.push_back(screen.untilChanged(rightHalfBorder, [&] { pointer.jumpTo(inRightHalf); }));
+        keyboard.release(Key::leftSuper);
+        pointer.jumpTo(inTopHalf);
+        screen.await(topHalfBorder, topHalf);
+        screen.await(rightHalfBorder, rightHalf);
+    }
+    hands.drop();
+    report.add(timeRow("Super down in a drag → grid seen, the first time, " + how, first));
+    report.add(timeRow(
+        "Super down in a drag → grid seen again, " + how, again, "",
+        Budget{"≤ " + number(mostForGrid.count(), 0) + " ms", median(again) <= mostForGrid}));
+    report.add(timeRow("pointer enters a zone → first change seen, " + how, zone));
+}
+
+void measureLauncher(Report& report, Hands& hands, const std::string& how) {
+    Screen screen(hands.desktop());
+    std::vector<Milliseconds> first;
+    std::vector<Milliseconds> again;
+    hands.activate();
+    for (int i = 0; i < rounds; ++i) {
+        (i == 0 ? first : again).push_back(screen.untilChanged(middle, [&] {
+            hands.openLauncher();
+        }));
+        screen.untilChanged(middle, [&] { hands.desktop().keyboard().tap(Key::escape); });
+    }
+    report.add(timeRow("chord → launcher seen, the first time, " + how, first));
+    report.add(timeRow("chord → launcher seen again, " + how, again));
+}
+
+void dragOnce(Hands& hands) {
+    auto& desktop = hands.desktop();
+    hands.beginDrag(inTopHalf);
+    desktop.keyboard().press(Key::leftSuper);
+    desktop.pointer().moveTo(inRightHalf);
+    desktop.keyboard().release(Key::leftSuper);
+    hands.drop();
+}
+
+void openOnce(Hands& hands) {
+    hands.openLauncher();
+    hands.desktop().keyboard().tap(Key::t);
+    hands.desktop().keyboard().tap(Key::escape);
+}
+
+void soak(Report& report, Hands& hands, desktop::Program& program) {
+    const auto settle = [&] {
+        program.waitUntilIdle();
+        return proportionalMegabytes(program.process().pid());
+    };
+    for (int i = 0; i < roundsBeforeSoak; ++i) {
+        dragOnce(hands);
+        openOnce(hands);
+    }
+    const double before = settle();
+    for (int i = 0; i < soakDrags; ++i) {
+        dragOnce(hands);
+    }
+    const double afterDrags = settle();
+    for (int i = 0; i < soakOpenings; ++i) {
+        openOnce(hands);
+    }
+    const double afterOpenings = settle();
+    const double growth = afterOpenings - before;
+    report.add({"memory (PSS) after " + std::to_string(roundsBeforeSoak) + " drags and openings",
+                number(before, 1) + " MB", "", "", std::nullopt});
+    report.add({"after " + std::to_string(soakDrags) + " more drags", number(afterDrags, 1) + " MB",
+                "", "", std::nullopt});
+    report.add({"after " + std::to_string(soakOpenings) + " more openings",
+                number(afterOpenings, 1) + " MB", "", "",
+                Budget{"≤ " + number(mostGrowthInMegabytes, 0) + " MB more",
+                       growth <= mostGrowthInMegabytes}});
+}
+
+void measureWith(Report& report, bool withCompositor) {
+    PrivateDesktop desktop;
+    desktop.startWindowManager("openbox");
+    if (withCompositor) {
+        desktop.startCompositor();
+    }
+    desktop::Program program(desktop);
+    program.start();
+    Hands hands(desktop, program);
+    program.waitUntilIdle();
+    const std::string how = withCompositor ? "with a compositor" : "without a compositor";
+    measureGrid(report, hands, how);
+    measureLauncher(report, hands, how);
+    if (!withCompositor) {
+        soak(report, hands, program);
+    }
+}
+
+}  // namespace
+
+void measureInterface(Report& report) {
+    report.section("The interface at 1920 × 1080");
+    measureWith(report, true);
+    measureWith(report, false);
+}
+
+}  // namespace tessellon::benchmarks

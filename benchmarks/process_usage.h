@@ -1,0 +1,22 @@
+// What the kernel says a process has used.
+#pragma once
+
+#include <cstdint>
+
+#include <sys/types.h>
+
+namespace tessellon::benchmarks {
+
+struct Usage {
+    double processorSeconds = 0;
+    std::uint64_t wakeUps = 0;
+};
+
+/// Of all threads together, since the process began.
+Usage usageOf(pid_t process);
+
+/// The memory of a process, with what it shares divided among those who share it (PSS), in
+/// megabytes.
+double proportionalMegabytes(pid_t process);
+
+}  // namespace tessellon::benchmarks
