@@ -118,6 +118,9 @@ void CommandDrag::onMotion() {
         return;
     }
     press_->moveBegun = true;
+    // A press that begins a move brings its window to the front, too.
+    connection_.sendToWindowManager(press_->window, Atom::netActiveWindow,
+                                    {sourcePager, XCB_CURRENT_TIME, 0, 0, 0});
     tellWindowManager(beginMove);
 }
 
