@@ -115,6 +115,15 @@ class Hands {
     /// Until the program has drawn all that it has to.
     void settle() { program_.waitUntilIdle(); }
 
+    /// Until something of the program's is shown, or nothing any more.
+    void awaitPanels(bool shown) {
+        if (!desktop::waitUntil([&] {
+                return desktop_.windows().unmanagedOf(program_.process().pid()).empty() != shown;
+            })) {
+            throw std::runtime_error(shown ? "nothing is shown" : "something stays on the screen");
+        }
+    }
+
     void activate() { desktop_.windows().activate(window_); }
     PrivateDesktop& desktop() { return desktop_; }
 
@@ -180,17 +189,20 @@ void dragOnce(Hands& hands) {
 
 void openOnce(Hands& hands) {
     hands.openLauncher();
-    hands.desktop().keyboard().tap(Key::t);
+    hands.awaitPanels(true);
+    hands.desktop().keyboard().tap(Key::m);
     hands.desktop().keyboard().tap(Key::escape);
+    hands.awaitPanels(false);
 }
 
 void soak(Report& report, Hands& hands, desktop::Program& program) {
     const auto settle = [&] {
         program.waitUntilIdle();
-        return proportionalMegabytes(program.process().pid());
+        return ownMegabytes(program.process().pid());
     };
     for (int i = 0; i < roundsBeforeSoak; ++i) {
         dragOnce(hands);
+        hands.settle();  // the window manager holds the keyboard until its drag is over
         openOnce(hands);
     }
     const double before = settle();
@@ -203,7 +215,7 @@ void soak(Report& report, Hands& hands, desktop::Program& program) {
     }
     const double afterOpenings = settle();
     const double growth = afterOpenings - before;
-    report.add({"memory (PSS) after " + std::to_string(roundsBeforeSoak) + " drags and openings",
+    report.add({"own memory after " + std::to_string(roundsBeforeSoak) + " drags and openings",
                 number(before, 1) + " MB", "", "", std::nullopt});
     report.add({"after " + std::to_string(soakDrags) + " more drags", number(afterDrags, 1) + " MB",
                 "", "", std::nullopt});

@@ -23,6 +23,13 @@ std::uint64_t field(const std::filesystem::path& file, const std::string& name) 
     throw std::runtime_error(file.string() + " has no " + name);
 }
 
+/// One of the sums over all of a process's memory, in megabytes.
+double memory(pid_t process, const std::string& kind) {
+    constexpr double kilobytesPerMegabyte = 1024;
+    return static_cast<double>(field("/proc/" + std::to_string(process) + "/smaps_rollup", kind)) /
+           kilobytesPerMegabyte;
+}
+
 }  // namespace
 
 Usage usageOf(pid_t process) {
@@ -49,9 +56,11 @@ Usage usageOf(pid_t process) {
 }
 
 double proportionalMegabytes(pid_t process) {
-    constexpr double kilobytesPerMegabyte = 1024;
-    return static_cast<double>(field("/proc/" + std::to_string(process) + "/smaps_rollup", "Pss")) /
-           kilobytesPerMegabyte;
+    return memory(process, "Pss");
+}
+
+double ownMegabytes(pid_t process) {
+    return memory(process, "Anonymous");
 }
 
 }  // namespace tessellon::benchmarks

@@ -19,4 +19,7 @@ Usage usageOf(pid_t process);
 /// megabytes.
 double proportionalMegabytes(pid_t process);
 
+/// The memory that is a process's alone, whoever else runs, in megabytes.
+double ownMegabytes(pid_t process);
+
 }  // namespace tessellon::benchmarks
