@@ -194,6 +194,8 @@ void DragSnapper::track() {
     }
     if (!gridShown_) {
         gridShown_ = true;
+        // The grid is laid out anew, in what docks leave of the screens now.
+        screensAreStale_ = true;
         clearCandidate();
         hints_.show();
     }

@@ -249,6 +249,18 @@ TEST_F(DragSnapperTest, TheOutermostPixelsOfAScreenBelongToIt) {
     EXPECT_EQ(views_.grids[1]->active, leftThird);
 }
 
+TEST_F(DragSnapperTest, ZonesAndPreviewFollowTheDocksFromOneGridToTheNext) {
+    beginDrag();
+    dragTo(500, 400);
+    holdCommand();
+    EXPECT_EQ(views_.previews.at(0)->action, leftHalf);
+    releaseCommand();
+    desktop_.setVisibleFrame(1, {0, 0, 1920, 780});
+    holdCommand();
+    EXPECT_EQ(views_.previews[0]->action, topLeft);
+    EXPECT_EQ(views_.previews[0]->frame(), (Rect{8, 394, 948, 378}));
+}
+
 TEST_F(DragSnapperTest, TheSameZoneOfAnotherScreenIsAnotherZone) {
     holdCommand();
     beginDrag();

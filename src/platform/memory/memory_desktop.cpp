@@ -242,4 +242,12 @@ void MemoryDesktop::setScreens(std::vector<Screen> screens) {
     displays_->announce();
 }
 
+void MemoryDesktop::setVisibleFrame(std::uint64_t screen, const Rect& visibleFrame) {
+    for (auto& candidate : screens_) {
+        if (candidate.id == screen) {
+            candidate.visibleFrame = visibleFrame;
+        }
+    }
+}
+
 }  // namespace tessellon

@@ -123,6 +123,8 @@ class MemoryDesktop {
 
     // Screens and pointer, in screen coordinates: origin at the bottom left, y up.
     void setScreens(std::vector<Screen> screens);
+    /// A dock takes another share of a screen, of which nobody is told.
+    void setVisibleFrame(std::uint64_t screen, const Rect& visibleFrame);
     const std::vector<Screen>& screens() const { return screens_; }
     /// The screen with the keyboard; the first one while none is set.
     void setMainScreen(std::optional<std::uint64_t> id) { mainScreen_ = id; }
