@@ -25,7 +25,7 @@ Demo::Demo(std::string title, Monitors monitors, Compositor compositor,
     : pictures_(std::move(pictures)), desktop_(monitors), program_(desktop_) {
     std::cout << "\n" << title << "\n";
     desktop_.startWindowManager("openbox");
-    desktop_.run({"xsetroot", "-solid", "#5a6b7b"});
+    desktop_.x().setBackground(0x5a6b7b);
     if (compositor == Compositor::running) {
         desktop_.startCompositor();
     }

@@ -82,6 +82,22 @@ void XSession::setValues(xcb_window_t window, std::string_view property, std::st
                         static_cast<std::uint32_t>(values.size()), values.data());
 }
 
+void XSession::setBackground(std::uint32_t colour) {
+    const xcb_pixmap_t pixmap = xcb_generate_id(connection_);
+    const xcb_gcontext_t context = xcb_generate_id(connection_);
+    constexpr xcb_rectangle_t whole{0, 0, 1, 1};
+    xcb_create_pixmap(connection_, screen_->root_depth, pixmap, root(), whole.width, whole.height);
+    xcb_create_gc(connection_, context, pixmap, XCB_GC_FOREGROUND, &colour);
+    xcb_poly_fill_rectangle(connection_, pixmap, context, 1, &whole);
+    xcb_free_gc(connection_, context);
+    xcb_change_window_attributes(connection_, root(), XCB_CW_BACK_PIXMAP, &pixmap);
+    xcb_clear_area(connection_, 0, root(), 0, 0, 0, 0);
+    // Where compositors look for it, by a convention as old as the first of them. The pixmap lives
+    // as long as this session.
+    setValues(root(), "_XROOTPMAP_ID", "PIXMAP", {pixmap});
+    sync();
+}
+
 bool XSession::exists(xcb_window_t window) {
     const Reply<xcb_get_window_attributes_reply_t> reply(xcb_get_window_attributes_reply(
         connection_, xcb_get_window_attributes(connection_, window), nullptr));

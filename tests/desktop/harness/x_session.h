@@ -44,6 +44,10 @@ class XSession {
     void setValues(xcb_window_t window, std::string_view property, std::string_view type,
                    const std::vector<std::uint32_t>& values);
 
+    /// Fills the background of the screen with a colour (0xRRGGBB), so that compositors know of it,
+    /// too.
+    void setBackground(std::uint32_t colour);
+
     bool exists(xcb_window_t window);
     xcb_window_t selectionOwner(std::string_view selection);
 
