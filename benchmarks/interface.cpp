@@ -141,6 +141,10 @@ void measureGrid(Report& report, Hands& hands, const std::string& how) {
     std::vector<Milliseconds> again;
     std::vector<Milliseconds> zone;
     hands.beginDrag(inTopHalf);
+    // The program may have been too late for the first motions.
+    hands.settle();
+    pointer.moveTo({inTopHalf.x + 10, inTopHalf.y});
+    pointer.moveTo(inTopHalf);
     hands.settle();
     const auto topHalf = screen.column(topHalfBorder);
     const auto rightHalf = screen.column(rightHalfBorder);
