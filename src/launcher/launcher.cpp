@@ -19,9 +19,16 @@ constexpr int tilesInRow = 4;
 constexpr auto modifiersOfShortcuts =
     modifier_flag::command | modifier_flag::option | modifier_flag::control;
 
-Rect centeredIn(const Rect& area, const Rect& panel) {
-    return {area.midX() - panel.width * 0.5, area.midY() - panel.height * 0.5, panel.width,
-            panel.height};
+/// In screen coordinates. Where the panel has no room its top left part, which has the search
+/// field, stays in sight; an empty area only gives the place.
+Rect placedIn(const Rect& area, const Rect& panel) {
+    Rect placed{area.midX() - panel.width * 0.5, area.midY() - panel.height * 0.5, panel.width,
+                panel.height};
+    if (!area.isEmpty()) {
+        placed.x = std::max(placed.x, area.minX());
+        placed.y = std::min(placed.y, area.maxY() - panel.height);
+    }
+    return placed;
 }
 
 }  // namespace
@@ -70,7 +77,7 @@ bool Launcher::open() {
     };
     panel_ = views_.makePanel(*model_);
     const auto screen = engine_.screens().screenFor(*frame);
-    panel_->setFrame(centeredIn(screen ? screen->visibleFrame : Rect{}, panel_->frame()));
+    panel_->setFrame(placedIn(screen ? screen->visibleFrame : Rect{}, panel_->frame()));
 
     keyMonitor_ =
         services.eventMonitors

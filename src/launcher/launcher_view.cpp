@@ -165,7 +165,12 @@ void LauncherView::refresh() {
     }
     placeTiles();
     for (std::size_t i = 0; i < shown_.size(); ++i) {
-        shown_[i]->setSelected(static_cast<int>(i) == model_->selection());
+        const bool isSelected = static_cast<int>(i) == model_->selection();
+        shown_[i]->setSelected(isSelected);
+        // Space presses the tile with the focus, Return runs the selected one: they stay the same.
+        if (isSelected && dynamic_cast<LauncherTile*>(focusWidget()) != nullptr) {
+            shown_[i]->setFocus();
+        }
     }
 }
 

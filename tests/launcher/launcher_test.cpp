@@ -69,6 +69,19 @@ TEST_F(LauncherTest, OpensCentredOnTheVisibleAreaOfTheWindowsDisplay) {
     EXPECT_EQ(beep.count(), 0);
 }
 
+TEST_F(LauncherTest, KeepsItsSearchFieldInSightWhereItHasNoRoom) {
+    openFocused({0, 0, 800, 600});
+    const auto placeOn = [&](const Rect& visible) {
+        desktop_.setScreens({screen(1, {0, 0, 800, 800}, visible)});
+        launcher.toggle();
+        const auto frame = panel().frame;
+        launcher.toggle();
+        return frame;
+    };
+    EXPECT_EQ(placeOn({0, 40, 800, 600}), (Rect{164, 640 - 632, 472, 632})) << "too low";
+    EXPECT_EQ(placeOn({60, 0, 400, 700}), (Rect{60, 34, 472, 632})) << "too narrow";
+}
+
 TEST_F(LauncherTest, OpensWithoutScreensAndWithoutAName) {
     desktop_.launch({300, std::nullopt, "", ActivationPolicy::regular, /*hidden=*/false});
     desktop_.focus(open(300, {0, 0, 800, 600}));

@@ -366,6 +366,9 @@ TEST_F(LauncherViewTest, TabReachesTheTilesAndTypingComesBack) {
     key(symbol::tab);
     EXPECT_TRUE(tile(rightHalf).hasFocus());
     EXPECT_EQ(selectedTiles(), std::vector{rightHalf});
+    keyAt(virtual_key::rightArrow);
+    EXPECT_EQ(selectedTiles(), std::vector{topHalf});
+    EXPECT_TRUE(tile(topHalf).hasFocus()) << "Space and Return mean the same tile";
     type("ha");
     EXPECT_TRUE(field().hasFocus());
     EXPECT_EQ(field().text(), QStringLiteral("ha"));
