@@ -1,7 +1,5 @@
 #include "platform/x11/raw_input.h"
 
-#include <xcb/xinput.h>
-
 // The header names a member with a C++ keyword.
 #ifdef __clang__
 #pragma clang diagnostic ignored "-Wkeyword-macro"
@@ -12,12 +10,15 @@
 
 #include "base/modifier_flag.h"
 
+#include <span>
 #include <utility>
 
 namespace tessellon::x11 {
 namespace {
 
 constexpr std::uint32_t leftButton = 1;
+constexpr std::uint32_t firstWheel = 4;
+constexpr std::uint32_t lastWheel = 7;
 constexpr std::uint32_t rightSuper = 54;  // virtual key code
 
 // The bit of a button, numbered as X does, in pressedButtons; 0 for the wheels.
@@ -30,8 +31,12 @@ std::uint32_t bitOf(std::uint32_t button) {
         case 3:
             return 1U << 1U;
         default:
-            return button >= 8 && button < 32 ? 1U << (button - 5U) : 0;
+            return button > lastWheel && button < 32 ? 1U << (button - 5U) : 0;
     }
+}
+
+bool isWheel(std::uint32_t button) {
+    return button >= firstWheel && button <= lastWheel;
 }
 
 }  // namespace
@@ -129,8 +134,12 @@ void RawInput::onState(const xcb_generic_event_t& event) {
     if (type != XCB_INPUT_RAW_BUTTON_PRESS && type != XCB_INPUT_RAW_BUTTON_RELEASE) {
         return;
     }
+    const auto& button = eventAs<xcb_input_raw_button_press_event_t>(event);
+    if (type == XCB_INPUT_RAW_BUTTON_PRESS && !isWheel(button.detail)) {
+        readMapping(button);
+    }
     // At once, since the pointer may be moving already while an action still waits for its turn.
-    if (eventAs<xcb_input_raw_button_press_event_t>(event).detail == leftButton) {
+    if (mapped(button) == leftButton) {
         listenTo(type == XCB_INPUT_RAW_BUTTON_PRESS ? Listening::buttonsAndMotion
                                                     : Listening::buttons);
     }
@@ -138,19 +147,61 @@ void RawInput::onState(const xcb_generic_event_t& event) {
 
 void RawInput::onAction(const xcb_generic_event_t& event) {
     if (const auto type = rawEvent(event)) {
-        const auto detail = eventAs<xcb_input_raw_button_press_event_t>(event).detail;
+        const auto& button = eventAs<xcb_input_raw_button_press_event_t>(event);
         if (type == XCB_INPUT_RAW_MOTION) {
             motionWaits_ = isLeftButtonDown();
         } else if (type == XCB_INPUT_RAW_BUTTON_PRESS) {
-            press(detail);
+            press(mapped(button));
         } else if (type == XCB_INPUT_RAW_BUTTON_RELEASE) {
-            release(detail);
+            release(mapped(button));
         }
     } else if (keyboard_.xkbEvent() == eventType(event) &&
                eventAs<xcb_xkb_state_notify_event_t>(event).xkbType == XCB_XKB_STATE_NOTIFY) {
         const auto& state = eventAs<xcb_xkb_state_notify_event_t>(event);
         modifiersBecame(state.mods, state.keycode, state.eventType == XCB_KEY_PRESS);
     }
+}
+
+/// Raw events carry the numbers of the hardware. What programs are told went through the mapping of
+/// the device and then through that of the master pointer. It is asked for at each press, because
+/// nobody is told when the former changes; the server changes neither while a button is down.
+void RawInput::readMapping(const xcb_input_raw_button_press_event_t& event) {
+    auto* const xcb = connection_.xcb();
+    const auto ask = [xcb](xcb_input_device_id_t device) {
+        return xcb_input_get_device_button_mapping_unchecked(xcb,
+                                                             static_cast<std::uint8_t>(device));
+    };
+    const auto sourceCookie = ask(event.sourceid);
+    const auto masterCookie = ask(event.deviceid);
+    connection_.countRoundTrip();
+    using MappingReply = Reply<xcb_input_get_device_button_mapping_reply_t>;
+    const auto mapOf = [](const MappingReply& reply) -> std::span<const std::uint8_t> {
+        if (!reply) {
+            return {};  // unplugged meanwhile
+        }
+        return {xcb_input_get_device_button_mapping_map(reply.get()), reply->map_size};
+    };
+    const MappingReply source(
+        xcb_input_get_device_button_mapping_reply(xcb, sourceCookie, nullptr));
+    const MappingReply master(
+        xcb_input_get_device_button_mapping_reply(xcb, masterCookie, nullptr));
+    auto& mapping = mappings_[event.sourceid];
+    mapping.assign(mapOf(source).begin(), mapOf(source).end());
+    const auto ofMaster = mapOf(master);
+    for (auto& button : mapping) {
+        if (button >= 1 && button <= ofMaster.size()) {
+            button = ofMaster[button - 1U];
+        }
+    }
+}
+
+/// The number that programs know the button by; 0 for one that is switched off.
+std::uint32_t RawInput::mapped(const xcb_input_raw_button_press_event_t& event) const {
+    const auto found = mappings_.find(event.sourceid);
+    if (found == mappings_.end() || event.detail < 1 || event.detail > found->second.size()) {
+        return event.detail;
+    }
+    return found->second[event.detail - 1];
 }
 
 void RawInput::press(std::uint32_t button) {

@@ -8,9 +8,12 @@
 #include "platform/x11/keyboard.h"
 
 #include <cstdint>
+#include <map>
 #include <optional>
+#include <vector>
 
 #include <xcb/xcb.h>
+#include <xcb/xinput.h>
 
 namespace tessellon::x11 {
 
@@ -28,8 +31,8 @@ class RawInput {
     // All signals are emitted from the action side of the connection, never nested in one another,
     // and call those that subscribed earlier first.
 
-    /// A button went down, given by its X number: 1 left, 2 middle, 3 right, 4 to 7 the wheels.
-    /// isLeftButtonDown is true already when it is the left one.
+    /// A button went down, given by its X number after the user's mapping: 1 left, 2 middle, 3
+    /// right, 4 to 7 the wheels. isLeftButtonDown is true already when it is the left one.
     const Signal<std::uint32_t>& buttonPressed() const { return buttonPressed_; }
     /// The pointer has moved with the left button down, once or several times.
     const Signal<>& motion() const { return motion_; }
@@ -68,6 +71,8 @@ class RawInput {
     void onIdle();
     void modifiersBecame(std::uint16_t state, xcb_keycode_t key, bool pressed);
     std::optional<std::uint16_t> rawEvent(const xcb_generic_event_t& event) const;
+    void readMapping(const xcb_input_raw_button_press_event_t& event);
+    std::uint32_t mapped(const xcb_input_raw_button_press_event_t& event) const;
 
     Connection& connection_;
     const Keyboard& keyboard_;
@@ -75,6 +80,9 @@ class RawInput {
     bool available_ = false;
     std::uint32_t buttons_ = 0;
     std::uint64_t flags_ = 0;
+    // By the device that a press came from: what its buttons are for the programs, first button
+    // first.
+    std::map<xcb_input_device_id_t, std::vector<std::uint8_t>> mappings_;
     bool motionWaits_ = false;
     // The server says that the left button is up, but no event has said so.
     bool releaseSuspected_ = false;
