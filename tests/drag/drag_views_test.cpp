@@ -245,6 +245,25 @@ TEST_F(HintsViewTest, WithoutACompositorItIsHollowAndOpaque) {
     EXPECT_PIXEL(drawn(*view_), 306, 300, quietFill);
 }
 
+TEST_F(HintsViewTest, FollowsACompositorThatGoesAndComes) {
+    show();
+    view_->setActive(center);
+    PaintWatch watch(*view_);
+    compositing_.setActive(false);
+    EXPECT_FALSE(view_->mask().contains(QPoint(400, 250))) << "hollow at once";
+    EXPECT_TRUE(view_->mask().contains(QPoint(309, 300)));
+    EXPECT_TRUE(watch.painted.contains(QPoint(305, 300))) << "before the next turn";
+    EXPECT_PIXEL(drawn(*view_), 190 - 16, 395, palette::paper);
+    compositing_.setActive(true);
+    EXPECT_TRUE(view_->mask().isEmpty());
+    EXPECT_PIXEL(drawn(*view_), 87, 300, quietFill);
+
+    view_->orderOut();
+    watch.paints = 0;
+    compositing_.setActive(false);
+    EXPECT_EQ(watch.paints, 0) << "a hidden one has time until it is shown";
+}
+
 class OverlayViewTest : public testing::Test {
   protected:
     OverlayViewTest() {

@@ -12,12 +12,18 @@ class MemoryCompositing final : public Compositing {
     bool isActive() const override { return active_; }
     void preparePanel(NativeWindow window) override { prepared_.push_back(window); }
 
-    void setActive(bool active) { active_ = active; }
+    const Signal<>& changed() const override { return changed_; }
+
+    void setActive(bool active) {
+        active_ = active;
+        changed_.emit();
+    }
     /// The panels that were prepared, in order.
     const std::vector<NativeWindow>& prepared() const { return prepared_; }
 
   private:
     bool active_ = true;
+    Signal<> changed_;
     std::vector<NativeWindow> prepared_;
 };
 

@@ -28,6 +28,24 @@ PanelWindow::PanelWindow(PanelLevel level, PanelInput input, Compositing& compos
     setAttribute(Qt::WA_ShowWithoutActivating);
     // A hidden panel is no reason to keep the program running, nor a closed one to end it.
     setAttribute(Qt::WA_QuitOnClose, false);
+    compositingChanged_ = compositing_.changed().subscribe([this] { onCompositingChanged(); });
+}
+
+PanelWindow::Backdrop PanelWindow::currentBackdrop() const {
+    return compositing_.isActive() ? Backdrop::translucent : Backdrop::opaque;
+}
+
+/// What was drawn for a compositor is nearly black without one.
+void PanelWindow::onCompositingChanged() {
+    if (!isVisible()) {
+        return;
+    }
+    const auto backdrop = currentBackdrop();
+    if (backdrop != backdrop_) {
+        backdrop_ = backdrop;
+        updateShape();
+        repaint();
+    }
 }
 
 void PanelWindow::setScreenFrame(const Rect& frame) {
@@ -43,7 +61,7 @@ void PanelWindow::setScreenFrame(const Rect& frame) {
 
 void PanelWindow::orderFront() {
     if (!isVisible()) {
-        backdrop_ = compositing_.isActive() ? Backdrop::translucent : Backdrop::opaque;
+        backdrop_ = currentBackdrop();
         prepareNativeWindow();
         // The screens may have changed their scale since the frame was set.
         setGeometry(toQtGeometry(frame_, qtScreens()));

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "base/geometry.h"
+#include "base/token.h"
 #include "platform/compositing.h"
 #include "platform/panel.h"
 
@@ -36,11 +37,13 @@ class PanelWindow : public QWidget {
     enum class Backdrop { translucent, opaque };
     Backdrop backdrop() const { return backdrop_; }
 
-    /// Called before every show and after every change of the frame, with the backdrop known: the
-    /// place to set or clear the mask.
+    /// Called before every show and after every change of the frame or the backdrop, with the
+    /// backdrop known: the place to set or clear the mask.
     virtual void updateShape() {}
 
   private:
+    Backdrop currentBackdrop() const;
+    void onCompositingChanged();
     void prepareNativeWindow();
     void raiseInLevel();
 
@@ -49,6 +52,7 @@ class PanelWindow : public QWidget {
     Rect frame_;
     Backdrop backdrop_ = Backdrop::translucent;
     WId prepared_ = 0;
+    Token compositingChanged_;
 };
 
 /// Takes a panel off the screen at once and deletes it when the event that is being handled, which
