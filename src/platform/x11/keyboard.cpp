@@ -17,6 +17,7 @@
 #include "platform/key_event.h"
 #include "platform/x11/virtual_key_names.h"
 
+#include <algorithm>
 #include <array>
 #include <cstddef>
 #include <utility>
@@ -25,6 +26,11 @@ namespace tessellon::x11 {
 namespace {
 
 constexpr std::uint32_t virtualKeyCodes = 128;
+
+// What a busy server may be late with a repeat, and the longest pause that is set in practice, for
+// servers that do not tell; both in milliseconds.
+constexpr xcb_timestamp_t repeatMargin = 500;
+constexpr xcb_timestamp_t usualLongestRepeatGap = 2000;
 
 struct ContextDeleter {
     void operator()(xkb_context* context) const { xkb_context_unref(context); }
@@ -76,14 +82,16 @@ std::uint16_t orElse(std::uint16_t mask, std::uint16_t fallback) {
 
 }  // namespace
 
-Keyboard::Keyboard(Connection& connection) : connection_(connection) {
+Keyboard::Keyboard(Connection& connection)
+    : connection_(connection), longestRepeatGap_(usualLongestRepeatGap) {
     connection_.countRoundTrip();
     hasXkb_ = xkb_x11_setup_xkb_extension(
                   connection_.xcb(), XKB_X11_MIN_MAJOR_XKB_VERSION, XKB_X11_MIN_MINOR_XKB_VERSION,
                   XKB_X11_SETUP_XKB_EXTENSION_NO_FLAGS, nullptr, nullptr, &xkbEvent_, nullptr) != 0;
     if (hasXkb_) {
-        constexpr std::uint16_t events =
-            XCB_XKB_EVENT_TYPE_NEW_KEYBOARD_NOTIFY | XCB_XKB_EVENT_TYPE_MAP_NOTIFY;
+        constexpr std::uint16_t events = XCB_XKB_EVENT_TYPE_NEW_KEYBOARD_NOTIFY |
+                                         XCB_XKB_EVENT_TYPE_MAP_NOTIFY |
+                                         XCB_XKB_EVENT_TYPE_CONTROLS_NOTIFY;
         constexpr std::uint16_t parts =
             XCB_XKB_MAP_PART_KEY_SYMS | XCB_XKB_MAP_PART_MODIFIER_MAP | XCB_XKB_MAP_PART_KEY_TYPES;
         xcb_xkb_select_events(connection_.xcb(), XCB_XKB_ID_USE_CORE_KBD, events, 0, events, parts,
@@ -94,8 +102,12 @@ Keyboard::Keyboard(Connection& connection) : connection_(connection) {
                                            XCB_XKB_PER_CLIENT_FLAG_DETECTABLE_AUTO_REPEAT, 0, 0, 0);
     }
     map_ = read();
+    readControls();
     listener_ = connection_.addStateListener([this](const auto& event) { onEvent(event); });
     reloader_ = connection_.idle().subscribe([this] {
+        if (std::exchange(controlsStale_, false)) {
+            readControls();
+        }
         if (!std::exchange(stale_, false)) {
             return;
         }
@@ -116,6 +128,23 @@ void Keyboard::onEvent(const xcb_generic_event_t& event) {
     } else if (hasXkb_ && type == xkbEvent_) {
         const auto kind = eventAs<xcb_xkb_new_keyboard_notify_event_t>(event).xkbType;
         stale_ = stale_ || kind == XCB_XKB_NEW_KEYBOARD_NOTIFY || kind == XCB_XKB_MAP_NOTIFY;
+        controlsStale_ = controlsStale_ || kind == XCB_XKB_NEW_KEYBOARD_NOTIFY ||
+                         kind == XCB_XKB_CONTROLS_NOTIFY;
+    }
+}
+
+void Keyboard::readControls() {
+    if (!hasXkb_) {
+        return;
+    }
+    connection_.countRoundTrip();
+    const Reply<xcb_xkb_get_controls_reply_t> controls(xcb_xkb_get_controls_reply(
+        connection_.xcb(),
+        xcb_xkb_get_controls_unchecked(connection_.xcb(), XCB_XKB_ID_USE_CORE_KBD), nullptr));
+    if (controls) {
+        longestRepeatGap_ =
+            std::max<xcb_timestamp_t>(controls->repeatDelay, controls->repeatInterval) +
+            repeatMargin;
     }
 }
 

@@ -52,6 +52,11 @@ class Keyboard {
         return hasXkb_ ? std::optional(xkbEvent_) : std::nullopt;
     }
 
+    /// How long after its press, or its latest repeat, a key that is held may repeat for the first
+    /// time or again, in milliseconds of the server's clock. A later press is a new one even if the
+    /// release between was lost to somebody else's grab.
+    xcb_timestamp_t longestRepeatGap() const { return longestRepeatGap_; }
+
     /// The modifiers of an event's state without the locks.
     std::uint16_t withoutLocks(std::uint16_t state) const;
 
@@ -75,12 +80,15 @@ class Keyboard {
     };
 
     Map read();
+    void readControls();
     void onEvent(const xcb_generic_event_t& event);
 
     Connection& connection_;
     std::uint8_t xkbEvent_ = 0;
     bool hasXkb_ = false;
     bool stale_ = false;
+    bool controlsStale_ = false;
+    xcb_timestamp_t longestRepeatGap_;
     Map map_;
     std::shared_ptr<xkb_keymap> keymap_;
     Signal<> changed_;

@@ -5,14 +5,6 @@
 #include <vector>
 
 namespace tessellon::x11 {
-namespace {
-
-// A held key repeats long before this; a press after it is a new one even if its release was lost
-// to somebody else's grab.
-constexpr xcb_timestamp_t longestRepeatDelay = 2000;  // milliseconds
-
-}  // namespace
-
 X11HotKeyCenter::X11HotKeyCenter(Connection& connection, Keyboard& keyboard)
     : connection_(connection), keyboard_(keyboard) {
     listener_ = connection_.addActionListener([this](const auto& event) { onEvent(event); });
@@ -110,7 +102,8 @@ bool X11HotKeyCenter::isRegistered(const xcb_key_press_event_t& event) const {
 }
 
 void X11HotKeyCenter::press(const xcb_key_press_event_t& event) {
-    const bool repeats = heldKey_ == event.detail && event.time - heldSince_ < longestRepeatDelay;
+    const bool repeats =
+        heldKey_ == event.detail && event.time - heldSince_ < keyboard_.longestRepeatGap();
     heldKey_ = event.detail;
     heldSince_ = event.time;
     if (repeats) {
