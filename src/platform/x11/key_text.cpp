@@ -4,6 +4,7 @@
 #include <clocale>
 #include <cstdlib>
 #include <cstring>
+#include <utility>
 
 #include <xkbcommon/xkbcommon-compose.h>
 #include <xkbcommon/xkbcommon-keysyms.h>
@@ -46,10 +47,17 @@ std::shared_ptr<xkb_compose_state> makeComposeState() {
 
 }  // namespace
 
-KeyText::KeyText(const Keyboard& keyboard)
-    : keyboard_(keyboard),
-      keymap_(keyboard.keymap()),
-      state_(keymap_ ? xkb_state_new(keymap_.get()) : nullptr, xkb_state_unref) {}
+KeyText::KeyText(const Keyboard& keyboard) : keyboard_(keyboard) {
+    followKeyboard();
+}
+
+void KeyText::followKeyboard() {
+    // Another layout may be set at any time. A compose sequence that has begun goes on.
+    if (auto keymap = keyboard_.keymap(); keymap != keymap_) {
+        keymap_ = std::move(keymap);
+        state_.reset(keymap_ ? xkb_state_new(keymap_.get()) : nullptr, xkb_state_unref);
+    }
+}
 
 std::string KeyText::textWith(xcb_keycode_t code, std::uint16_t state) {
     // An event carries all modifiers together, and the layout above the pointer's buttons.
@@ -62,6 +70,7 @@ std::string KeyText::textWith(xcb_keycode_t code, std::uint16_t state) {
 }
 
 KeyText::Typed KeyText::describe(const xcb_key_press_event_t& event) {
+    followKeyboard();
     Typed typed;
     typed.event.keyCode = keyboard_.virtualKeyCode(event.detail);
     typed.event.modifiers = keyboard_.modifierFlags(event.state);
@@ -119,7 +128,8 @@ void KeyText::compose(Typed& typed) {
     }
 }
 
-bool KeyText::isModifier(xcb_keycode_t code) const {
+bool KeyText::isModifier(xcb_keycode_t code) {
+    followKeyboard();
     if (!state_) {
         return false;
     }

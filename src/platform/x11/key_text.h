@@ -35,9 +35,10 @@ class KeyText {
     Typed release(const xcb_key_release_event_t& event);
 
     /// Whether the key only changes what others mean.
-    bool isModifier(xcb_keycode_t code) const;
+    bool isModifier(xcb_keycode_t code);
 
   private:
+    void followKeyboard();
     Typed describe(const xcb_key_press_event_t& event);
     std::string textWith(xcb_keycode_t code, std::uint16_t state);
     void compose(Typed& typed);
