@@ -74,7 +74,9 @@ void Connection::dispatch() {
         for (; !pending_.empty(); pull()) {
             const Event event = std::move(pending_.front());
             pending_.pop_front();
+            told_ = event.get();
             action_.emit(*event);
+            told_ = nullptr;
         }
         idle_.emit();
         xcb_flush(xcb_);

@@ -53,6 +53,9 @@ class Connection {
     /// Serves the connection from `runLoop` until the connection is destroyed.
     void attach(RunLoop& runLoop);
 
+    /// The event that the action listeners are hearing of; null while none is told.
+    const xcb_generic_event_t* told() const { return told_; }
+
     /// Called after the events of a turn were handed out, before the loop waits again.
     const Signal<>& idle() const { return idle_; }
     /// Emitted once when the server is gone.
@@ -92,6 +95,7 @@ class Connection {
     Signal<> idle_;
     Signal<> lost_;
     std::deque<Event> pending_;
+    const xcb_generic_event_t* told_ = nullptr;
     bool dispatching_ = false;
     bool lostReported_ = false;
     mutable std::uint64_t roundTrips_ = 0;

@@ -9,10 +9,6 @@ namespace {
 constexpr std::uint32_t rightSuper = 54;  // virtual key codes
 constexpr std::uint32_t leftSuper = 55;
 
-// A held key repeats long before this; a press after it is a new one even if its release was lost
-// to somebody else's grab.
-constexpr xcb_timestamp_t longestRepeatDelay = 2000;  // milliseconds
-
 }  // namespace
 
 class X11EventTaps::Tap final : public EventTap {
@@ -127,6 +123,9 @@ std::unique_ptr<EventTap> X11EventTaps::create(std::uint32_t keyCode, std::uint6
 }
 
 void X11EventTaps::allow(std::uint8_t mode) const {
+    if (answers_ != Answers::byTaps) {
+        return;
+    }
     // Without effect unless a press of ours is what the keyboard stands still for.
     xcb_allow_events(connection_.xcb(), mode, XCB_CURRENT_TIME);
     xcb_flush(connection_.xcb());
@@ -154,14 +153,19 @@ void X11EventTaps::onPress(const xcb_key_press_event_t& event) {
     const auto before = std::exchange(swallowed_, Swallowed{event.detail, event.time});
     // A copy: the handler may remove the tap.
     const auto handlers = (*watching)->handlers();
+    const auto answers = answers_;
     deciding_ = true;
     const auto verdict = handlers->keyDown({(*watching)->keyCode(), flagsOf(event), isHeld});
     deciding_ = false;
     if (verdict == TapVerdict::pass) {
         swallowed_ = isHeld ? std::nullopt : before;
     }
-    // After AsyncKeyboard the grab lasts until the key is up: its repeats and its release are ours.
-    allow(verdict == TapVerdict::swallow ? XCB_ALLOW_ASYNC_KEYBOARD : XCB_ALLOW_REPLAY_KEYBOARD);
+    if (answers == Answers::byTaps) {
+        // After AsyncKeyboard the grab lasts until the key is up: its repeats and its release are
+        // ours.
+        allow(verdict == TapVerdict::swallow ? XCB_ALLOW_ASYNC_KEYBOARD
+                                             : XCB_ALLOW_REPLAY_KEYBOARD);
+    }
 }
 
 std::optional<xcb_keycode_t> X11EventTaps::heldKey() const {
@@ -170,7 +174,7 @@ std::optional<xcb_keycode_t> X11EventTaps::heldKey() const {
 
 bool X11EventTaps::isHeld(const xcb_key_press_event_t& event) const {
     return swallowed_ && swallowed_->code == event.detail &&
-           event.time - swallowed_->latest < longestRepeatDelay;
+           event.time - swallowed_->latest < keyboard_.longestRepeatGap();
 }
 
 bool X11EventTaps::hasSwallowed(const xcb_key_press_event_t& event) const {

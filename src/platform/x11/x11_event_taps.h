@@ -26,6 +26,11 @@ class X11EventTaps : public EventTaps {
     std::unique_ptr<EventTap> create(std::uint32_t keyCode, std::uint64_t modifiers,
                                      Handlers handlers) override;
 
+    /// Who tells the server to go on after a key has stopped the keyboard: this object while only
+    /// its own grabs stop it, whoever has grabbed the whole keyboard for this program otherwise.
+    enum class Answers { byTaps, byHolder };
+    void setAnswers(Answers answers) { answers_ = answers; }
+
     /// Whether a tap has kept this key press, so that it must not be used for anything else.
     bool hasSwallowed(const xcb_key_press_event_t& event) const;
 
@@ -49,6 +54,7 @@ class X11EventTaps : public EventTaps {
     Keyboard& keyboard_;
     const RawInput& input_;
     std::vector<Tap*> taps_;
+    Answers answers_ = Answers::byTaps;
     bool deciding_ = false;
     std::optional<Swallowed> swallowed_;
     // Taps may outlive this object.

@@ -1,5 +1,6 @@
 #include "platform/x11/x11_keyboard_focus.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace tessellon::x11 {
@@ -8,6 +9,10 @@ namespace {
 // A window manager that grabs the command keys holds the keyboard until they are up.
 constexpr Seconds patienceWithHolder{1.0};
 constexpr Seconds retryPeriod{0.01};
+
+bool isKey(const xcb_generic_event_t& event) {
+    return eventType(event) == XCB_KEY_PRESS || eventType(event) == XCB_KEY_RELEASE;
+}
 
 bool isWheel(std::uint32_t button) {
     return button >= 4 && button <= 7;
@@ -21,8 +26,6 @@ bool contains(const Rect& frame, Point point) {
 }  // namespace
 
 X11KeyboardFocus::X11KeyboardFocus(Services services) : services_(services) {
-    stateListener_ =
-        services_.connection.addStateListener([this](const auto& event) { onState(event); });
     listener_ =
         services_.connection.addActionListener([this](const auto& event) { onEvent(event); });
     buttons_ = services_.input.buttonPressed().subscribe(
@@ -48,7 +51,7 @@ Token X11KeyboardFocus::take(const Rect& panelFrame, Receiver receiver) {
     holder_.emplace(Holder{.id = id,
                            .panelFrame = panelFrame,
                            .receiver = std::make_shared<const Receiver>(std::move(receiver)),
-                           .activeWindow = XCB_WINDOW_NONE,
+                           .scene = {},
                            .text = KeyText(services_.keyboard),
                            .pressed = {},
                            .given = {},
@@ -58,7 +61,7 @@ Token X11KeyboardFocus::take(const Rect& panelFrame, Receiver receiver) {
     if (!tryGrab()) {
         holder_->retry = services_.loop.every(retryPeriod, [this] { retry(); });
     }
-    holder_->activeWindow = activeWindow().value_or(XCB_WINDOW_NONE);
+    holder_->scene = lookAtScene();
     return Token([weak = std::weak_ptr(self_), id] {
         if (const auto self = weak.lock()) {
             (*self)->drop(id);
@@ -67,14 +70,15 @@ Token X11KeyboardFocus::take(const Rect& panelFrame, Receiver receiver) {
 }
 
 bool X11KeyboardFocus::tryGrab() {
+    if (grab_ == Grab::held) {
+        return true;
+    }
     auto* xcb = services_.connection.xcb();
     services_.connection.countRoundTrip();
     // On the root, which is always viewable, so that nothing but our own word ends the grab.
-    const Reply<xcb_grab_keyboard_reply_t> reply(xcb_grab_keyboard_reply(
-        xcb,
-        xcb_grab_keyboard(xcb, 0, services_.connection.root(), XCB_CURRENT_TIME,
-                          XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC),
-        nullptr));
+    const auto request = xcb_grab_keyboard(xcb, 0, services_.connection.root(), XCB_CURRENT_TIME,
+                                           XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_SYNC);
+    const Reply<xcb_grab_keyboard_reply_t> reply(xcb_grab_keyboard_reply(xcb, request, nullptr));
     if (!reply || reply->status != XCB_GRAB_STATUS_SUCCESS) {
         return false;
     }
@@ -84,7 +88,13 @@ bool X11KeyboardFocus::tryGrab() {
             down_.insert(*chord);
         }
     }
+    if (const auto* press = pressAtHand()) {
+        down_.insert(press->detail);
+    }
+    grabRequest_ = request.sequence;
     grab_ = Grab::held;
+    services_.taps.setAnswers(X11EventTaps::Answers::byHolder);
+    allow(XCB_ALLOW_SYNC_KEYBOARD);
     return true;
 }
 
@@ -115,60 +125,90 @@ void X11KeyboardFocus::lose() {
 }
 
 void X11KeyboardFocus::letGo() {
-    if (grab_ == Grab::none) {
+    if (grab_ != Grab::held) {
         return;
     }
-    auto* xcb = services_.connection.xcb();
-    if (down_.empty()) {
-        grab_ = Grab::none;
-        xcb_ungrab_keyboard(xcb, XCB_CURRENT_TIME);
-    } else {
-        grab_ = Grab::lingering;
-        xcb_discard_reply(xcb,
-                          xcb_grab_keyboard(xcb, 0, services_.connection.root(), XCB_CURRENT_TIME,
-                                            XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_SYNC)
-                              .sequence);
-        xcb_allow_events(xcb, XCB_ALLOW_SYNC_KEYBOARD, XCB_CURRENT_TIME);
+    const auto* told = services_.connection.told();
+    const auto* press = pressAtHand();
+    if (press != nullptr && isFromGrab(*told)) {
+        down_.insert(press->detail);
     }
-    xcb_flush(xcb);
+    if (!down_.empty()) {
+        grab_ = Grab::lingering;
+        return;
+    }
+    if (told == nullptr || !isKey(*told)) {
+        // A key that is on its way to us at this moment belongs to the program in front already.
+        allow(XCB_ALLOW_REPLAY_KEYBOARD);
+    }
+    release();
 }
 
-void X11KeyboardFocus::onState(const xcb_generic_event_t& event) {
-    const auto code = eventAs<xcb_key_press_event_t>(event).detail;
-    if (eventType(event) == XCB_KEY_RELEASE) {
-        down_.erase(code);
-    } else if (eventType(event) == XCB_KEY_PRESS && grab_ == Grab::held && holder_ &&
-               !holder_->text.isModifier(code)) {
-        down_.insert(code);
-    }
+void X11KeyboardFocus::release() {
+    xcb_ungrab_keyboard(services_.connection.xcb(), XCB_CURRENT_TIME);
+    xcb_flush(services_.connection.xcb());
+    grab_ = Grab::none;
+    services_.taps.setAnswers(X11EventTaps::Answers::byTaps);
+}
+
+void X11KeyboardFocus::allow(std::uint8_t mode) {
+    xcb_allow_events(services_.connection.xcb(), mode, XCB_CURRENT_TIME);
+    xcb_flush(services_.connection.xcb());
+}
+
+bool X11KeyboardFocus::isFromGrab(const xcb_generic_event_t& event) const {
+    // An event carries the number of the request that the server had served last. What came before
+    // the grab was stopped, and is answered for, by others.
+    return static_cast<std::int32_t>(event.full_sequence - grabRequest_) >= 0;
+}
+
+const xcb_key_press_event_t* X11KeyboardFocus::pressAtHand() const {
+    const auto* told = services_.connection.told();
+    return told != nullptr && eventType(*told) == XCB_KEY_PRESS
+               ? &eventAs<xcb_key_press_event_t>(*told)
+               : nullptr;
 }
 
 void X11KeyboardFocus::onEvent(const xcb_generic_event_t& event) {
-    const auto type = eventType(event);
-    if (type == XCB_KEY_PRESS || type == XCB_KEY_RELEASE) {
-        if (grab_ == Grab::lingering) {
-            linger(event);
-        } else if (grab_ == Grab::held && type == XCB_KEY_PRESS) {
-            onPress(eventAs<xcb_key_press_event_t>(event));
-        } else if (type == XCB_KEY_RELEASE) {
-            onRelease(eventAs<xcb_key_release_event_t>(event));
-        }
-    } else if (type == XCB_PROPERTY_NOTIFY && holder_) {
+    if (isKey(event)) {
+        onKey(event);
+    } else if (eventType(event) == XCB_PROPERTY_NOTIFY && holder_) {
         const auto& change = eventAs<xcb_property_notify_event_t>(event);
         if (change.window == services_.connection.root() &&
             change.atom == services_.connection.atom(Atom::netActiveWindow)) {
-            // Some window managers name no window for a moment.
-            const auto active = activeWindow().value_or(XCB_WINDOW_NONE);
-            if (active != XCB_WINDOW_NONE && active != holder_->activeWindow) {
-                lose();
-            }
+            onActivation();
         }
+    }
+}
+
+void X11KeyboardFocus::onKey(const xcb_generic_event_t& event) {
+    const auto& key = eventAs<xcb_key_press_event_t>(event);
+    if (grab_ == Grab::none || !isFromGrab(event)) {
+        return;
+    }
+    if (eventType(event) == XCB_KEY_RELEASE) {
+        down_.erase(key.detail);
+        onRelease(key);
+        if (grab_ == Grab::lingering && down_.empty()) {
+            release();
+        }
+    } else if (grab_ == Grab::lingering) {
+        lingerAtPress(key);
+    } else {
+        onPress(key);
+    }
+    // Not if the keyboard was let go, or taken anew, on account of this key.
+    if (grab_ != Grab::none && isFromGrab(event)) {
+        allow(XCB_ALLOW_SYNC_KEYBOARD);
     }
 }
 
 void X11KeyboardFocus::onPress(const xcb_key_press_event_t& event) {
     if (!holder_) {
         return;
+    }
+    if (!holder_->text.isModifier(event.detail)) {
+        down_.insert(event.detail);
     }
     const bool repeats = !holder_->pressed.insert(event.detail).second;
     if (services_.taps.hasSwallowed(event) || services_.hotKeys.isRegistered(event)) {
@@ -198,21 +238,19 @@ void X11KeyboardFocus::onRelease(const xcb_key_release_event_t& event) {
     }
 }
 
-void X11KeyboardFocus::linger(const xcb_generic_event_t& event) {
-    auto* xcb = services_.connection.xcb();
-    const auto code = eventAs<xcb_key_press_event_t>(event).detail;
-    if (eventType(event) == XCB_KEY_PRESS && down_.count(code) == 0) {
-        // The next word of whoever types is for the program in front.
-        xcb_allow_events(xcb, XCB_ALLOW_REPLAY_KEYBOARD, XCB_CURRENT_TIME);
-        down_.clear();
+void X11KeyboardFocus::lingerAtPress(const xcb_key_press_event_t& event) {
+    if (down_.count(event.detail) != 0) {
+        return;
     }
-    if (down_.empty()) {
-        grab_ = Grab::none;
-        xcb_ungrab_keyboard(xcb, XCB_CURRENT_TIME);
-    } else {
-        xcb_allow_events(xcb, XCB_ALLOW_SYNC_KEYBOARD, XCB_CURRENT_TIME);
+    if (services_.taps.hasSwallowed(event) || services_.hotKeys.isRegistered(event)) {
+        down_.insert(event.detail);
+        return;
     }
-    xcb_flush(xcb);
+    // The next word of whoever types is for the program in front. The answer ends the grab.
+    down_.clear();
+    grab_ = Grab::none;
+    services_.taps.setAnswers(X11EventTaps::Answers::byTaps);
+    allow(XCB_ALLOW_REPLAY_KEYBOARD);
 }
 
 void X11KeyboardFocus::onButton(std::uint32_t button) {
@@ -225,19 +263,61 @@ void X11KeyboardFocus::onButton(std::uint32_t button) {
     }
 }
 
-std::optional<xcb_window_t> X11KeyboardFocus::activeWindow() const {
+X11KeyboardFocus::Scene X11KeyboardFocus::lookAtScene() const {
     auto* xcb = services_.connection.xcb();
     services_.connection.countRoundTrip();
-    const Reply<xcb_get_property_reply_t> reply(xcb_get_property_reply(
-        xcb,
-        xcb_get_property_unchecked(xcb, 0, services_.connection.root(),
-                                   services_.connection.atom(Atom::netActiveWindow),
-                                   XCB_ATOM_WINDOW, 0, 1),
-        nullptr));
-    if (!reply || reply->format != 32 || xcb_get_property_value_length(reply.get()) < 4) {
-        return std::nullopt;
+    const auto activeWindow = xcb_get_property_unchecked(
+        xcb, 0, services_.connection.root(), services_.connection.atom(Atom::netActiveWindow),
+        XCB_ATOM_WINDOW, 0, 1);
+    const auto pointer = xcb_query_pointer_unchecked(xcb, services_.connection.root());
+    Scene scene;
+    const Reply<xcb_get_property_reply_t> active(
+        xcb_get_property_reply(xcb, activeWindow, nullptr));
+    if (active && active->format == 32 && xcb_get_property_value_length(active.get()) >= 4) {
+        scene.activeWindow =
+            *static_cast<const xcb_window_t*>(xcb_get_property_value(active.get()));
     }
-    return *static_cast<const xcb_window_t*>(xcb_get_property_value(reply.get()));
+    if (const Reply<xcb_query_pointer_reply_t> reply{
+            xcb_query_pointer_reply(xcb, pointer, nullptr)}) {
+        scene.pointer = {double(reply->root_x), double(reply->root_y)};
+    }
+    return scene;
+}
+
+void X11KeyboardFocus::onActivation() {
+    const auto now = lookAtScene();
+    // Some window managers name no window for a moment.
+    if (now.activeWindow == XCB_WINDOW_NONE || now.activeWindow == holder_->scene.activeWindow) {
+        return;
+    }
+    // Where the focus follows the pointer, the way to the panel activates what lies on it; that is
+    // nobody's wish to go elsewhere.
+    const auto before = std::exchange(holder_->scene, now);
+    const bool isSideEffect = services_.input.pressedButtons() == 0 &&
+                              !(before.pointer == now.pointer) &&
+                              isTouched(now.activeWindow, before.pointer, now.pointer);
+    if (before.activeWindow != XCB_WINDOW_NONE && !isSideEffect) {
+        lose();
+    }
+}
+
+bool X11KeyboardFocus::isTouched(xcb_window_t window, Point from, Point to) const {
+    auto* xcb = services_.connection.xcb();
+    services_.connection.countRoundTrip();
+    const auto size = xcb_get_geometry_unchecked(xcb, window);
+    const auto origin =
+        xcb_translate_coordinates_unchecked(xcb, window, services_.connection.root(), 0, 0);
+    const Reply<xcb_get_geometry_reply_t> geometry(xcb_get_geometry_reply(xcb, size, nullptr));
+    const Reply<xcb_translate_coordinates_reply_t> corner(
+        xcb_translate_coordinates_reply(xcb, origin, nullptr));
+    if (!geometry || !corner) {
+        return false;
+    }
+    // The pointer has come from the one point to the other by way of windows that nobody recorded.
+    return std::min(from.x, to.x) < corner->dst_x + geometry->width &&
+           std::max(from.x, to.x) >= corner->dst_x &&
+           std::min(from.y, to.y) < corner->dst_y + geometry->height &&
+           std::max(from.y, to.y) >= corner->dst_y;
 }
 
 }  // namespace tessellon::x11

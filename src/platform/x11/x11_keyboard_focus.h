@@ -1,5 +1,9 @@
 // The keyboard-focus port on X11: an active grab of the keyboard, which leaves the focus and the
 // active window where they are.
+//
+// The grab is synchronous: the keyboard stops at every event until we have answered it. What was
+// typed after the key that ends the grab is therefore still with the server then, and goes to the
+// program in front. The server lifts the grab when this program dies.
 #pragma once
 
 #include "platform/keyboard_focus.h"
@@ -28,7 +32,7 @@ class X11KeyboardFocus : public KeyboardFocus {
     struct Services {
         Connection& connection;
         const Keyboard& keyboard;
-        const X11EventTaps& taps;
+        X11EventTaps& taps;
         const X11HotKeyCenter& hotKeys;
         const X11EventMonitors& monitors;
         const RawInput& input;
@@ -41,11 +45,15 @@ class X11KeyboardFocus : public KeyboardFocus {
     Token take(const Rect& panelFrame, Receiver receiver) override;
 
   private:
+    struct Scene {
+        xcb_window_t activeWindow = XCB_WINDOW_NONE;
+        Point pointer;  // root coordinates
+    };
     struct Holder {
         std::uint64_t id = 0;
         Rect panelFrame;
         std::shared_ptr<const Receiver> receiver;
-        xcb_window_t activeWindow = XCB_WINDOW_NONE;
+        Scene scene;  // as of the activation that was looked at last
         KeyText text;
         std::set<xcb_keycode_t> pressed;
         std::set<xcb_keycode_t> given;  // those of them that the receiver knows of
@@ -56,7 +64,7 @@ class X11KeyboardFocus : public KeyboardFocus {
         none,
         held,
         // Until the keys that went down for a panel are up again, so that neither their repeats nor
-        // their releases reach the program in front. The keyboard stops at every event meanwhile.
+        // their releases reach the program in front.
         lingering,
     };
 
@@ -65,25 +73,30 @@ class X11KeyboardFocus : public KeyboardFocus {
     void drop(std::uint64_t id);
     void letGo();
     void lose();
-    void onState(const xcb_generic_event_t& event);
+    void release();
+    void allow(std::uint8_t mode);
+    bool isFromGrab(const xcb_generic_event_t& event) const;
+    const xcb_key_press_event_t* pressAtHand() const;
     void onEvent(const xcb_generic_event_t& event);
+    void onKey(const xcb_generic_event_t& event);
     void onPress(const xcb_key_press_event_t& event);
     void onRelease(const xcb_key_release_event_t& event);
-    void linger(const xcb_generic_event_t& event);
+    void lingerAtPress(const xcb_key_press_event_t& event);
     void onButton(std::uint32_t button);
-    std::optional<xcb_window_t> activeWindow() const;
+    Scene lookAtScene() const;
+    void onActivation();
+    bool isTouched(xcb_window_t window, Point from, Point to) const;
 
     Services services_;
     std::optional<Holder> holder_;
     Grab grab_ = Grab::none;
-    // All but modifiers that went down for us, as of the events that have arrived: ahead of those
-    // that were told.
+    std::uint32_t grabRequest_ = 0;  // its sequence number
+    // All but modifiers that went down for us.
     std::set<xcb_keycode_t> down_;
     std::uint64_t nextId_ = 1;
     Token replaced_;
     // Tokens may outlive this object.
     std::shared_ptr<X11KeyboardFocus*> self_ = std::make_shared<X11KeyboardFocus*>(this);
-    Token stateListener_;
     Token listener_;
     Token buttons_;
 };
