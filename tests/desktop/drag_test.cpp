@@ -16,7 +16,10 @@ constexpr Frame original{500, 300, 700, 450};
 constexpr Frame leftHalf{8, 33, 948, 1039};
 constexpr Frame rightHalf{964, 33, 948, 1039};
 constexpr Frame topLeft{8, 33, 948, 516};
+constexpr Frame bottomLeft{8, 556, 948, 516};
 constexpr Frame bottomRight{964, 556, 948, 516};
+constexpr Frame leftThird{8, 33, 631, 1039};
+constexpr Frame rightThird{1281, 33, 631, 1039};
 
 // The screen below the dock, which one panel of the grid covers.
 constexpr Frame grid{0, dockHeight, 1920, 1080 - dockHeight};
@@ -212,6 +215,47 @@ TEST_P(DragTest, windowsThatTakeNoKeyboardAreDragged) {
     releaseCommand();
 }
 
+// Where some window managers put a window into a place of their own when the button goes up, and
+// hold on to it.
+TEST_P(DragTest, droppedAtTheEdgeOfTheScreen) {
+    useDragDesktop();
+    if (IsSkipped()) {
+        return;
+    }
+    program().start();
+    const xcb_window_t window = startClock(original);
+    struct Drop {
+        Position at;
+        Frame target;
+    };
+    const std::array<Drop, 3> drops{
+        {{{0, 550}, leftThird}, {{0, 1079}, bottomLeft}, {{1919, 550}, rightThird}}};
+    for (const Drop& each : drops) {
+        ASSERT_EQ(desktop().windows().place(window, original), original);
+        pressCommand();
+        pressTitleBar(window);
+        dragTo(each.at);
+        EXPECT_TRUE(waitUntilShown(each.target));
+        drop();
+        EXPECT_EQ(desktop().windows().settle(window, each.target), each.target);
+        releaseCommand();
+        program().waitUntilIdle();
+    }
+
+    // A shortcut for one that the window manager has kept.
+    ASSERT_EQ(desktop().windows().place(window, original), original);
+    pressTitleBar(window);
+    dragTo(drops.front().at);
+    drop();
+    EXPECT_TRUE(waitUntil([&] { return frameOf(window).x <= 0; }));
+    program().waitUntilIdle();
+    const Position pointer = desktop().pointer().position();
+    EXPECT_EQ(snap(window, Held::controlAlt, Key::right, rightHalf), rightHalf);
+    program().waitUntilIdle();
+    EXPECT_EQ(snap(window, Held::controlAlt, Key::u, topLeft), topLeft);
+    EXPECT_EQ(desktop().pointer().position(), pointer);
+}
+
 TEST_P(DragTest, aSnappedWindowThatIsPulledAwayGetsItsSizeBack) {
     useDragDesktop();
     if (IsSkipped()) {
@@ -236,6 +280,18 @@ TEST_P(DragTest, aSnappedWindowThatIsPulledAwayGetsItsSizeBack) {
     EXPECT_EQ(desktop().windows().settle(window, pulledTo(original, aside)),
               pulledTo(original, aside));
     EXPECT_EQ(restored(window), pulledTo(original, aside)) << "nothing is remembered any more";
+
+    // Dropped partly off the screen.
+    const Position faraway{70, 300};
+    EXPECT_EQ(desktop().windows().place(window, original), original);
+    ASSERT_EQ(snap(window, Held::controlAlt, Key::left, leftHalf), leftHalf);
+    program().waitUntilIdle();
+    pressTitleBar(window);
+    dragTo(faraway);
+    drop();
+    EXPECT_LT(pulledTo(original, faraway).x, -100);
+    EXPECT_EQ(desktop().windows().settle(window, pulledTo(original, faraway)),
+              pulledTo(original, faraway));
 
     // Dropped onto another zone: it is the first size that is remembered.
     EXPECT_EQ(desktop().windows().place(window, original), original);

@@ -1,5 +1,7 @@
 #include "platform/x11/frame_writer.h"
 
+#include "platform/x11/tile_release.h"
+
 #include <algorithm>
 #include <array>
 #include <chrono>
@@ -40,8 +42,8 @@ bool sizeAccepted(double got, double wanted, int increment, double minimum) {
 
 }  // namespace
 
-FrameWriter::FrameWriter(Connection& connection, WindowMirror& mirror)
-    : connection_(connection), mirror_(mirror), fence_(connection) {}
+FrameWriter::FrameWriter(Connection& connection, WindowMirror& mirror, const RawInput& input)
+    : connection_(connection), mirror_(mirror), input_(input), fence_(connection) {}
 
 void FrameWriter::requestPosition(xcb_window_t window, Point position) {
     requests_[window].position = position;
@@ -60,7 +62,7 @@ bool FrameWriter::waitForWindowManager() {
 /// Maximised windows ignore requests on most window managers, and shaded ones keep no size, so both
 /// states are left first. Gives false when the window manager does not answer.
 bool FrameWriter::leaveSpecialStates(const Requests& requests) {
-    std::vector<std::pair<xcb_window_t, Extents>> awaitedShadows;
+    Shadows awaitedShadows;
     bool sent = false;
     for (const auto& [id, request] : requests) {
         const auto* window = mirror_.find(id);
@@ -103,11 +105,14 @@ bool FrameWriter::keepsItsShadow(xcb_window_t window) const {
 
 /// Waits until the shadows are others than those given. Clients announce the same one again while
 /// they are at it, so it is the widths that count.
-void FrameWriter::awaitOtherShadows(const std::vector<std::pair<xcb_window_t, Extents>>& before) {
+void FrameWriter::awaitOtherShadows(const Shadows& before) {
     using Clock = std::chrono::steady_clock;
     const auto deadline = Clock::now() + std::chrono::duration_cast<Clock::duration>(shadowTimeout);
     for (const auto& [id, old] : before) {
-        for (const auto* window = mirror_.find(id); window != nullptr && window->shadow == old;
+        // One that stays maximised keeps its shadow.
+        for (const auto* window = mirror_.find(id);
+             window != nullptr && window->shadow == old && !window->maximizedVert &&
+             !window->maximizedHorz;
              window = mirror_.find(id)) {
             const auto announced = mirror_.shadowChanges(id);
             const Seconds left = deadline - Clock::now();
@@ -155,12 +160,17 @@ void FrameWriter::send(const ClientWindow& window, const Request& request) const
     connection_.sendToWindowManager(window.id, Atom::netMoveresizeWindow, data);
 }
 
-bool FrameWriter::isSettled(const ClientWindow& window, const Request& request) const {
+bool FrameWriter::isInPlace(const ClientWindow& window, const Request& request) const {
     const Rect frame = window.visibleFrame();
-    if (request.position && (std::abs(frame.x - request.position->x) >= 1 ||
-                             std::abs(frame.y - request.position->y) >= 1)) {
+    return !request.position || (std::abs(frame.x - request.position->x) < 1 &&
+                                 std::abs(frame.y - request.position->y) < 1);
+}
+
+bool FrameWriter::isSettled(const ClientWindow& window, const Request& request) const {
+    if (!isInPlace(window, request)) {
         return false;
     }
+    const Rect frame = window.visibleFrame();
     return !request.size ||
            (sizeAccepted(frame.width, request.size->width, window.hints.widthIncrement,
                          frame.width - window.client.width + window.hints.minWidth) &&
@@ -168,20 +178,129 @@ bool FrameWriter::isSettled(const ClientWindow& window, const Request& request) 
                          frame.height - window.client.height + window.hints.minHeight));
 }
 
-void FrameWriter::flush() {
-    if (requests_.empty()) {
-        return;
-    }
-    const Requests requests = std::exchange(requests_, {});
-    const auto giveUp = [&] {
-        for (const auto& [id, request] : requests) {
-            unanswered_.insert(id);
-        }
+/// Xfwm4 pulls a window that hangs out of the screen back in when it is told a size alone, so there
+/// sizes go with the position that the window has. Gives false when the window manager does not
+/// answer.
+bool FrameWriter::anchorSizes(Requests& requests) {
+    const auto isSizeAlone = [](const auto& entry) {
+        return entry.second.size && !entry.second.position;
     };
-    if (!leaveSpecialStates(requests)) {
-        giveUp();
-        return;
+    if (mirror_.windowManagerName() != "Xfwm4" ||
+        std::none_of(requests.begin(), requests.end(), isSizeAlone)) {
+        return true;
     }
+    // It may just have ended a drag, with a last step that we have not heard of.
+    if (!waitForWindowManager()) {
+        return false;
+    }
+    for (auto& entry : requests) {
+        const auto* window = mirror_.find(entry.first);
+        if (window != nullptr && isSizeAlone(entry)) {
+            entry.second.position = window->visibleFrame().origin();
+        }
+    }
+    return true;
+}
+
+/// Sends again what windows have not come to have; gives false when all have it.
+bool FrameWriter::sendUnsettled(const Requests& requests) {
+    bool sent = false;
+    for (const auto& [id, request] : requests) {
+        const auto* window = mirror_.find(id);
+        if (window != nullptr && !isSettled(*window, request)) {
+            send(*window, request);
+            sent = true;
+        }
+    }
+    return sent;
+}
+
+FrameWriter::Frames FrameWriter::framesOf(const Requests& requests) const {
+    Frames frames;
+    for (const auto& entry : requests) {
+        if (const auto* window = mirror_.find(entry.first)) {
+            frames[window->id] = window->visibleFrame();
+        }
+    }
+    return frames;
+}
+
+/// Of the requests, those that window managers seem not to have listened to at all, given the
+/// frames from before they were sent and those that came of it. That a window in its new place has
+/// another size than asked for is its own doing.
+FrameWriter::Requests FrameWriter::ignored(const Requests& requests, const Frames& before,
+                                           const Frames& after) const {
+    Requests result;
+    for (const auto& [id, request] : requests) {
+        const auto* window = mirror_.find(id);
+        const auto first = before.find(id);
+        const auto second = after.find(id);
+        if (window == nullptr || first == before.end() || second == after.end() ||
+            isSettled(*window, request)) {
+            continue;
+        }
+        const Rect frame = window->visibleFrame();
+        const auto stuck = stuckAt_.find(id);
+        if (frame == second->second && (frame == first->second || !isInPlace(*window, request)) &&
+            (stuck == stuckAt_.end() || stuck->second != frame)) {
+            result.emplace(id, request);
+        }
+    }
+    return result;
+}
+
+/// Frees windows from the tiles that the window manager may keep them in, and sends what was asked
+/// for once more. Gives false when the window manager does not answer.
+bool FrameWriter::insist(const Requests& requests) {
+    const Frames before = framesOf(requests);
+    Shadows awaitedShadows;
+    Requests freed;
+    for (const auto& [id, request] : requests) {
+        const auto* window = mirror_.find(id);
+        if (window == nullptr) {
+            continue;
+        }
+        const Rect frame = window->visibleFrame();
+        const Point origin = request.position.value_or(frame.origin());
+        const Size size = request.size.value_or(frame.size());
+        if (releaseFromTile(connection_, mirror_.windowManagerName(), *window,
+                            {origin.x, origin.y, size.width, size.height})) {
+            freed.emplace(id, request);
+            // Its program knows of the tile only where that counts as a maximised state.
+            if (window->maximizedVert && window->shadow && !keepsItsShadow(id)) {
+                awaitedShadows.emplace_back(id, *window->shadow);
+            }
+        }
+    }
+    if (freed.empty()) {
+        return true;
+    }
+    if (!waitForWindowManager()) {
+        return false;
+    }
+    awaitOtherShadows(awaitedShadows);
+    // Twice at most, for the same reasons as the first time.
+    for (int attempt = 0; attempt < 2 && sendUnsettled(freed); ++attempt) {
+        if (!waitForWindowManager()) {
+            return false;
+        }
+    }
+    std::erase_if(stuckAt_,
+                  [this](const auto& entry) { return mirror_.find(entry.first) == nullptr; });
+    for (const auto& [id, frame] : framesOf(freed)) {
+        if (frame == before.at(id)) {
+            stuckAt_[id] = frame;
+        }
+    }
+    return true;
+}
+
+/// Gives false when the window manager does not answer.
+bool FrameWriter::perform(Requests requests) {
+    if (!anchorSizes(requests) || !leaveSpecialStates(requests)) {
+        return false;
+    }
+    const Frames before = framesOf(requests);
     for (const auto& [id, request] : requests) {
         unanswered_.erase(id);
         if (const auto* window = mirror_.find(id)) {
@@ -189,22 +308,32 @@ void FrameWriter::flush() {
         }
     }
     if (!waitForWindowManager()) {
-        giveUp();
-        return;
+        return false;
     }
     // A window that is somewhere else than it was told gets told once more: the widths of its frame
     // may have changed with the first request, or the window manager kept the window's old size on
     // screen while it moved it. One that will not have it keeps what it took.
-    bool again = false;
-    for (const auto& [id, request] : requests) {
-        const auto* window = mirror_.find(id);
-        if (window != nullptr && !isSettled(*window, request)) {
-            send(*window, request);
-            again = true;
-        }
+    const Frames after = framesOf(requests);
+    if (!sendUnsettled(requests)) {
+        return true;
     }
-    if (again && !waitForWindowManager()) {
-        giveUp();
+    if (!waitForWindowManager()) {
+        return false;
+    }
+    // One that did not move at all may be in a tile, which is not to be left in the middle of a
+    // drag.
+    return input_.isLeftButtonDown() || insist(ignored(requests, before, after));
+}
+
+void FrameWriter::flush() {
+    if (requests_.empty()) {
+        return;
+    }
+    const Requests requests = std::exchange(requests_, {});
+    if (!perform(requests)) {
+        for (const auto& entry : requests) {
+            unanswered_.insert(entry.first);
+        }
     }
 }
 

@@ -6,6 +6,7 @@
 #include "platform/types.h"
 #include "platform/x11/connection.h"
 #include "platform/x11/fence.h"
+#include "platform/x11/raw_input.h"
 #include "platform/x11/window_mirror.h"
 
 #include <cstdint>
@@ -21,7 +22,8 @@ namespace tessellon::x11 {
 
 class FrameWriter {
   public:
-    FrameWriter(Connection& connection, WindowMirror& mirror);
+    /// All of them must outlive this object.
+    FrameWriter(Connection& connection, WindowMirror& mirror, const RawInput& input);
 
     void setTimeout(Seconds timeout) { timeout_ = timeout; }
 
@@ -46,21 +48,34 @@ class FrameWriter {
     };
     using Requests = std::map<xcb_window_t, Request>;
 
+    using Frames = std::map<xcb_window_t, Rect>;
+    using Shadows = std::vector<std::pair<xcb_window_t, Extents>>;
+
+    bool perform(Requests requests);
+    bool anchorSizes(Requests& requests);
     bool leaveSpecialStates(const Requests& requests);
-    void awaitOtherShadows(const std::vector<std::pair<xcb_window_t, Extents>>& before);
+    bool sendUnsettled(const Requests& requests);
+    Frames framesOf(const Requests& requests) const;
+    Requests ignored(const Requests& requests, const Frames& before, const Frames& after) const;
+    bool insist(const Requests& requests);
+    void awaitOtherShadows(const Shadows& before);
     void send(const ClientWindow& window, const Request& request) const;
     bool keepsItsShadow(xcb_window_t window) const;
+    bool isInPlace(const ClientWindow& window, const Request& request) const;
     bool isSettled(const ClientWindow& window, const Request& request) const;
     bool waitForWindowManager();
 
     Connection& connection_;
     WindowMirror& mirror_;
+    const RawInput& input_;
     Fence fence_;
     Seconds timeout_{0.5};
     Requests requests_;
     std::set<xcb_window_t> unanswered_;
     // Windows whose shadow was waited for in vain, with the number of its announcements then.
     std::map<xcb_window_t, std::uint64_t> unchangedShadows_;
+    // Windows that stayed where they were although their tile was to let them go.
+    Frames stuckAt_;
 };
 
 }  // namespace tessellon::x11

@@ -48,7 +48,7 @@ X11Accessibility::X11Accessibility(Connection& connection, WindowMirror& mirror,
       mirror_(mirror),
       input_(input),
       draggedFrame_(connection, mirror),
-      writer_(connection, mirror) {
+      writer_(connection, mirror, input) {
     // After everybody has heard of a release, so that whoever is about to write a frame holds the
     // window by then.
     idle_ = connection_.idle().subscribe([this] {
