@@ -81,6 +81,7 @@ void DragSnapper::reset() {
     captured_ = false;
     window_.reset();
     startFrame_.reset();
+    startedMaximized_ = false;
     moving_ = false;
     gridShown_ = false;
     clearCandidate();
@@ -134,6 +135,7 @@ void DragSnapper::capture() {
     }
     if (window_) {
         startFrame_ = engine_.windows().readFrame(*window_);
+        startedMaximized_ = engine_.windows().readBool(*window_, Attribute::maximized) == true;
     }
 }
 
@@ -145,7 +147,11 @@ void DragSnapper::recognise() {
             return;
         }
         if (!isWithinSlack(frame->size(), startFrame_->size())) {
-            window_.reset();  // it is being resized; that is none of our business
+            if (startedMaximized_) {
+                followUnmaximizing(*frame);
+            } else {
+                window_.reset();  // it is being resized; that is none of our business
+            }
             return;
         }
         moving_ = true;
@@ -154,6 +160,15 @@ void DragSnapper::recognise() {
         }
     }
     track();
+}
+
+/// Place and size of a maximized window that is pulled away change together. Whether it is moved
+/// from there is seen by what follows.
+void DragSnapper::followUnmaximizing(const Rect& frame) {
+    if (engine_.windows().readBool(*window_, Attribute::maximized) != true) {
+        startFrame_ = frame;
+        startedMaximized_ = false;
+    }
 }
 
 void DragSnapper::restoreSize() {
@@ -252,10 +267,18 @@ void DragSnapper::clearCandidate() {
 }
 
 void DragSnapper::drop() {
-    if (moving_ && window_ && pending_) {
+    if (moving_ && window_ && pending_ && !isBackAtStart()) {
         scheduleSnap(*pending_, *window_);
     }
     reset();
+}
+
+/// The window manager puts a window back when its drag is given up (by Escape, usually). The size
+/// tells nothing: the window may have got its original one in the drag.
+bool DragSnapper::isBackAtStart() const {
+    const auto reads = engine_.services().accessibility.beginReads();
+    const auto origin = engine_.windows().readPoint(*window_, Attribute::position);
+    return origin && isWithinSlack(*origin, startFrame_->origin());
 }
 
 void DragSnapper::scheduleSnap(SnapAction action, const Element& window) {

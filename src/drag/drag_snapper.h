@@ -47,9 +47,11 @@ class DragSnapper {
     void onFlagsChanged();
     void capture();
     void recognise();
+    void followUnmaximizing(const Rect& frame);
     void track();
     void restoreSize();
     void drop();
+    bool isBackAtStart() const;
     void scheduleSnap(SnapAction action, const Element& window);
     const Screen* screenAt(Point point);
     std::optional<Rect> landingFrame(SnapAction action, const Screen& screen) const;
@@ -67,6 +69,8 @@ class DragSnapper {
     bool captured_ = false;
     std::optional<Element> window_;
     std::optional<Rect> startFrame_;
+    /// As of startFrame_. A pull at the title bar gives such a window its former size.
+    bool startedMaximized_ = false;
     bool moving_ = false;
     std::optional<SnapAction> pending_;
     std::optional<Candidate> candidate_;

@@ -41,6 +41,7 @@ enum class Attribute : std::uint8_t {
     subrole,        // AXSubrole: string
     fullScreen,     // AXFullScreen: bool
     minimized,      // AXMinimized: bool
+    maximized,      // no name of its own: bool, also when in one direction only
     window,         // AXWindow, of something inside a window: the Element of the window
     parent,         // AXParent: Element
     enhancedUserInterface,  // AXEnhancedUserInterface, of an application: bool

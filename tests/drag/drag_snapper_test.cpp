@@ -175,6 +175,74 @@ TEST_F(DragSnapperTest, ResizingIsNoGesture) {
     EXPECT_EQ(engine_.last(), std::nullopt);
 }
 
+TEST_F(DragSnapperTest, AMaximizedWindowIsPulledAway) {
+    const Rect maximized{0, 25, 1920, 1055};
+    desktop_.window(window_)->frame = maximized;
+    desktop_.window(window_)->maximized = true;
+    holdCommand();
+    beginDrag();
+    // The window manager changes the frame and tells of the state a little later.
+    desktop_.window(window_)->frame = before;
+    dragged();
+    desktop_.window(window_)->maximized = false;
+    dragged();
+    EXPECT_FALSE(views_.isGridShown()) << "it has not moved from where its former size put it";
+    dragTo(before.midX() + 2, before.minY() + 10);
+    EXPECT_FALSE(views_.isGridShown());
+    dragTo(300, 500);
+    EXPECT_TRUE(views_.isGridShown());
+    release();
+    settle();
+    EXPECT_EQ(frame(), leftHalfFrame);
+}
+
+TEST_F(DragSnapperTest, ResizingAMaximizedWindowIsNoGestureEither) {
+    desktop_.window(window_)->maximized = true;
+    holdCommand();
+    beginDrag();
+    auto& window = *desktop_.window(window_);
+    for (int step = 0; step < 4; ++step) {
+        window.frame.x -= 40;  // by the left edge, which ends the maximizing after a while
+        window.frame.width += 40;
+        window.maximized = step < 1;
+        dragged();
+    }
+    dragTo(300, 500);
+    EXPECT_FALSE(views_.isGridShown());
+    release();
+    settle();
+    EXPECT_EQ(engine_.last(), std::nullopt);
+}
+
+TEST_F(DragSnapperTest, AWindowThatIsBackWhereItWasIsNotSnapped) {
+    const auto dropAt = [&](Point origin) {
+        desktop_.window(window_)->frame.x = origin.x;
+        desktop_.window(window_)->frame.y = origin.y;
+        release();
+        EXPECT_FALSE(views_.isGridShown() || views_.isPreviewShown());
+        settle();
+    };
+    holdCommand();
+    for (const bool hasItsSizeBack : {false, true}) {
+        if (hasItsSizeBack) {
+            engine_.snap(rightHalf, window_);
+        }
+        const Rect start = frame();
+        beginDrag();
+        dragTo(300, 500);
+        ASSERT_EQ(views_.previews.at(0)->action, leftHalf);
+        dropAt({start.x + 2, start.y - 2});
+        EXPECT_EQ(frame().origin(), (Point{start.x + 2, start.y - 2}));
+        EXPECT_EQ(frame().size(), before.size());
+    }
+    EXPECT_EQ(accessibility().readsOutsideOperations(), 0);
+    const Point start = frame().origin();
+    beginDrag();
+    dragTo(300, 500);
+    dropAt({start.x, start.y + 3});
+    EXPECT_EQ(frame(), leftHalfFrame);
+}
+
 TEST_F(DragSnapperTest, AWindowPulledAwayGetsItsSizeBackOnce) {
     engine_.snap(leftHalf, window_);
     beginDrag();

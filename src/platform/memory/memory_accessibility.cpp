@@ -131,6 +131,8 @@ std::optional<AttributeValue> MemoryAccessibility::readWindow(const Element& ele
             return window->fullScreen;
         case Attribute::minimized:
             return window->minimized;
+        case Attribute::maximized:
+            return window->maximized;
         case Attribute::parent:
             return applicationElement(window->pid);
         default:

@@ -41,6 +41,7 @@ struct MemoryWindow {
     std::optional<std::string> subrole = "AXStandardWindow";
     bool fullScreen = false;
     bool minimized = false;
+    bool maximized = false;
     /// False while it is on a workspace that is not shown.
     bool onCurrentWorkspace = true;
 

@@ -215,6 +215,8 @@ std::optional<AttributeValue> X11Accessibility::readWindow(const ClientWindow& w
             return window.fullScreen;
         case Attribute::minimized:
             return isMinimized(window);
+        case Attribute::maximized:
+            return window.maximizedVert || window.maximizedHorz;
         case Attribute::parent:
             return applicationElement(window.pid);
         case Attribute::focusedWindow:
