@@ -1,9 +1,7 @@
 // The hands as the program's own adapters see them: a key tapped and kept from the program in
 // front, the keyboard taken without the focus, drags watched while a window manager does them.
-#include "desktop_fixture.h"
-#include "harness/key_log.h"
+#include "input_fixture.h"
 #include "launcher/right_command_slash.h"
-#include "ports/real_desktop.h"
 
 #include <algorithm>
 #include <functional>
@@ -14,56 +12,6 @@
 
 namespace tessellon::desktop {
 namespace {
-
-constexpr auto slashCode = static_cast<std::uint8_t>(Key::slash);
-
-class InputTest : public WindowManagerTest {
-  protected:
-    /// A desktop with the log in front and this process in the program's place.
-    bool begin(const std::string& windowManager) {
-        useDesktop(windowManager);
-        if (IsSkipped()) {
-            return false;
-        }
-        programMayBeGone();
-        log = std::make_unique<KeyLog>(desktop().display());
-        EXPECT_TRUE(waitUntil([&] { return managesLog(); }));
-        desktop().windows().activate(log->window());
-        EXPECT_TRUE(waitUntil([&] { return log->isFocused(); }));
-        real = std::make_unique<RealDesktop>(desktop().display());
-        real->listen();
-        return true;
-    }
-    void TearDown() override {
-        real.reset();
-        log.reset();
-        WindowManagerTest::TearDown();
-    }
-
-    bool comes(const std::function<bool()>& state) {
-        return waitUntil([&] {
-            real->serve();
-            return state();
-        });
-    }
-    /// Lets everything that was typed so far reach its program: one more key goes the same way.
-    void settle(Key marker = Key::g) {
-        const auto before = log->story(static_cast<std::uint8_t>(marker));
-        desktop().keyboard().tap(marker);
-        EXPECT_TRUE(comes([&] {
-            return log->story(static_cast<std::uint8_t>(marker)) == before + "+-";
-        })) << "the keyboard is stuck";
-    }
-
-    std::unique_ptr<KeyLog> log;
-    std::unique_ptr<RealDesktop> real;
-
-  private:
-    bool managesLog() {
-        const auto managed = desktop().windows().managed();
-        return std::find(managed.begin(), managed.end(), log->window()) != managed.end();
-    }
-};
 
 TEST_P(InputTest, theChordIsKeptAndItsNeighboursArrive) {
     if (!begin(GetParam())) {

@@ -43,6 +43,15 @@ std::string KeyLog::story(std::uint8_t code) {
     return story;
 }
 
+std::string KeyLog::transcript() {
+    std::string transcript;
+    for (const Entry& entry : entries()) {
+        transcript += (transcript.empty() ? "" : " ") + std::string(entry.pressed ? "+" : "-") +
+                      std::to_string(entry.code) + "/" + std::to_string(entry.state);
+    }
+    return transcript;
+}
+
 std::vector<std::uint8_t> KeyLog::presses() {
     std::vector<std::uint8_t> codes;
     for (const Entry& entry : entries()) {

@@ -31,6 +31,8 @@ class KeyLog {
 
     /// How often a key went down and up; "+-+-" for two taps.
     std::string story(std::uint8_t code);
+    /// Everything as text, to be compared: "+61/64 -61/64" for a key with the state 64.
+    std::string transcript();
     /// The keys that went down, in order.
     std::vector<std::uint8_t> presses();
     void clear();
