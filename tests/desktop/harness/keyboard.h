@@ -16,6 +16,7 @@ enum class Key : std::uint8_t {
     e = 26,
     r = 27,
     t = 28,
+    y = 29,
     u = 30,
     i = 31,
     enter = 36,
