@@ -104,6 +104,9 @@ void DragSnapper::onDragged() {
         track();
     } else if (window_ && startFrame_) {
         recognise();
+    } else if (window_) {
+        const auto reads = engine_.services().accessibility.beginReads();
+        readStart();
     }
 }
 
@@ -134,9 +137,16 @@ void DragSnapper::capture() {
         window_ = engine_.windows().focusedWindow();
     }
     if (window_) {
-        startFrame_ = engine_.windows().readFrame(*window_);
-        startedMaximized_ = engine_.windows().readBool(*window_, Attribute::maximized) == true;
+        readStart();
     }
+}
+
+/// A window manager may be pulling a maximized window out already. The state is read first: with an
+/// older state than the frame's nothing is lost, with a newer one the change of the size would look
+/// like a resize. While the size is changing there is no frame, but there will be.
+void DragSnapper::readStart() {
+    startedMaximized_ = engine_.windows().readBool(*window_, Attribute::maximized) == true;
+    startFrame_ = engine_.windows().readFrame(*window_);
 }
 
 void DragSnapper::recognise() {

@@ -46,6 +46,7 @@ class DragSnapper {
     void onMouseUp();
     void onFlagsChanged();
     void capture();
+    void readStart();
     void recognise();
     void followUnmaximizing(const Rect& frame);
     void track();

@@ -196,6 +196,19 @@ TEST_F(DragSnapperTest, AMaximizedWindowIsPulledAway) {
     EXPECT_EQ(frame(), leftHalfFrame);
 }
 
+TEST_F(DragSnapperTest, AWindowWhoseFrameIsChangingWhenTheDragBeginsIsMovedFromTheNextOne) {
+    desktop_.window(window_)->answersInstead[Attribute::position] = std::nullopt;
+    holdCommand();
+    beginDrag();
+    desktop_.window(window_)->answersInstead.clear();
+    desktop_.window(window_)->frame.width += 100;
+    dragged();
+    EXPECT_FALSE(views_.isGridShown());
+    dragTo(300, 500);
+    EXPECT_TRUE(views_.isGridShown());
+    EXPECT_EQ(accessibility().readsOutsideOperations(), 0);
+}
+
 TEST_F(DragSnapperTest, ResizingAMaximizedWindowIsNoGestureEither) {
     desktop_.window(window_)->maximized = true;
     holdCommand();
