@@ -208,6 +208,13 @@ void PrivateDesktop::startCompositor() {
     }
 }
 
+void PrivateDesktop::killCompositor() {
+    compositor_->kill();
+    if (!waitUntil([&] { return session_->selectionOwner("_NET_WM_CM_S0") == XCB_WINDOW_NONE; })) {
+        throw std::runtime_error("the compositing manager is still in charge");
+    }
+}
+
 void PrivateDesktop::addDock(std::uint16_t height) {
     dock_ = std::make_unique<Dock>(*session_, height);
 }

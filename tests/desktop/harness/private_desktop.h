@@ -57,6 +57,8 @@ class PrivateDesktop {
     /// Starts a compositing manager, which shows windows through each other, and waits until it is
     /// in charge.
     void startCompositor();
+    /// Ends the compositing manager without a chance to say good-bye.
+    void killCompositor();
 
     /// Shows a bar at the top and waits until the window manager knows it.
     void addDock(std::uint16_t height);

@@ -37,6 +37,7 @@ void configureXfwm4(const fs::path& home, WindowManagerKeys keys) {
   <property name="xfwm4" type="empty">
     <property name="custom" type="empty">
       <property name="override" type="bool" value="true"/>
+      <property name="Escape" type="string" value="cancel_key"/>
     </property>
   </property>
 </channel>

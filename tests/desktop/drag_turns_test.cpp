@@ -1,0 +1,134 @@
+// Drags that take a turn: of windows that change their size by being pulled, given up in the
+// middle, or with a desktop that changes under them.
+#include "dragging.h"
+
+#include <cstdint>
+
+namespace tessellon::desktop {
+namespace {
+
+using UnmaximizingDragTest = Dragging<WindowManagerTest>;
+
+TEST_P(UnmaximizingDragTest, aMaximizedWindowIsPulledOutOntoAZone) {
+    useDesktop(GetParam());
+    if (IsSkipped()) {
+        return;
+    }
+    program().start();
+    const xcb_window_t window = startClock(original);
+    for (const bool commandFirst : {true, false}) {
+        ASSERT_EQ(desktop().windows().place(window, original), original);
+        desktop().windows().maximize(window);
+        program().waitUntilIdle();
+        if (commandFirst) {
+            pressCommand();
+        }
+        pressTitleBar(window);
+        dragBy(90, 200);
+        EXPECT_TRUE(waitUntil([&] { return frameOf(window).width == original.width; }));
+        if (!commandFirst) {
+            pressCommand();
+        }
+        dragTo(leftHalfZone);
+        EXPECT_TRUE(waitUntilShown(grid));
+        EXPECT_TRUE(waitUntilShown(leftHalf)) << "the preview";
+        drop();
+        EXPECT_TRUE(waitUntilNothingIsShown());
+        EXPECT_EQ(desktop().windows().settle(window, leftHalf), leftHalf);
+        releaseCommand();
+        program().waitUntilIdle();
+    }
+}
+
+// The others keep a maximized window where it is, or maximized.
+INSTANTIATE_TEST_SUITE_P(On, UnmaximizingDragTest, ::testing::Values("xfwm4", "metacity", "kwin"),
+                         windowManagerName);
+
+using AbortedDragTest = Dragging<WindowManagerTest>;
+
+TEST_P(AbortedDragTest, aWindowThatEscapePutBackStaysThere) {
+    useDesktop(GetParam());
+    if (IsSkipped()) {
+        return;
+    }
+    program().start();
+    const xcb_window_t window = startClock(original);
+    pressTitleBar(window);
+    // Less than window managers take for a move: where the window comes from is known by then.
+    dragBy(1, 1);
+    program().waitUntilIdle();
+    dragBy(60, 40);
+    pressCommand();
+    dragTo(leftHalfZone);
+    EXPECT_TRUE(waitUntilShown(leftHalf));
+    // With the command key it would be another combination.
+    releaseCommand();
+    desktop().keyboard().tap(Key::escape);
+    EXPECT_EQ(desktop().windows().settle(window, original), original);
+    pressCommand();
+    EXPECT_TRUE(waitUntilShown(leftHalf));
+    drop();
+    EXPECT_TRUE(waitUntilNothingIsShown());
+    releaseCommand();
+    program().waitUntilIdle();
+    EXPECT_EQ(frameOf(window), original);
+}
+
+INSTANTIATE_TEST_SUITE_P(On, AbortedDragTest, testedWindowManagers(), windowManagerName);
+
+class CompositedDragTest : public Dragging<DesktopTest> {
+  protected:
+    /// What the user sees at a place: red, green and blue in one number.
+    std::uint32_t colourAt(Position place) {
+        constexpr std::uint32_t allPlanes = ~0U;
+        auto* const x = desktop().x().connection();
+        const Reply<xcb_get_image_reply_t> image(
+            xcb_get_image_reply(x,
+                                xcb_get_image(x, XCB_IMAGE_FORMAT_Z_PIXMAP, desktop().x().root(),
+                                              static_cast<std::int16_t>(place.x),
+                                              static_cast<std::int16_t>(place.y), 1, 1, allPlanes),
+                                nullptr));
+        if (!image || xcb_get_image_data_length(image.get()) < 3) {
+            return 0;
+        }
+        const std::uint8_t* bytes = xcb_get_image_data(image.get());
+        return static_cast<std::uint32_t>(bytes[0] | bytes[1] << 8U | bytes[2] << 16U);
+    }
+};
+
+TEST_F(CompositedDragTest, theGridFollowsACompositorThatGoesAndComes) {
+    useDesktop("openbox");
+    if (IsSkipped()) {
+        return;
+    }
+    constexpr std::uint32_t background = 0xc0b0a0;
+    desktop().x().setBackground(background);
+    desktop().startCompositor();
+    program().start();
+    const xcb_window_t window = startClock({1100, 300, 500, 400});
+    pressTitleBar(window);
+    dragBy(60, 40);
+    pressCommand();
+    dragTo(rightHalfZone);
+    EXPECT_TRUE(waitUntilShown(rightHalf));
+    // In a zone, beside window and preview, and off the zone's label.
+    const Position free{leftHalfZone.x - 60, leftHalfZone.y - 100};
+    const auto isTinted = [&] {
+        const auto seen = colourAt(free);
+        return seen != background && (seen & 0xffU) > 0x60;
+    };
+    EXPECT_TRUE(waitUntil(isTinted)) << std::hex << colourAt(free);
+    desktop().killCompositor();
+    EXPECT_TRUE(waitUntil([&] { return colourAt(free) == background; }))
+        << std::hex << colourAt(free);
+    EXPECT_TRUE(shows(grid));
+    EXPECT_TRUE(shows(rightHalf));
+    desktop().startCompositor();
+    EXPECT_TRUE(waitUntil(isTinted)) << std::hex << colourAt(free);
+    drop();
+    EXPECT_EQ(desktop().windows().settle(window, rightHalf), rightHalf);
+    releaseCommand();
+}
+
+}  // namespace
+}  // namespace tessellon::desktop
