@@ -146,6 +146,46 @@ TEST_P(LauncherTest, nothingOpensWhilePaused) {
     EXPECT_EQ(typedAfter(Key::slash), "/") << "the chord is kept all the same";
 }
 
+TEST_P(LauncherTest, itSurvivesTheDisplaysTheWindowInFrontAndTheWindowManager) {
+    useDesktop(GetParam(), Monitors::twoSideBySide);
+    if (IsSkipped()) {
+        return;
+    }
+    program().start();
+    xcb_window_t inFront = XCB_WINDOW_NONE;
+    const auto open = [&](const char* title) {
+        inFront = startClock({1100, 300, 500, 400}, title);
+        desktop().windows().activate(inFront);
+        pressChord();
+        ASSERT_TRUE(waitUntilOpen()) << title;
+    };
+    const auto expectFreeKeyboard = [&](const char* after) {
+        program().waitUntilIdle();
+        if (panel()) {
+            desktop().keyboard().tap(Key::escape);
+        }
+        EXPECT_TRUE(waitUntilClosed()) << after;
+        EXPECT_TRUE(waitUntil([&] { return desktop().keyboard().grab(); })) << after;
+        desktop().keyboard().ungrab();
+    };
+    open("displays");
+    desktop().run({"xrandr", "--delmonitor", "R"});
+    desktop().run({"xrandr", "--delmonitor", "L"});
+    expectFreeKeyboard("displays");
+
+    open("window");
+    xcb_kill_client(desktop().x().connection(), inFront);
+    desktop().x().sync();
+    expectFreeKeyboard("window in front");
+
+    open("window manager");
+    desktop().killWindowManager();
+    expectFreeKeyboard("window manager");
+    desktop().startWindowManager(GetParam());
+    open("window manager back");
+    expectFreeKeyboard("window manager back");
+}
+
 INSTANTIATE_TEST_SUITE_P(On, LauncherTest, testedWindowManagers(), windowManagerName);
 
 }  // namespace
