@@ -1,8 +1,8 @@
 #include "drag/hints_view.h"
 
 #include "engine/snap_action_names.h"
-#include "platform/qt/rounded_region.h"
 #include "ui/fonts.h"
+#include "ui/mask.h"
 #include "ui/mini_screen.h"
 #include "ui/palette.h"
 #include "ui/shapes.h"
@@ -33,9 +33,9 @@ constexpr double labelRadius = 9;
 
 // Without a compositor nothing but outlines and labels can be shown, and they have to be seen on
 // any background: light and dark side by side.
-constexpr int hollowWidth = 3;
-constexpr int hollowActiveWidth = 7;
-constexpr double hollowLineWidth = 2;
+constexpr int ringWidth = 3;
+constexpr int activeRingWidth = 7;
+constexpr double ringLine = 2;
 
 double between(double inactive, double active, double activity) {
     return inactive + (active - inactive) * activity;
@@ -171,16 +171,14 @@ void HintsView::drawLabel(Cell& cell) const {
     cell.label = std::move(label);
 }
 
+int HintsView::hollowWidth(const Cell& cell) const {
+    return isActive(cell) ? activeRingWidth : ringWidth;
+}
+
 QRegion HintsView::outline(const Cell& cell) const {
-    const int width = isActive(cell) ? hollowActiveWidth : hollowWidth;
-    const QRect outer = cell.rect.toAlignedRect();
-    const QRect inner = outer.adjusted(width, width, -width, -width);
-    auto region = roundedRegion(outer, cornerRadius);
-    if (inner.isValid()) {
-        region -= roundedRegion(inner, cornerRadius - width);
-    }
     const auto label = labelRect(cell.rect, cell.labelSize).intersected(cell.rect);
-    return region + roundedRegion(label.toAlignedRect(), labelRadius);
+    return ringMask(cell.rect.toAlignedRect(), cornerRadius, hollowWidth(cell)) +
+           roundedMask(label.toAlignedRect(), labelRadius);
 }
 
 void HintsView::updateShape() {
@@ -224,11 +222,11 @@ void HintsView::paintCell(QPainter& painter, const Cell& cell) const {
 
 void HintsView::paintHollowCell(QPainter& painter, const Cell& cell) const {
     const auto& light = isActive(cell) ? palette::teal : palette::paper;
-    // The mask cuts through pixels at the rounded edge: they must not mix with black.
-    painter.fillRect(cell.rect, palette::ink);
-    paintRoundedRect(painter, cell.rect, cornerRadius, light, {palette::ink, hollowLineWidth});
+    paintRing(painter, cell.rect.toAlignedRect(), cornerRadius, hollowWidth(cell),
+              {{palette::ink, ringLine}, light});
+    // The mask keeps pixels that the card covers in part.
     const auto label = labelRect(cell.rect, cell.labelSize).intersected(cell.rect);
-    painter.fillRect(label, light);
+    painter.fillRect(label.toAlignedRect(), light);
     paintLabel(painter, cell, light, 1);
 }
 

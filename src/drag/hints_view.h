@@ -45,6 +45,8 @@ class HintsView : public PanelWindow {
     void layOut();
     void drawLabel(Cell& cell) const;
     void advance(double progress);
+    /// The outline's width where nothing is translucent.
+    int hollowWidth(const Cell& cell) const;
     QRegion outline(const Cell& cell) const;
     void paintCell(QPainter& painter, const Cell& cell) const;
     void paintHollowCell(QPainter& painter, const Cell& cell) const;

@@ -1,9 +1,9 @@
 #include "drag/overlay_view.h"
 
 #include "engine/snap_action_names.h"
-#include "platform/qt/rounded_region.h"
 #include "ui/fonts.h"
 #include "ui/key_chips.h"
+#include "ui/mask.h"
 #include "ui/palette.h"
 #include "ui/shapes.h"
 #include "ui/symbols.h"
@@ -18,7 +18,7 @@ namespace {
 
 constexpr double cornerRadius = 18;
 constexpr double borderWidth = 3;
-constexpr int hollowWidth = 6;  // the border with a light line inside it
+constexpr int ringWidth = 6;  // the border with a light line inside it
 constexpr double fillOpacity = 0.28;
 
 /// A preview must be larger than this in both directions to have a label.
@@ -90,13 +90,9 @@ void OverlayView::updateShape() {
         clearMask();
         return;
     }
-    auto region = roundedRegion(rect(), cornerRadius);
-    const auto inner = rect().adjusted(hollowWidth, hollowWidth, -hollowWidth, -hollowWidth);
-    if (inner.isValid()) {
-        region -= roundedRegion(inner, cornerRadius - hollowWidth);
-    }
+    auto region = ringMask(rect(), cornerRadius, ringWidth);
     if (const auto pill = labelRect().toAlignedRect(); !pill.isEmpty()) {
-        region += roundedRegion(pill, pill.height() / 2.0);
+        region += roundedMask(pill, pill.height() / 2.0);
     }
     setMask(region);
 }
@@ -110,10 +106,10 @@ void OverlayView::paintEvent(QPaintEvent* /*event*/) {
                          palette::withOpacity(palette::teal, fillOpacity),
                          {palette::ink, borderWidth});
     } else {
-        // The mask cuts through pixels at the rounded edges: they must not mix with black.
-        painter.fillRect(whole, palette::ink);
-        paintRoundedRect(painter, whole, cornerRadius, palette::teal, {palette::ink, borderWidth});
-        painter.fillRect(pill.rect, palette::ink);
+        paintRing(painter, rect(), cornerRadius, ringWidth,
+                  {{palette::ink, borderWidth}, palette::teal});
+        // The mask keeps pixels that the pill's border covers in part.
+        painter.fillRect(pill.rect.toAlignedRect(), palette::ink);
     }
     if (!pill.rect.isEmpty()) {
         paintLabel(painter, pill);

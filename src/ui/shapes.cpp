@@ -7,8 +7,6 @@
 namespace tessellon {
 namespace {
 
-// How much farther than the radius a continuous corner reaches along its edges.
-constexpr double reach = 1.5;
 // The distance from a corner to its arc's middle, along either edge, for a radius of 1.
 constexpr double diagonal = 1 - std::numbers::sqrt2 / 2;
 
@@ -38,7 +36,7 @@ QPainterPath continuousRoundedRect(const QRectF& rect, double radius) {
         path.addRect(rect);
         return path;
     }
-    const double extent = std::min(r * reach, half);
+    const double extent = std::min(r * continuousCornerReach, half);
     // Each corner is one cubic. Its handles are as long as it takes for the middle of the curve to
     // lie on the middle of the arc; with an extent of r that is the usual circle.
     const double handle = extent * (4 - 8 * diagonal * r / extent) / 3;

@@ -8,6 +8,9 @@
 
 namespace tessellon {
 
+/// How far from its corner a continuous corner reaches along the edges, for a radius of 1.
+inline constexpr double continuousCornerReach = 1.5;
+
 /// A rounded rectangle whose corners bend gradually: they leave the straight edge before an arc of
 /// `radius` would and meet that arc on the diagonal. Where an edge is too short for that the corner
 /// nears the plain arc; the radius is at most half the shorter side.
