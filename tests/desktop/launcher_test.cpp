@@ -188,5 +188,49 @@ TEST_P(LauncherTest, itSurvivesTheDisplaysTheWindowInFrontAndTheWindowManager) {
 
 INSTANTIATE_TEST_SUITE_P(On, LauncherTest, testedWindowManagers(), windowManagerName);
 
+class OpenboxLauncherTest : public LauncherTest {};
+
+TEST_P(OpenboxLauncherTest, theFocusMayFollowThePointerToATile) {
+    useDesktop(GetParam());
+    if (IsSkipped()) {
+        return;
+    }
+    std::ofstream(desktop().home() / ".config/openbox/rc.xml") << R"(<?xml version="1.0"?>
+<openbox_config xmlns="http://openbox.org/3.4/rc">
+  <focus><followMouse>yes</followMouse><focusDelay>0</focusDelay></focus>
+  <keyboard/>
+</openbox_config>
+)";
+    desktop().run({"openbox", "--reconfigure"});
+    program().start();
+    auto& pointer = desktop().pointer();
+    const auto target = startClock({20, 300, 500, 400}, "target");
+    const auto onTheWay = startClock({530, 300, 190, 500}, "on the way");
+    pointer.moveTo({600, 500});
+    ASSERT_TRUE(waitUntil([&] { return desktop().windows().active() == onTheWay; }));
+    pointer.moveTo({250, 500});
+    ASSERT_TRUE(waitUntil([&] { return desktop().windows().active() == target; }));
+    pressChord();
+    ASSERT_TRUE(waitUntilOpen());
+    const auto shown = panel().value_or(Frame{});
+    pointer.moveTo({600, 500});
+    ASSERT_TRUE(waitUntil([&] { return desktop().windows().active() == onTheWay; }));
+    pointer.moveTo({shown.x + 16 + 112 + 52, shown.y + 120});
+    program().waitUntilIdle();
+    ASSERT_TRUE(panel());
+    pointer.click();
+    const Frame rightHalf{964, 33, 948, 1039};
+    EXPECT_EQ(desktop().windows().settle(target, rightHalf), rightHalf);
+    // What is activated while the pointer rests was meant.
+    pointer.moveTo({1100, 500});
+    ASSERT_TRUE(waitUntil([&] { return desktop().windows().active() == target; }));
+    pressChord();
+    ASSERT_TRUE(waitUntilOpen());
+    desktop().windows().activate(onTheWay);
+    EXPECT_TRUE(waitUntilClosed());
+}
+
+INSTANTIATE_TEST_SUITE_P(On, OpenboxLauncherTest, ::testing::Values("openbox"), windowManagerName);
+
 }  // namespace
 }  // namespace tessellon::desktop
