@@ -49,7 +49,7 @@ LauncherTile::LauncherTile(SnapAction action, const QString& shortcut, QWidget* 
     // A click leaves the caret where it is.
     setFocusPolicy(Qt::TabFocus);
     const auto name = fromUtf8(title(action));
-    setAccessibleName(shortcut.isEmpty() ? name : name + QStringLiteral(", ") + shortcut);
+    setAccessibleName(keys_.isEmpty() ? name : name + QStringLiteral(", ") + spokenKeys(keys_));
 }
 
 void LauncherTile::setSelected(bool selected) {

@@ -1,5 +1,6 @@
 #include "ui/glyph.h"
 
+#include "ui/accessible_role.h"
 #include "ui/palette.h"
 #include "ui/shapes.h"
 
@@ -41,6 +42,8 @@ void paintGlyph(QPainter& painter, const QRectF& rect) {
 Glyph::Glyph(int size, QWidget* parent) : QWidget(parent), size_(size) {
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
     setAttribute(Qt::WA_TransparentForMouseEvents);
+    setAccessibleRole(*this, QAccessible::Graphic);
+    setAccessibleName(QStringLiteral("Tessellon"));
 }
 
 void Glyph::paintEvent(QPaintEvent* /*event*/) {

@@ -1,5 +1,6 @@
 #include "ui/key_chips.h"
 
+#include "ui/accessible_role.h"
 #include "ui/control_style.h"
 #include "ui/fonts.h"
 #include "ui/palette.h"
@@ -23,15 +24,15 @@ struct SpokenKey {
     std::u16string_view name;
 };
 
-constexpr std::array<SpokenKey, 13> spokenKeys{{
+constexpr std::array<SpokenKey, 13> spokenKeyTable{{
     {u'⌃', u"Control"},
-    {u'⌥', u"Option"},
+    {u'⌥', u"Alt"},
     {u'⇧', u"Shift"},
-    {u'⌘', u"Command"},
-    {u'←', u"Left"},
-    {u'→', u"Right"},
-    {u'↑', u"Up"},
-    {u'↓', u"Down"},
+    {u'⌘', u"Super"},
+    {u'←', u"Left Arrow"},
+    {u'→', u"Right Arrow"},
+    {u'↑', u"Up Arrow"},
+    {u'↓', u"Down Arrow"},
     {u'↩', u"Return"},
     {u'⌫', u"Backspace"},
     {u'⌦', u"Delete"},
@@ -41,8 +42,8 @@ constexpr std::array<SpokenKey, 13> spokenKeys{{
 
 QString spoken(const QString& key) {
     const auto found = std::ranges::find_if(
-        spokenKeys, [&](const SpokenKey& row) { return key == QChar(row.sign); });
-    return found != spokenKeys.end() ? QString::fromUtf16(found->name.data()) : key;
+        spokenKeyTable, [&](const SpokenKey& row) { return key == QChar(row.sign); });
+    return found != spokenKeyTable.end() ? QString::fromUtf16(found->name.data()) : key;
 }
 
 QFont capFont(double size) {
@@ -67,6 +68,14 @@ QStringList onePerCharacter(const QString& text) {
         characters.append(QString::fromUcs4(&code, 1));
     }
     return characters;
+}
+
+QString spokenKeys(const QStringList& keys) {
+    QStringList names;
+    for (const QString& key : keys) {
+        names.append(spoken(key));
+    }
+    return names.join(QLatin1Char(' '));
 }
 
 QSizeF keyChipsSize(const QStringList& keys, double size) {
@@ -102,16 +111,13 @@ KeyChips::KeyChips(const QStringList& keys, double size, QWidget* parent)
     : QWidget(parent), size_(size) {
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
     setAttribute(Qt::WA_TransparentForMouseEvents);
+    setAccessibleRole(*this, QAccessible::StaticText);
     setKeys(keys);
 }
 
 void KeyChips::setKeys(const QStringList& keys) {
     keys_ = keys;
-    QStringList names;
-    for (const QString& key : keys) {
-        names.append(spoken(key));
-    }
-    setAccessibleName(names.join(QLatin1Char(' ')));
+    setAccessibleName(spokenKeys(keys));
     updateGeometry();
     update();
 }

@@ -13,6 +13,10 @@ namespace tessellon {
 /// Each Unicode character of the text by itself, as the keys of a shortcut's text are shown.
 QStringList onePerCharacter(const QString& text);
 
+/// The names of the keys of this desktop, such as "Control Alt Left Arrow", for assistive
+/// technology.
+QString spokenKeys(const QStringList& keys);
+
 /// The room that the caps of `keys` take in a row, in logical pixels; `size` is a cap's height.
 QSizeF keyChipsSize(const QStringList& keys, double size);
 

@@ -1,6 +1,6 @@
 #include "ui/mini_screen.h"
 
-#include "engine/snap_action_names.h"
+#include "ui/accessible_role.h"
 #include "ui/control_style.h"
 #include "ui/palette.h"
 #include "ui/shapes.h"
@@ -108,12 +108,14 @@ MiniScreen::MiniScreen(SnapAction action, const QSize& size, QWidget* parent)
     : QWidget(parent), action_(action), size_(size) {
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
     setAttribute(Qt::WA_TransparentForMouseEvents);
+    setAccessibleRole(*this, QAccessible::Graphic);
     setAction(action);
 }
 
 void MiniScreen::setAction(SnapAction action) {
     action_ = action;
-    setAccessibleName(QString::fromStdString(sentenceTitle(action)));
+    setAccessibleName(
+        QString::fromUtf8(title(action).data(), static_cast<qsizetype>(title(action).size())));
     update();
 }
 

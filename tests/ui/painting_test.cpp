@@ -10,6 +10,7 @@
 #include "ui/symbols.h"
 #include "ui_fixture.h"
 
+#include <QAccessible>
 #include <QFontDatabase>
 #include <QRawFont>
 #include <set>
@@ -25,11 +26,25 @@ QImage miniScreen(SnapAction action) {
     });
 }
 
+TEST_F(Painting, ThePaletteIsFixed) {
+    EXPECT_EQ(palette::teal, QColor(34, 199, 184));
+    EXPECT_EQ(palette::amber, QColor(255, 200, 61));
+    EXPECT_EQ(palette::coral, QColor(255, 111, 94));
+    EXPECT_EQ(palette::pink, QColor(255, 158, 196));
+    EXPECT_EQ(palette::lavender, QColor(155, 140, 255));
+    EXPECT_EQ(palette::ink, QColor(43, 29, 20));
+    EXPECT_EQ(palette::muted, QColor(122, 103, 88));
+    EXPECT_EQ(palette::line, QColor(235, 220, 198));
+    EXPECT_EQ(palette::cream, QColor(255, 244, 226));
+    EXPECT_EQ(palette::paper, QColor(255, 252, 247));
+    EXPECT_EQ(palette::background, QColor(250, 235, 213));
+}
+
 TEST_F(Painting, EachSectionOfActionsHasItsColor) {
-    EXPECT_EQ(palette::groupColor(SnapAction::bottomHalf), QColor(34, 199, 184));
-    EXPECT_EQ(palette::groupColor(SnapAction::topRight), QColor(255, 200, 61));
-    EXPECT_EQ(palette::groupColor(SnapAction::rightTwoThirds), QColor(255, 158, 196));
-    EXPECT_EQ(palette::groupColor(SnapAction::previousDisplay), QColor(155, 140, 255));
+    EXPECT_EQ(palette::groupColor(SnapAction::bottomHalf), palette::teal);
+    EXPECT_EQ(palette::groupColor(SnapAction::topRight), palette::amber);
+    EXPECT_EQ(palette::groupColor(SnapAction::rightTwoThirds), palette::pink);
+    EXPECT_EQ(palette::groupColor(SnapAction::previousDisplay), palette::lavender);
     const QColor half = palette::withOpacity(palette::withOpacity(palette::teal, 0.5), 0.5);
     EXPECT_NEAR(half.alphaF(), 0.25, 0.01);
     EXPECT_EQ(half.green(), 199);
@@ -107,7 +122,9 @@ TEST_F(Painting, KeyCapsAreSquareForOneCharacterAndPaddedForMore) {
     EXPECT_TRUE(shows(image, 3, 16, palette::paper));
     EXPECT_EQ(image.pixelColor(20, 10).alpha(), 0) << "the caps touch";
     EXPECT_TRUE(shows(image, 20 + gap, 10, palette::ink));
-    EXPECT_EQ(chips.accessibleName(), "Control Left");
+    auto* const spoken = QAccessible::queryAccessibleInterface(&chips);
+    EXPECT_EQ(spoken->text(QAccessible::Name), "Control Left Arrow");
+    EXPECT_EQ(spoken->role(), QAccessible::StaticText);
 }
 
 TEST_F(Painting, ChipPadsItsTextAndStartsWithItsDot) {
@@ -140,6 +157,17 @@ TEST_F(Painting, GlyphShowsItsThreeColorsAtEverySize) {
         EXPECT_TRUE(shows(image, size * 0.77, size * 0.77, palette::coral)) << size;
         EXPECT_LT(image.pixelColor(0, 0).alpha(), 60) << size << ": no rounded corner";
     }
+}
+
+TEST_F(Painting, PicturesHaveNamesForAssistiveTechnology) {
+    Glyph glyph(16);
+    MiniScreen picture(SnapAction::leftTwoThirds, {46, 30});
+    auto* const mark = QAccessible::queryAccessibleInterface(&glyph);
+    auto* const screen = QAccessible::queryAccessibleInterface(&picture);
+    EXPECT_EQ(mark->role(), QAccessible::Graphic);
+    EXPECT_EQ(mark->text(QAccessible::Name), "Tessellon");
+    EXPECT_EQ(screen->role(), QAccessible::Graphic);
+    EXPECT_EQ(screen->text(QAccessible::Name), "Left Two Thirds");
 }
 
 TEST_F(Painting, ContinuousCornersMeetTheArcOnTheDiagonalAndStartBeforeIt) {
