@@ -3,6 +3,7 @@
 #include "platform/qt/screen_coordinates.h"
 #include "ui/chip.h"
 #include "ui/fonts.h"
+#include "ui/mask.h"
 #include "ui/palette.h"
 #include "ui/shapes.h"
 #include "ui/symbols.h"
@@ -12,7 +13,6 @@
 #include <QMouseEvent>
 #include <QPainter>
 #include <QPalette>
-#include <QRegion>
 #include <QSignalBlocker>
 #include <algorithm>
 #include <cmath>
@@ -224,8 +224,7 @@ void LauncherView::updateShape() {
         clearMask();
         return;
     }
-    const auto outline = continuousRoundedRect(QRectF(rect()), cornerRadius);
-    setMask(QRegion(outline.toFillPolygon().toPolygon()));
+    setMask(roundedMask(rect(), cornerRadius));
 }
 
 void LauncherView::paintEvent(QPaintEvent* /*event*/) {
