@@ -195,8 +195,8 @@ std::uint64_t X11EventTaps::flagsOf(const xcb_key_press_event_t& event) const {
     if (isDown(rightSuper)) {
         flags |= modifier_flag::rightCommand;
     } else if (!isDown(leftSuper)) {
-        // Both are up already. That happens while the whole keyboard is ours and does not stop; the
-        // modifiers' own events keep their order with this press.
+        // Both are up already. That happens at the repeats of a swallowed press, which do not stop
+        // the keyboard; the modifiers' own events keep their order with this one.
         flags |= input_.modifierFlags() & modifier_flag::rightCommand;
     }
     return flags;
