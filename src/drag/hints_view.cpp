@@ -33,7 +33,7 @@ constexpr double labelRadius = 9;
 
 // Without a compositor nothing but outlines and labels can be shown, and they have to be seen on
 // any background: light and dark side by side.
-constexpr int ringWidth = 3;
+constexpr int ringWidth = 4;  // a light line of one pixel would thin out in the corners
 constexpr int activeRingWidth = 7;
 constexpr double ringLine = 2;
 

@@ -132,7 +132,8 @@ void LauncherView::makeSearchRow() {
     colors.setColor(QPalette::HighlightedText, palette::ink);
     searchField_->setPalette(colors);
     const auto placeholder = QStringLiteral("Snap ") + name + QChar(0x2026);
-    searchField_->setPlaceholderText(placeholder);
+    // A hair space keeps the caret off the first letter.
+    searchField_->setPlaceholderText(QChar(0x200A) + placeholder);
     searchField_->setAccessibleName(placeholder);
     connect(searchField_, &QLineEdit::textChanged, this, [this](const QString& text) {
         if (model_ != nullptr) {

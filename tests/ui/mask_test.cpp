@@ -29,7 +29,7 @@ TEST_F(Mask, KeepsThePixelsOfTheDrawnShapeAtAllCorners) {
 TEST_F(Mask, ARingIsEquallyWideEverywhereAndOpaque) {
     const QRect rect(3, 5, 120, 80);
     const double radius = 14;
-    for (const int width : {3, 7}) {
+    for (const int width : {4, 7}) {
         const auto ring = ringMask(rect, radius, width);
         const auto image = painted({130, 90}, [&](QPainter& painter) {
             paintRing(painter, rect, radius, width, {{palette::ink, 2}, palette::teal});
