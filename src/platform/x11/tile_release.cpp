@@ -45,6 +45,9 @@ void pullAway(const Connection& connection, xcb_window_t window, const Rect& wan
             {static_cast<std::uint32_t>(x + pull), static_cast<std::uint32_t>(y + pull), what,
              leftButton, sourcePager});
     };
+    // It begins no move while somebody else has the keyboard, and that is us for as long as the key
+    // of a shortcut is held.
+    xcb_ungrab_keyboard(connection.xcb(), XCB_CURRENT_TIME);
     move(beginMove);
     xcb_motion_notify_event_t motion{};
     motion.response_type = XCB_MOTION_NOTIFY;
