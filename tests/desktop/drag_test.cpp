@@ -149,7 +149,16 @@ TEST_P(DragTest, droppedAtTheEdgeOfTheScreen) {
     EXPECT_TRUE(waitUntil([&] { return frameOf(window).x <= 0; }));
     program().waitUntilIdle();
     const Position pointer = desktop().pointer().position();
-    EXPECT_EQ(snap(window, Held::controlAlt, Key::right, rightHalf), rightHalf);
+    desktop().windows().activate(window);
+    // The keys are down for longer than the window takes.
+    const std::array<Key, 3> keys{Key::leftControl, Key::leftAlt, Key::right};
+    for (const Key key : keys) {
+        desktop().keyboard().press(key);
+    }
+    EXPECT_EQ(desktop().windows().settle(window, rightHalf), rightHalf);
+    for (const Key key : keys) {
+        desktop().keyboard().release(key);
+    }
     program().waitUntilIdle();
     EXPECT_EQ(snap(window, Held::controlAlt, Key::u, topLeft), topLeft);
     EXPECT_EQ(desktop().pointer().position(), pointer);
