@@ -79,6 +79,7 @@ TEST_F(ButtonMappingTest, theLeftButtonIsTheOneThatTheUserHasMadeIt) {
         Button left;
         Button right;
     };
+    int pressedAt = 1000;
     for (const Hand& hand : {Hand{"screen", crossed, straight, Button::right, Button::left},
                              Hand{"device", straight, crossed, Button::right, Button::left},
                              Hand{"both", crossed, crossed, Button::left, Button::right},
@@ -89,12 +90,14 @@ TEST_F(ButtonMappingTest, theLeftButtonIsTheOneThatTheUserHasMadeIt) {
         // The window manager knows of the new mapping and of the place.
         EXPECT_TRUE(comes([&] { return x.windowManagerServes(); }));
         drags = ups = 0;
-        pointer.moveTo({1100, 305});
+        // Each time elsewhere, or two presses would be a double click.
+        pressedAt += 25;
+        pointer.moveTo({pressedAt, 305});
         pointer.press(hand.left);
         EXPECT_TRUE(comes([&] { return monitors.pressedMouseButtons() == 1; })) << hand.name;
-        pointer.moveTo({1150, 355});
+        pointer.moveTo({pressedAt + 50, 355});
         EXPECT_TRUE(comes([&] { return drags > 0 && x.windowManagerServes(); })) << hand.name;
-        pointer.moveTo({1200, 405});
+        pointer.moveTo({pressedAt + 100, 405});
         const Frame moved{before.x + 100, before.y + 100, before.width, before.height};
         ASSERT_EQ(desktop().windows().settle(clock, moved), moved)
             << hand.name << ": the window manager thinks otherwise";
