@@ -62,19 +62,14 @@ void AppDelegate::startServices() {
 
 DragSnapper& AppDelegate::drag() {
     if (!drag_) {
-        auto made = views_.drag(keyBindings_);
-        auto& views = *made;
-        drag_.reset(new Drag{std::move(made), {engine_, views, services_.runLoop, notifications_}});
+        drag_ = std::make_unique<Drag>(views_.drag(keyBindings_), *this);
     }
     return drag_->snapper;
 }
 
 Launcher& AppDelegate::launcher() {
     if (!launcher_) {
-        auto made = views_.launcher(keyBindings_);
-        auto& views = *made;
-        launcher_.reset(
-            new LauncherFeature{std::move(made), {engine_, views, services_.beep, notifications_}});
+        launcher_ = std::make_unique<LauncherFeature>(views_.launcher(keyBindings_), *this);
     }
     return launcher_->launcher;
 }

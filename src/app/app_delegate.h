@@ -24,6 +24,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <utility>
 
 namespace tessellon {
 
@@ -67,10 +68,16 @@ class AppDelegate {
   private:
     /// A feature and what builds its panels.
     struct Drag {
+        Drag(std::unique_ptr<DragViews> made, AppDelegate& app)
+            : views(std::move(made)),
+              snapper(app.engine_, *views, app.services_.runLoop, app.notifications_) {}
         std::unique_ptr<DragViews> views;
         DragSnapper snapper;
     };
     struct LauncherFeature {
+        LauncherFeature(std::unique_ptr<LauncherViews> made, AppDelegate& app)
+            : views(std::move(made)),
+              launcher(app.engine_, *views, app.services_.beep, app.notifications_) {}
         std::unique_ptr<LauncherViews> views;
         Launcher launcher;
     };
