@@ -21,7 +21,7 @@ PillToggle::PillToggle(const QString& accessibleName, QWidget* parent) : QAbstra
     setCheckable(true);
     setAccessibleName(accessibleName);
     setFocusPolicy(Qt::StrongFocus);
-    setFixedSize(sizeHint());
+    setFixedSize(PillToggle::sizeHint());
     new FocusRing(*this, pillSize.height() / 2.0);
 }
 
