@@ -21,7 +21,8 @@ void measureDragPanels(Report& report);
 /// Starting the program, and what it costs while nothing happens.
 void measureProcessCosts(Report& report);
 
-/// The zone grid and the launcher as the user sees them come, and what many of them leave in memory.
+/// The zone grid and the launcher as the user sees them come, and what many of them leave in
+/// memory.
 void measureInterface(Report& report);
 
 }  // namespace tessellon::benchmarks

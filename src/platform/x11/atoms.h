@@ -49,7 +49,7 @@ enum class Atom : std::size_t {
     netWmWindowTypeDnd,
     netWmWindowTypeDock,
     netWmWindowTypeDesktop,
-    edid,               // RandR output property
+    edid,  // RandR output property
     compositorSelection,
     instanceSelection,  // held by the one running instance of this program on the display
     count,
