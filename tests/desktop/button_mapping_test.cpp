@@ -93,11 +93,15 @@ TEST_F(ButtonMappingTest, theLeftButtonIsTheOneThatTheUserHasMadeIt) {
         // Each time elsewhere, or two presses would be a double click.
         pressedAt += 25;
         pointer.moveTo({pressedAt, 305});
+        EXPECT_TRUE(comes([&] { return x.windowManagerServes(); }));
         pointer.press(hand.left);
         EXPECT_TRUE(comes([&] { return monitors.pressedMouseButtons() == 1; })) << hand.name;
-        pointer.moveTo({pressedAt + 50, 355});
-        EXPECT_TRUE(comes([&] { return drags > 0 && x.windowManagerServes(); })) << hand.name;
-        pointer.moveTo({pressedAt + 100, 405});
+        // At the speed of a hand: the window manager is with it at every step.
+        for (int moved = 5; moved <= 100; moved += 5) {
+            pointer.jumpTo({pressedAt + moved, 305 + moved});
+            EXPECT_TRUE(comes([&] { return x.windowManagerServes(); })) << hand.name;
+        }
+        EXPECT_TRUE(comes([&] { return drags > 0; })) << hand.name;
         const Frame moved{before.x + 100, before.y + 100, before.width, before.height};
         ASSERT_EQ(desktop().windows().settle(clock, moved), moved)
             << hand.name << ": the window manager thinks otherwise";
