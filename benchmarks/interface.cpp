@@ -69,7 +69,8 @@ class Screen {
         const auto deadline = start + desktop::patience;
         while (column(top) == before) {
             if (Clock::now() > deadline) {
-                throw std::runtime_error("nothing changes on the screen");
+                throw std::runtime_error("nothing changes on the screen at " +
+                                         std::to_string(top.x) + ", " + std::to_string(top.y));
             }
         }
         return Clock::now() - start;
