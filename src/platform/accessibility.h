@@ -6,6 +6,7 @@
 #pragma once
 
 #include "base/geometry.h"
+#include "base/signal.h"
 #include "base/token.h"
 #include "platform/types.h"
 
@@ -58,6 +59,10 @@ class Accessibility {
     /// EWMH is alive.
     virtual bool isTrusted() const = 0;
 
+    /// Emitted after isTrusted has changed, and after another window manager has taken over: what
+    /// was under way with the former one will not come to its end.
+    const Signal<>& trustChanged() const { return trustChanged_; }
+
     /// How long one request may wait for an answer before it counts as failed.
     virtual void setMessagingTimeout(Seconds timeout) = 0;
 
@@ -97,6 +102,10 @@ class Accessibility {
     /// first of them, instead of a look each; what is written meanwhile is read afresh. One token
     /// covers one operation of the engine. Tokens may nest; the outermost counts.
     virtual Token beginReads() const = 0;
+
+  protected:
+    Accessibility() = default;
+    Signal<> trustChanged_;
 };
 
 }  // namespace tessellon

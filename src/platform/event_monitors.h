@@ -18,6 +18,7 @@ namespace tessellon {
 enum class MonitoredEvent : std::uint8_t {
     leftMouseDragged,  // the pointer moved with the left button down
     leftMouseUp,
+    mouseDown,     // the left or the right button went down; pointerLocation() tells where
     flagsChanged,  // a modifier key went down or up
 };
 

@@ -12,7 +12,7 @@ namespace tessellon {
 
 /// Panels of a higher level are in front of those of a lower one; all are in front of every
 /// program's windows.
-enum class PanelLevel : int { grid = 2, preview = 3, modal = 8 };
+enum class PanelLevel : int { grid = 2, preview = 3, modal = 8, popUpMenu = 101 };
 
 /// Shown on every workspace, never part of task bars or window lists, never active. Destroying a
 /// panel closes it.

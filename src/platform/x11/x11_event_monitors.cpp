@@ -11,9 +11,14 @@ X11EventMonitors::X11EventMonitors(Connection& connection, WindowMirror& mirror,
                                    const X11Displays& displays, RawInput& input)
     : connection_(connection), mirror_(mirror), displays_(displays), input_(input) {
     pressed_ = input_.buttonPressed().subscribe([this](std::uint32_t button) {
-        if (button == XCB_BUTTON_INDEX_1) {
-            dragAudience_ = audienceOfPress();
+        if (button != XCB_BUTTON_INDEX_1 && button != XCB_BUTTON_INDEX_3) {
+            return;
         }
+        const auto audience = audienceOfPress();
+        if (button == XCB_BUTTON_INDEX_1) {
+            dragAudience_ = audience;
+        }
+        (audience == Audience::local ? local_ : global_).down.emit();
     });
     const auto ofDrag = [this]() -> const Signals& {
         return dragAudience_ == Audience::local ? local_ : global_;
@@ -62,6 +67,8 @@ const Signal<>& X11EventMonitors::signalFor(const Signals& signals, MonitoredEve
             return signals.dragged;
         case MonitoredEvent::leftMouseUp:
             return signals.up;
+        case MonitoredEvent::mouseDown:
+            return signals.down;
         case MonitoredEvent::flagsChanged:
             break;
     }

@@ -33,6 +33,7 @@ class X11EventMonitors : public EventMonitors {
     struct Signals {
         Signal<> dragged;
         Signal<> up;
+        Signal<> down;
         Signal<> flags;
     };
 

@@ -1,0 +1,29 @@
+// The port through which the program is started when the user logs in.
+#pragma once
+
+#include <optional>
+#include <string>
+
+namespace tessellon {
+
+enum class LoginItemStatus {
+    enabled,
+    notRegistered,
+    /// Registered, but the user or the desktop has switched it off; only they can switch it on.
+    requiresApproval,
+};
+
+class LoginItem {
+  public:
+    virtual ~LoginItem() = default;
+
+    /// As it is now, whoever changed it.
+    virtual LoginItemStatus status() const = 0;
+
+    /// Has the program started at login from now on, or no more. Nothing on success, else what went
+    /// wrong, in words for the user.
+    virtual std::optional<std::string> registerItem() = 0;
+    virtual std::optional<std::string> unregisterItem() = 0;
+};
+
+}  // namespace tessellon
