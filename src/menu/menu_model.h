@@ -27,17 +27,20 @@ class MenuModel {
     MenuModel(const std::optional<RunningApplication>& application, Snapping snapping,
               std::optional<LastSnap> last, UserDefaults& defaults,
               const ArrangementStore& arrangements);
+    MenuModel(const MenuModel&) = delete;
+    MenuModel& operator=(const MenuModel&) = delete;
 
     /// The application's name in the user's language; nothing when there is none in front.
     const std::optional<std::string>& appName() const { return appName_; }
     const std::optional<std::string>& bundleID() const { return bundleID_; }
     bool canSnap() const { return canSnap_; }
     const std::optional<LastSnap>& last() const { return last_; }
-    /// Whether the application's windows never snap.
+    /// Whether the application's windows never snap; false when it has no identifier.
     bool ignored() const { return ignored_; }
     const std::vector<Arrangement>& arrangements() const { return arrangements_; }
 
-    /// Adds the application to the list of those that are ignored, or takes it off.
+    /// Adds the application to the list of those that are ignored, or takes it off. Nothing when
+    /// there is none that could be told apart.
     void toggleIgnored();
 
     /// Emitted after ignored() was read anew.

@@ -6,12 +6,16 @@
 #include "base/token.h"
 #include "engine/window_engine.h"
 #include "menu/menu_model.h"
+#include "platform/accessibility.h"
+#include "platform/applications.h"
 #include "platform/beep.h"
+#include "platform/event_monitors.h"
 #include "platform/key_event.h"
 #include "platform/own_application.h"
 #include "platform/panel.h"
 #include "platform/run_loop.h"
 #include "platform/status_item.h"
+#include "platform/types.h"
 #include "platform/updater.h"
 
 #include <functional>
@@ -27,7 +31,7 @@ class MenuViews {
     virtual ~MenuViews() = default;
 
     /// A panel that shows the model and is as large as that needs (the size of its frame, in
-    /// device pixels). The model outlives the panel.
+    /// device pixels). The model outlives the panel. Null when there can be no panel.
     virtual std::unique_ptr<KeyPanel> makePanel(MenuModel& model) = 0;
 };
 
@@ -51,12 +55,15 @@ class StatusMenu {
     StatusMenu& operator=(const StatusMenu&) = delete;
 
     /// Closes the panel when it is open; else opens it, unless it was closed within the last 0.3
-    /// seconds: the press that closed it from outside was this one.
+    /// seconds: the press that closed it from outside was this one then.
     void toggle();
 
     /// Opens the panel for the window in front, below the item where its place is known, else at
-    /// the pointer; above where there is no room below. Nothing when it is open.
+    /// the pointer; above where there is no room below. Nothing when it is open, or when the views
+    /// have no panel.
     void show();
+
+    /// Nothing when it is closed.
     void close();
 
     bool isOpen() const { return panel_ != nullptr; }
@@ -65,11 +72,18 @@ class StatusMenu {
     MenuModel* model() { return model_.get(); }
 
   private:
-    struct Target;
+    /// What was in front when the panel opened.
+    struct Target {
+        std::optional<RunningApplication> application;
+        std::optional<Element> window;
+    };
 
+    Target findTarget() const;
     void placePanel();
     void watch();
     void setCallbacks(const std::optional<Element>& window);
+    /// The effect must not be part of the model, which closing destroys.
+    void closeThen(const std::function<void()>& effect);
     void onMouseDown();
     KeyVerdict onKey(const KeyEvent& event);
     void saveArrangement();
@@ -82,7 +96,7 @@ class StatusMenu {
     std::vector<Token> monitors_;
     Token resignObserver_;
     Token pressed_;
-    /// Uptime.
+    /// Uptime; nothing while it was never closed.
     std::optional<Seconds> closedAt_;
 };
 

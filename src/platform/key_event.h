@@ -8,7 +8,9 @@ namespace tessellon {
 
 /// Virtual key codes: they name physical keys by their place, whatever the layout.
 namespace virtual_key {
+inline constexpr std::uint32_t q = 12;
 inline constexpr std::uint32_t returnKey = 36;
+inline constexpr std::uint32_t comma = 43;
 inline constexpr std::uint32_t slash = 44;
 inline constexpr std::uint32_t escape = 53;
 inline constexpr std::uint32_t keypadEnter = 76;

@@ -1,0 +1,192 @@
+#include "menu/status_menu.h"
+
+#include "arrangements/apply.h"
+#include "arrangements/capture.h"
+#include "base/modifier_flag.h"
+#include "base/text.h"
+#include "menu/menu_placement.h"
+
+#include <algorithm>
+#include <string_view>
+#include <utility>
+
+namespace tessellon {
+namespace {
+
+// The press that makes the panel lose the keyboard may arrive as a press of the item as well.
+constexpr Seconds pauseAfterClose{0.3};
+
+bool isAscii(std::string_view text) {
+    return std::all_of(text.begin(), text.end(),
+                       [](char c) { return static_cast<unsigned char>(c) < 0x80; });
+}
+
+/// Whether a key types `character`, or has the place of that key in a layout of another script.
+bool isKey(const KeyEvent& event, std::string_view character, std::uint32_t place) {
+    const auto& typed = event.charactersIgnoringModifiers;
+    return isAscii(typed) ? toLower(typed) == character : (event.keyCode & 0xFFFFU) == place;
+}
+
+}  // namespace
+
+StatusMenu::StatusMenu(const Services& services, std::function<void()> openSettings)
+    : services_(services),
+      openSettings_(std::move(openSettings)),
+      pressed_(services.item.activated().subscribe([this] { toggle(); })) {}
+
+void StatusMenu::toggle() {
+    if (isOpen()) {
+        close();
+        return;
+    }
+    if (closedAt_ && services_.runLoop.uptime() - *closedAt_ <= pauseAfterClose) {
+        return;
+    }
+    show();
+}
+
+void StatusMenu::show() {
+    if (isOpen()) {
+        return;
+    }
+    const auto target = findTarget();
+    auto& engine = services_.engine;
+    const auto snapping = target.window && engine.services().accessibility.isTrusted()
+                              ? Snapping::available
+                              : Snapping::unavailable;
+    model_ = std::make_unique<MenuModel>(target.application, snapping, engine.lastSnap(),
+                                         engine.services().defaults, services_.arrangements);
+    setCallbacks(target.window);
+    panel_ = services_.views.makePanel(*model_);
+    if (!panel_) {
+        model_.reset();
+        return;
+    }
+    placePanel();
+    watch();
+    services_.item.setHighlighted(true);
+    panel_->makeKeyAndOrderFront();
+}
+
+void StatusMenu::close() {
+    if (!isOpen()) {
+        return;
+    }
+    // In this order they go at the end: the panel shows the model.
+    const auto model = std::move(model_);
+    const auto panel = std::move(panel_);
+    closedAt_ = services_.runLoop.uptime();
+    monitors_.clear();
+    resignObserver_.reset();
+    panel->orderOut();
+    services_.item.setHighlighted(false);
+}
+
+StatusMenu::Target StatusMenu::findTarget() const {
+    auto& engine = services_.engine;
+    const auto& services = engine.services();
+    const auto reads = services.accessibility.beginReads();
+    auto front = services.applications.frontmost();
+    if (!front || front->pid == services.applications.ownPid()) {
+        return {};
+    }
+    return {std::move(front), engine.windows().focusedWindow()};
+}
+
+void StatusMenu::placePanel() {
+    const auto& services = services_.engine.services();
+    const auto item = services_.item.frame();
+    const auto pointer = item ? std::nullopt : services.eventMonitors.pointerLocation();
+    panel_->setFrame(menuPanelFrame(services.displays, services_.engine.screens(), item, pointer,
+                                    panel_->frame().size()));
+}
+
+void StatusMenu::watch() {
+    auto& eventMonitors = services_.engine.services().eventMonitors;
+    const auto keep = [this](std::optional<Token> token) {
+        if (token) {
+            monitors_.push_back(*std::move(token));
+        }
+    };
+    keep(eventMonitors.addGlobalMonitor(MonitoredEvent::mouseDown, [this] { onMouseDown(); }));
+    keep(eventMonitors.addLocalMonitor(MonitoredEvent::mouseDown, [this] { onMouseDown(); }));
+    keep(eventMonitors.addLocalKeyMonitor([this](const KeyEvent& event) { return onKey(event); }));
+    resignObserver_ = panel_->resignedKey().subscribe([this] { close(); });
+}
+
+void StatusMenu::setCallbacks(const std::optional<Element>& window) {
+    model_->snap = [this, window](SnapAction action) {
+        closeThen([this, window, action] {
+            if (window) {
+                services_.engine.snap(action, *window);
+            }
+        });
+    };
+    model_->settings = [this] { closeThen(openSettings_); };
+    model_->checkUpdates = [this] { closeThen([this] { services_.updater.checkForUpdates(); }); };
+    model_->apply = [this](const Arrangement& arrangement) {
+        closeThen([this, arrangement] { applyArrangement(services_.engine, arrangement); });
+    };
+    model_->save = [this] { saveArrangement(); };
+    model_->tile = [this] { closeThen([this] { services_.engine.tile(); }); };
+    model_->quit = [this] { closeThen([this] { services_.application.terminate(); }); };
+}
+
+void StatusMenu::closeThen(const std::function<void()>& effect) {
+    close();
+    effect();
+}
+
+void StatusMenu::onMouseDown() {
+    if (!isOpen()) {
+        return;
+    }
+    // The pointer lies on the top left corner of its pixel, so the edges are told apart where y
+    // grows downward.
+    const auto& screens = services_.engine.screens();
+    const auto location = services_.engine.services().eventMonitors.pointerLocation();
+    const auto isIn = [&](const Rect& frame) {
+        return location &&
+               screens.toAccessibilityRect(frame).contains(screens.toAccessibilityPoint(*location));
+    };
+    const auto item = services_.item.frame();
+    if (!isIn(panel_->frame()) && !(item && isIn(*item))) {
+        close();
+    }
+}
+
+KeyVerdict StatusMenu::onKey(const KeyEvent& event) {
+    if (!isOpen()) {
+        return KeyVerdict::notUsed;
+    }
+    if ((event.keyCode & 0xFFFFU) == virtual_key::escape) {
+        close();
+        return KeyVerdict::used;
+    }
+    if ((event.modifiers & modifier_flag::command) == 0) {
+        return KeyVerdict::notUsed;
+    }
+    if (isKey(event, ",", virtual_key::comma)) {
+        closeThen(openSettings_);
+        return KeyVerdict::used;
+    }
+    if (isKey(event, "q", virtual_key::q)) {
+        closeThen([this] { services_.application.terminate(); });
+        return KeyVerdict::used;
+    }
+    return KeyVerdict::notUsed;
+}
+
+void StatusMenu::saveArrangement() {
+    auto& store = services_.arrangements;
+    auto arrangement =
+        captureArrangement(services_.engine, nextArrangementName(store.load().size()));
+    close();
+    if (!arrangement) {
+        services_.beep.beep();
+        return;
+    }
+    addArrangement(store, *std::move(arrangement));
+}
+
+}  // namespace tessellon
