@@ -40,8 +40,8 @@ class EventMonitors {
     /// The same for the events that are meant for this program.
     virtual std::optional<Token> addLocalMonitor(MonitoredEvent event, Callback callback) = 0;
 
-    /// Asks the handler for every key that goes down while a panel of ours has the keyboard, before
-    /// the panel gets it. A used key goes no further.
+    /// Asks the handler for every key but the modifiers that goes down while a panel of ours or a
+    /// recording has the keyboard, before the panel gets it. A used key goes no further.
     virtual std::optional<Token> addLocalKeyMonitor(KeyHandler handler) = 0;
 
     /// Where the pointer is now, in screen coordinates (bottom-left origin of the primary display,

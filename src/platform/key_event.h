@@ -1,4 +1,4 @@
-// A key that went down while one of our own panels had the keyboard.
+// A key that went down while one of our own panels or windows had the keyboard.
 #pragma once
 
 #include <cstdint>
@@ -6,19 +6,27 @@
 
 namespace tessellon {
 
-/// Virtual key codes: they name physical keys by their place, whatever the layout.
+/// Virtual key codes: they name physical keys by their place, whatever the layout. Keys that the
+/// table of these codes leaves out, such as those for sound and brightness, have a code of their
+/// own from `firstUnnamed` on.
 namespace virtual_key {
 inline constexpr std::uint32_t q = 12;
 inline constexpr std::uint32_t returnKey = 36;
 inline constexpr std::uint32_t comma = 43;
 inline constexpr std::uint32_t slash = 44;
+inline constexpr std::uint32_t deleteBackward = 51;
 inline constexpr std::uint32_t escape = 53;
 inline constexpr std::uint32_t keypadEnter = 76;
+inline constexpr std::uint32_t deleteForward = 117;
 inline constexpr std::uint32_t leftArrow = 123;
 inline constexpr std::uint32_t rightArrow = 124;
 inline constexpr std::uint32_t downArrow = 125;
 inline constexpr std::uint32_t upArrow = 126;
-/// A key that has no virtual key code.
+/// To this is added the number that the kernel's input system (linux/input-event-codes.h) gives
+/// the key, plus 8, which is also its key code on X servers. Stable across layouts and restarts.
+inline constexpr std::uint32_t firstUnnamed = 0x100;
+inline constexpr std::uint32_t lastUnnamed = firstUnnamed + 0xFF;
+/// No key of this keyboard.
 inline constexpr std::uint32_t unknown = 0xFFFF;
 }  // namespace virtual_key
 
@@ -30,7 +38,8 @@ struct KeyEvent {
     bool isRepeat = false;
     /// What is typed, in UTF-8; "" for keys that type nothing, and while a dead key waits.
     std::string characters;
-    /// What the key types with no modifier but Shift; "" when that is nothing.
+    /// What the key types with no modifier but Shift; "" when that is nothing. Of a dead key it is
+    /// its sign, of a key of the keypad what Num Lock makes of it.
     std::string charactersIgnoringModifiers;
 };
 

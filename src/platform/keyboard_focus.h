@@ -1,5 +1,5 @@
-// The port through which a panel of ours gets what is typed, while the program in front stays in
-// front and its window active.
+// The port through which a panel of ours, or the recording of a shortcut, gets what is typed, while
+// the window in front stays active.
 #pragma once
 
 #include "base/geometry.h"

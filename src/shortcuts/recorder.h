@@ -13,6 +13,7 @@
 #include "shortcuts/hotkey_target.h"
 #include "shortcuts/hotkeys.h"
 #include "shortcuts/key_bindings.h"
+#include "shortcuts/key_combo.h"
 
 #include <optional>
 #include <string>
@@ -33,12 +34,15 @@ class Recorder {
     };
 
     explicit Recorder(const Services& services);
+    /// The shortcuts work again even when a recording was in progress.
     ~Recorder();
     Recorder(const Recorder&) = delete;
     Recorder& operator=(const Recorder&) = delete;
 
     /// Starts recording keys for the target, in place of any other; ends the recording when it is
-    /// this target's. All global shortcuts rest meanwhile, and every key goes to the recording.
+    /// this target's. All global shortcuts rest meanwhile, and every key goes to the recording,
+    /// also those of combinations that other programs hold. It ends by itself once our window is
+    /// not the active one any more.
     void toggle(const HotkeyTarget& target);
 
     /// Ends the recording, if there is one, without changing anything.
@@ -52,11 +56,24 @@ class Recorder {
     /// others now.
     int revision() const { return revision_; }
 
+    /// What is to be shown of a target: its name, the combination it has now, and whether that
+    /// combination is somebody else's.
+    std::string title(const HotkeyTarget& target) const { return services_.bindings.title(target); }
+    std::optional<KeyCombo> comboFor(const HotkeyTarget& target) const {
+        return services_.bindings.comboFor(target);
+    }
+    bool isTaken(const HotkeyTarget& target) const {
+        return services_.hotkeys.takenTargets().contains(target);
+    }
+
     /// Emitted after target, note or revision has changed.
     const Signal<>& changed() const { return changed_; }
 
   private:
+    void begin(const HotkeyTarget& target);
+    bool end();
     void onKey(const KeyEvent& event);
+    void suggestModifier(const KeyEvent& event);
 
     Services services_;
     std::optional<HotkeyTarget> target_;

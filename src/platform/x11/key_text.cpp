@@ -1,9 +1,11 @@
 #include "platform/x11/key_text.h"
 
+#include <algorithm>
 #include <array>
 #include <clocale>
 #include <cstdlib>
 #include <cstring>
+#include <string_view>
 #include <utility>
 
 #include <xkbcommon/xkbcommon-compose.h>
@@ -33,6 +35,46 @@ bool beginsSequence(xkb_keysym_t symbol) {
     return (symbol >= XKB_KEY_dead_grave && symbol <= 0xfe93) || symbol == XKB_KEY_Multi_key;
 }
 
+bool isOnKeypad(xkb_keysym_t symbol) {
+    return symbol >= XKB_KEY_KP_Space && symbol <= XKB_KEY_KP_Equal;
+}
+
+// An event carries the keyboard's layout above the pointer's buttons.
+constexpr std::uint16_t layoutBits = 3U << 13U;
+
+struct DeadKey {
+    xkb_keysym_t symbol;
+    std::string_view sign;
+};
+
+// What is engraved on the dead keys, as signs that stand by themselves.
+constexpr std::array<DeadKey, 18> deadKeys{{
+    {XKB_KEY_dead_grave, "`"},
+    {XKB_KEY_dead_acute, "´"},
+    {XKB_KEY_dead_circumflex, "^"},
+    {XKB_KEY_dead_tilde, "~"},
+    {XKB_KEY_dead_macron, "¯"},
+    {XKB_KEY_dead_breve, "˘"},
+    {XKB_KEY_dead_abovedot, "˙"},
+    {XKB_KEY_dead_diaeresis, "¨"},
+    {XKB_KEY_dead_abovering, "˚"},
+    {XKB_KEY_dead_doubleacute, "˝"},
+    {XKB_KEY_dead_caron, "ˇ"},
+    {XKB_KEY_dead_cedilla, "¸"},
+    {XKB_KEY_dead_ogonek, "˛"},
+    {XKB_KEY_dead_voiced_sound, "゛"},
+    {XKB_KEY_dead_semivoiced_sound, "゜"},
+    {XKB_KEY_dead_stroke, "/"},
+    {XKB_KEY_dead_abovecomma, "᾿"},
+    {XKB_KEY_dead_abovereversedcomma, "῾"},
+}};
+
+std::string signOfDeadKey(xkb_keysym_t symbol) {
+    const auto* const found = std::find_if(
+        deadKeys.begin(), deadKeys.end(), [=](const DeadKey& row) { return row.symbol == symbol; });
+    return found != deadKeys.end() ? std::string(found->sign) : std::string{};
+}
+
 std::shared_ptr<xkb_compose_state> makeComposeState() {
     const std::shared_ptr<xkb_context> context(xkb_context_new(XKB_CONTEXT_NO_DEFAULT_INCLUDES),
                                                xkb_context_unref);
@@ -59,14 +101,32 @@ void KeyText::followKeyboard() {
     }
 }
 
+void KeyText::setState(std::uint16_t state) {
+    // All modifiers are together, whatever holds them.
+    xkb_state_update_mask(state_.get(), state & 0xffU, 0, 0, (state & layoutBits) >> 13U, 0, 0);
+}
+
 std::string KeyText::textWith(xcb_keycode_t code, std::uint16_t state) {
-    // An event carries all modifiers together, and the layout above the pointer's buttons.
-    xkb_state_update_mask(state_.get(), state & 0xffU, 0, 0, (state >> 13U) & 3U, 0, 0);
+    setState(state);
     std::array<char, 16> text{};
     const auto length = xkb_state_key_get_utf8(state_.get(), code, text.data(), text.size());
     return length > 0 && static_cast<std::size_t>(length) < text.size()
                ? std::string(text.data(), static_cast<std::size_t>(length))
                : std::string{};
+}
+
+std::string KeyText::textIgnoringModifiers(const xcb_key_press_event_t& event) {
+    const auto layout = static_cast<std::uint16_t>(event.state & layoutBits);
+    auto text = textWith(event.detail,
+                         static_cast<std::uint16_t>(layout | (event.state & XCB_MOD_MASK_SHIFT)));
+    if (!text.empty()) {
+        return text;
+    }
+    const auto symbol = xkb_state_key_get_one_sym(state_.get(), event.detail);
+    if (isOnKeypad(symbol)) {
+        return textWith(event.detail, static_cast<std::uint16_t>(layout | keyboard_.numLockMask()));
+    }
+    return signOfDeadKey(symbol);
 }
 
 KeyText::Typed KeyText::describe(const xcb_key_press_event_t& event) {
@@ -75,10 +135,7 @@ KeyText::Typed KeyText::describe(const xcb_key_press_event_t& event) {
     typed.event.keyCode = keyboard_.virtualKeyCode(event.detail);
     typed.event.modifiers = keyboard_.modifierFlags(event.state);
     if (state_) {
-        constexpr std::uint16_t layout = 3U << 13U;
-        typed.event.charactersIgnoringModifiers = textWith(
-            event.detail,
-            static_cast<std::uint16_t>(event.state & (layout | std::uint16_t{XCB_MOD_MASK_SHIFT})));
+        typed.event.charactersIgnoringModifiers = textIgnoringModifiers(event);
         typed.event.characters = textWith(event.detail, event.state);
         typed.symbol = xkb_state_key_get_one_sym(state_.get(), event.detail);
     }
@@ -128,14 +185,15 @@ void KeyText::compose(Typed& typed) {
     }
 }
 
-bool KeyText::isModifier(xcb_keycode_t code) {
+bool KeyText::isModifier(const xcb_key_press_event_t& event) {
     followKeyboard();
     if (!state_) {
         return false;
     }
-    const auto symbol = xkb_state_key_get_one_sym(state_.get(), code);
+    setState(event.state);
+    const auto symbol = xkb_state_key_get_one_sym(state_.get(), event.detail);
     return (symbol >= XKB_KEY_Shift_L && symbol <= XKB_KEY_Hyper_R) ||
-           (symbol >= XKB_KEY_ISO_Lock && symbol <= XKB_KEY_ISO_Last_Group_Lock) ||
+           (symbol >= XKB_KEY_ISO_Lock && symbol <= XKB_KEY_ISO_Level5_Lock) ||
            symbol == XKB_KEY_Mode_switch || symbol == XKB_KEY_Num_Lock;
 }
 

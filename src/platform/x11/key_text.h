@@ -34,13 +34,15 @@ class KeyText {
     /// What a key release is about; it types nothing.
     Typed release(const xcb_key_release_event_t& event);
 
-    /// Whether the key only changes what others mean.
-    bool isModifier(xcb_keycode_t code);
+    /// Whether the key that is pressed or released only changes what others mean.
+    bool isModifier(const xcb_key_press_event_t& event);
 
   private:
     void followKeyboard();
     Typed describe(const xcb_key_press_event_t& event);
+    void setState(std::uint16_t state);
     std::string textWith(xcb_keycode_t code, std::uint16_t state);
+    std::string textIgnoringModifiers(const xcb_key_press_event_t& event);
     void compose(Typed& typed);
 
     const Keyboard& keyboard_;

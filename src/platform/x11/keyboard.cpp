@@ -179,7 +179,8 @@ Keyboard::Map Keyboard::read() {
     const ModifierFinder finder(connection_);
     map.alt = orElse(finder.maskOf({XKB_KEY_Alt_L, XKB_KEY_Alt_R, XKB_KEY_Meta_L}), XCB_MOD_MASK_1);
     map.super = orElse(finder.maskOf({XKB_KEY_Super_L, XKB_KEY_Super_R}), XCB_MOD_MASK_4);
-    const std::array<std::uint16_t, 3> locks{XCB_MOD_MASK_LOCK, finder.maskOf({XKB_KEY_Num_Lock}),
+    map.numLock = finder.maskOf({XKB_KEY_Num_Lock});
+    const std::array<std::uint16_t, 3> locks{XCB_MOD_MASK_LOCK, map.numLock,
                                              finder.maskOf({XKB_KEY_Scroll_Lock})};
     map.lockVariants.assign(1, 0);
     for (const auto lock : locks) {
@@ -196,6 +197,11 @@ Keyboard::Map Keyboard::read() {
 }
 
 std::optional<xcb_keycode_t> Keyboard::keyCode(std::uint32_t virtualKeyCode) const {
+    if (virtualKeyCode >= virtual_key::firstUnnamed && virtualKeyCode <= virtual_key::lastUnnamed) {
+        const auto code = static_cast<xcb_keycode_t>(virtualKeyCode - virtual_key::firstUnnamed);
+        const bool exists = keymap_ && xkb_keymap_key_get_name(keymap_.get(), code) != nullptr;
+        return exists ? std::optional(code) : std::nullopt;
+    }
     const auto found = map_.keyCodes.find(xkbKeyName(virtualKeyCode));
     if (found == map_.keyCodes.end()) {
         return std::nullopt;
@@ -223,7 +229,8 @@ std::uint32_t Keyboard::virtualKeyCode(xcb_keycode_t code) const {
             return candidate;
         }
     }
-    return virtual_key::unknown;
+    // The keys' names in XKB would say no more: for most of these keys they are this number.
+    return keymap_ ? virtual_key::firstUnnamed + code : virtual_key::unknown;
 }
 
 std::uint16_t Keyboard::flagMask(std::uint64_t flags) const {

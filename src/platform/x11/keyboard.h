@@ -27,15 +27,15 @@ class Keyboard {
     Keyboard(const Keyboard&) = delete;
     Keyboard& operator=(const Keyboard&) = delete;
 
-    /// The X key code of a physical key given by its virtual key code; nothing when this keyboard
-    /// has no such key.
+    /// The X key code of a physical key given by its virtual key code (virtual_key), unnamed ones
+    /// included; nothing when this keyboard has no such key.
     std::optional<xcb_keycode_t> keyCode(std::uint32_t virtualKeyCode) const;
 
     /// The X modifier mask for bits of hot_key_modifier.
     std::uint16_t modifierMask(std::uint32_t hotKeyModifiers) const;
 
-    /// The virtual key code of the physical key with this X key code, virtual_key::unknown when it
-    /// has none.
+    /// The virtual key code of the physical key with this X key code, an unnamed one when the table
+    /// has none for it; virtual_key::unknown while the keys cannot be read.
     std::uint32_t virtualKeyCode(xcb_keycode_t code) const;
 
     /// The X modifier mask for bits of modifier_flag.
@@ -57,6 +57,9 @@ class Keyboard {
     /// release between was lost to somebody else's grab.
     xcb_timestamp_t longestRepeatGap() const { return longestRepeatGap_; }
 
+    /// The modifier that Num Lock is on, 0 when on none.
+    std::uint16_t numLockMask() const { return map_.numLock; }
+
     /// The modifiers of an event's state without the locks.
     std::uint16_t withoutLocks(std::uint16_t state) const;
 
@@ -74,6 +77,7 @@ class Keyboard {
         std::map<std::string, xcb_keycode_t, std::less<>> keyCodes;
         std::uint16_t alt = 0;
         std::uint16_t super = 0;
+        std::uint16_t numLock = 0;
         std::uint16_t locks = 0;
         std::vector<std::uint16_t> lockVariants;
         bool operator==(const Map&) const = default;

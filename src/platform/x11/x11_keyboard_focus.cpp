@@ -41,11 +41,13 @@ X11KeyboardFocus::~X11KeyboardFocus() {
 
 Token X11KeyboardFocus::take(const Rect& panelFrame, Receiver receiver) {
     if (holder_) {
-        replaced_ = services_.loop.after(Seconds{0}, [former = holder_->receiver] {
-            if (former->lost) {
-                former->lost();
-            }
-        });
+        replaced_[holder_->id] =
+            services_.loop.after(Seconds{0}, [this, id = holder_->id, former = holder_->receiver] {
+                replaced_.erase(id);
+                if (former->lost) {
+                    former->lost();
+                }
+            });
     }
     const auto id = nextId_++;
     holder_.emplace(Holder{.id = id,
@@ -109,6 +111,7 @@ void X11KeyboardFocus::retry() {
 }
 
 void X11KeyboardFocus::drop(std::uint64_t id) {
+    replaced_.erase(id);
     if (holder_ && holder_->id == id) {
         holder_.reset();
         letGo();
@@ -207,7 +210,8 @@ void X11KeyboardFocus::onPress(const xcb_key_press_event_t& event) {
     if (!holder_) {
         return;
     }
-    if (!holder_->text.isModifier(event.detail)) {
+    const bool isModifier = holder_->text.isModifier(event);
+    if (!isModifier) {
         down_.insert(event.detail);
     }
     const bool repeats = !holder_->pressed.insert(event.detail).second;
@@ -217,8 +221,8 @@ void X11KeyboardFocus::onPress(const xcb_key_press_event_t& event) {
     auto typed = holder_->text.press(event);
     typed.event.isRepeat = repeats;
     const auto id = holder_->id;
-    if (services_.monitors.offerKey(typed.event) == KeyVerdict::used || !holder_ ||
-        holder_->id != id) {
+    const bool isUsed = !isModifier && services_.monitors.offerKey(typed.event) == KeyVerdict::used;
+    if (isUsed || !holder_ || holder_->id != id) {
         return;
     }
     holder_->given.insert(event.detail);

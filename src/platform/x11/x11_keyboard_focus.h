@@ -17,6 +17,7 @@
 #include "platform/x11/x11_hot_key_center.h"
 
 #include <cstdint>
+#include <map>
 #include <memory>
 #include <optional>
 #include <set>
@@ -94,7 +95,7 @@ class X11KeyboardFocus : public KeyboardFocus {
     // All but modifiers that went down for us.
     std::set<xcb_keycode_t> down_;
     std::uint64_t nextId_ = 1;
-    Token replaced_;
+    std::map<std::uint64_t, Token> replaced_;  // those that are still to hear of it
     // Tokens may outlive this object.
     std::shared_ptr<X11KeyboardFocus*> self_ = std::make_shared<X11KeyboardFocus*>(this);
     Token listener_;
