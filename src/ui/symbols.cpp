@@ -28,6 +28,25 @@ void addCross(QPainterPath& path, const QPointF& center, double radius) {
     path.lineTo(center + QPointF(radius, 0));
 }
 
+void addBox(QPainterPath& path, const QRectF& box) {
+    constexpr double radius = 1.5;
+    path.addRoundedRect(box, radius, radius);
+}
+
+void addEye(QPainterPath& path) {
+    const QPointF left(2.5, 12);
+    const QPointF right(21.5, 12);
+    path.moveTo(left);
+    path.cubicTo(QPointF(6.5, 3.8), QPointF(17.5, 3.8), right);
+    path.cubicTo(QPointF(17.5, 20.2), QPointF(6.5, 20.2), left);
+    path.closeSubpath();
+    path.addEllipse(QPointF(12, 12), 2.8, 2.8);
+}
+
+bool isSolid(Symbol symbol) {
+    return symbol == Symbol::pauseFill;
+}
+
 }  // namespace
 
 QPainterPath symbolPath(Symbol symbol) {
@@ -43,6 +62,29 @@ QPainterPath symbolPath(Symbol symbol) {
             addCross(path, QPointF(19, 5), 3);
             addCross(path, QPointF(19.5, 19.5), 2.2);
             break;
+        case Symbol::plus:
+            addCross(path, QPointF(12, 12), 7);
+            break;
+        case Symbol::rectangle3Group:
+            addBox(path, QRectF(3, 4, 8, 16));
+            addBox(path, QRectF(15, 4, 6, 6));
+            addBox(path, QRectF(15, 14, 6, 6));
+            break;
+        case Symbol::pauseFill:
+            addBox(path, QRectF(5.5, 5, 4, 14));
+            addBox(path, QRectF(14.5, 5, 4, 14));
+            break;
+        case Symbol::eyeSlash:
+            addEye(path);
+            path.moveTo(4.5, 20);
+            path.lineTo(19.5, 4);
+            break;
+        case Symbol::squareGrid2x2:
+            for (const double x : {4.0, 14.0}) {
+                addBox(path, QRectF(x, 4, 6, 6));
+                addBox(path, QRectF(x, 14, 6, 6));
+            }
+            break;
     }
     return path;
 }
@@ -56,7 +98,7 @@ void drawSymbol(QPainter& painter, Symbol symbol, const QRectF& rect, const QCol
     painter.scale(scale, scale);
     painter.translate(-grid / 2, -grid / 2);
     painter.setPen(QPen(color, strokeWidth, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
-    painter.setBrush(Qt::NoBrush);
+    painter.setBrush(isSolid(symbol) ? QBrush(color) : QBrush(Qt::NoBrush));
     painter.drawPath(symbolPath(symbol));
     painter.restore();
 }

@@ -9,9 +9,21 @@
 
 namespace tessellon {
 
-enum class Symbol : std::uint8_t { magnifyingGlass, sparkles };
+enum class Symbol : std::uint8_t {
+    magnifyingGlass,
+    sparkles,
+    plus,
+    /// Three rectangles side by side: a layout of windows.
+    rectangle3Group,
+    /// Two solid bars.
+    pauseFill,
+    /// An eye that is struck out.
+    eyeSlash,
+    squareGrid2x2,
+};
 
-/// The lines of the symbol on a grid of 24 × 24 units, to be stroked with round ends and joins.
+/// The lines of the symbol on a grid of 24 × 24 units, to be stroked with round ends and joins;
+/// solid symbols are to be filled too.
 QPainterPath symbolPath(Symbol symbol);
 
 /// The stroke of a medium weight, in units of the grid.
