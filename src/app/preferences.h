@@ -33,6 +33,11 @@ inline constexpr std::string_view displayPadding = "displayPadding";
 inline constexpr std::string_view keymap = "keymap";
 inline constexpr std::string_view arrangements = "arrangements";
 inline constexpr std::string_view restoreMemory = "restoreMemory";
+/// Whether the program looks for newer versions by itself; when it last looked, in seconds since
+/// 1970; and the version that the user has been told of.
+inline constexpr std::string_view automaticUpdateChecks = "automaticUpdateChecks";
+inline constexpr std::string_view lastUpdateCheck = "lastUpdateCheck";
+inline constexpr std::string_view announcedVersion = "announcedVersion";
 }  // namespace preference
 
 /// Registers the 14 defaults. Called once at launch, before anything reads a key.

@@ -42,6 +42,27 @@ bool isWhitespace(utf8proc_int32_t code) {
            code == 0x2029 || code == 0x202F || code == 0x205F || code == 0x3000;
 }
 
+bool isLineBreak(utf8proc_int32_t code) {
+    return (code >= 0x0A && code <= 0x0D) || code == 0x85 || code == 0x2028 || code == 0x2029;
+}
+
+/// False for what shows nothing by itself or changes how its neighbors show.
+bool isVisible(utf8proc_int32_t code) {
+    constexpr utf8proc_int32_t nonJoiner = 0x200C;
+    constexpr utf8proc_int32_t joiner = 0x200D;
+    switch (utf8proc_category(code)) {
+        case UTF8PROC_CATEGORY_CF:
+            return code == nonJoiner || code == joiner;
+        case UTF8PROC_CATEGORY_CC:
+        case UTF8PROC_CATEGORY_CN:
+        case UTF8PROC_CATEGORY_CO:
+        case UTF8PROC_CATEGORY_CS:
+            return false;
+        default:
+            return true;
+    }
+}
+
 template <typename Mapping>
 std::string mapCharacters(std::string_view text, Mapping mapping) {
     std::string result;
@@ -112,6 +133,27 @@ std::string_view trimHorizontalWhitespace(std::string_view text) {
         return {};
     }
     return text.substr(first, text.find_last_not_of(" \t") - first + 1);
+}
+
+std::string plainText(std::string_view text) {
+    std::string result;
+    result.reserve(text.size());
+    while (!text.empty()) {
+        const auto character = firstCharacter(text);
+        const auto length = character ? character->length : 1;
+        if (character && isLineBreak(character->code)) {
+            result += '\n';
+            text.remove_prefix(text.starts_with("\r\n") ? 2 : length);
+            continue;
+        }
+        if (text.front() == '\t') {
+            result += ' ';
+        } else if (character && isVisible(character->code)) {
+            result += text.substr(0, length);
+        }
+        text.remove_prefix(length);
+    }
+    return result;
 }
 
 bool isValidUtf8(std::string_view text) {

@@ -23,6 +23,11 @@ std::string_view trimWhitespace(std::string_view text);
 /// The text without spaces and tabs at both ends, line breaks kept.
 std::string_view trimHorizontalWhitespace(std::string_view text);
 
+/// The text without characters that do not show by themselves: controls, formatting (such as
+/// turning the direction of writing; the joiners of letters stay), private and unassigned ones, and
+/// bytes that are not valid UTF-8. Every kind of line break becomes "\n", a tab becomes a space.
+std::string plainText(std::string_view text);
+
 /// True when the bytes are valid UTF-8.
 bool isValidUtf8(std::string_view text);
 

@@ -1,5 +1,6 @@
 #include "platform/linux/base_directories.h"
 
+#include <algorithm>
 #include <array>
 #include <cstdlib>
 #include <string_view>
@@ -41,6 +42,19 @@ std::optional<path> userFolder(const char* variable, const char* fallback) {
     return std::nullopt;
 }
 
+/// Appends the absolute paths of a list that colons separate: a variable's, else `fallback`.
+void appendFolders(std::vector<path>& folders, const char* name, std::string_view fallback) {
+    const char* variable = std::getenv(name);
+    std::string_view rest = variable != nullptr && *variable != '\0' ? variable : fallback;
+    while (!rest.empty()) {
+        const auto end = std::min(rest.find(':'), rest.size());
+        if (rest.starts_with('/')) {
+            folders.emplace_back(rest.substr(0, end));
+        }
+        rest.remove_prefix(std::min(end + 1, rest.size()));
+    }
+}
+
 }  // namespace
 
 std::optional<path> homeFolder() {
@@ -54,21 +68,18 @@ std::optional<path> configFolder() {
     return userFolder("XDG_CONFIG_HOME", ".config");
 }
 
+std::vector<path> systemConfigFolders() {
+    std::vector<path> folders;
+    appendFolders(folders, "XDG_CONFIG_DIRS", "/etc/xdg");
+    return folders;
+}
+
 std::vector<path> dataFolders() {
     std::vector<path> folders;
     if (auto own = userFolder("XDG_DATA_HOME", ".local/share")) {
         folders.push_back(std::move(*own));
     }
-    const char* variable = std::getenv("XDG_DATA_DIRS");
-    std::string_view rest =
-        variable != nullptr && *variable != '\0' ? variable : "/usr/local/share:/usr/share";
-    while (!rest.empty()) {
-        const auto end = std::min(rest.find(':'), rest.size());
-        if (rest.starts_with('/')) {
-            folders.emplace_back(rest.substr(0, end));
-        }
-        rest.remove_prefix(std::min(end + 1, rest.size()));
-    }
+    appendFolders(folders, "XDG_DATA_DIRS", "/usr/local/share:/usr/share");
     return folders;
 }
 

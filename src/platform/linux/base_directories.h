@@ -16,6 +16,10 @@ std::optional<std::filesystem::path> homeFolder();
 /// base directory standard demands. Nothing without a home folder.
 std::optional<std::filesystem::path> configFolder();
 
+/// The folders of settings for all users, the most important first: $XDG_CONFIG_DIRS, else
+/// /etc/xdg. Relative paths are left out.
+std::vector<std::filesystem::path> systemConfigFolders();
+
 /// The folders of shared data, the most important first: $XDG_DATA_HOME (else ~/.local/share), then
 /// $XDG_DATA_DIRS (else /usr/local/share and /usr/share). Relative paths are left out.
 std::vector<std::filesystem::path> dataFolders();
