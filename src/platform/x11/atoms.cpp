@@ -48,6 +48,12 @@ constexpr std::array<std::string_view, static_cast<std::size_t>(Atom::count)> at
     "_NET_WM_WINDOW_TYPE_DOCK",
     "_NET_WM_WINDOW_TYPE_DESKTOP",
     "EDID",
+    "UTF8_STRING",
+    "MANAGER",
+    "_NET_SYSTEM_TRAY_OPCODE",
+    "_NET_SYSTEM_TRAY_VISUAL",
+    "_NET_SYSTEM_TRAY_COLORS",
+    "_XEMBED_INFO",
     "_NET_WM_CM_S0",
     "_TESSELLON_S0",
 };

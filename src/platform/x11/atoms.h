@@ -50,6 +50,12 @@ enum class Atom : std::size_t {
     netWmWindowTypeDock,
     netWmWindowTypeDesktop,
     edid,  // RandR output property
+    utf8String,
+    manager,
+    netSystemTrayOpcode,  // these three: System Tray Protocol
+    netSystemTrayVisual,
+    netSystemTrayColors,
+    xembedInfo,  // XEmbed
     compositorSelection,
     instanceSelection,  // held by the one running instance of this program on the display
     count,
