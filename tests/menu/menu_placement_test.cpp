@@ -74,7 +74,9 @@ TEST_F(MenuPlacementTest, IsOnTheDisplayOfTheItem) {
     // The item of a dock that has slid away.
     EXPECT_EQ(origin(Rect{2500, -30, 24, 24}), (Point{2347, 100}));
     EXPECT_EQ(origin(Rect{600, -30, 24, 24}), (Point{447, 0}));
-    // The first and the last row of pixels belong to different displays.
+    // Neighboring columns and rows of pixels that belong to different displays.
+    EXPECT_EQ(origin(std::nullopt, Point{1919, 900}), (Point{1582, 294}));
+    EXPECT_EQ(origin(std::nullopt, Point{1920, 900}), (Point{1928, 294}));
     EXPECT_EQ(origin(std::nullopt, Point{500, 1080}), (Point{335, 455}));
     EXPECT_EQ(origin(std::nullopt, Point{500, 1081}), (Point{335, 1087}));
 }
