@@ -20,9 +20,9 @@ constexpr double headingSize = 12;
 constexpr int rowHeight = 27;
 constexpr double rowRadius = 9;
 constexpr int rowSidePadding = 8;
-constexpr int rowSpacing = 7;
+constexpr int rowSpacing = 6;
 // The line drawing in the room of a letter of 12 points with its sides.
-constexpr double symbolSize = 14;
+constexpr double symbolSize = 15;
 constexpr double symbolStrokeWidth = 2.4;
 constexpr double nameSize = 12.5;
 constexpr double keySize = 17;

@@ -8,13 +8,16 @@
 #include <QPainter>
 #include <QSignalBlocker>
 #include <QTextBoundaryFinder>
+#include <algorithm>
 #include <cmath>
+#include <limits>
 
 namespace tessellon {
 namespace {
 
-// Two lines below a title fit: turning tiling on leaves the panel as high as it is.
-constexpr int rowHeight = 44;
+// For a subtitle of one line and of two.
+constexpr int rowHeight = 40;
+constexpr int tallRowHeight = 46;
 constexpr int rowSpacing = 2;
 constexpr int spacing = 9;
 constexpr int controlSpacing = 8;
@@ -23,34 +26,32 @@ constexpr double symbolSize = 20;
 constexpr double titleSize = 13;
 constexpr double subtitleSize = 10.5;
 constexpr double chipSpacing = 6;
-constexpr int mostLines = 2;
+constexpr double lineSpacing = 1;
 
-int rowTop(int row) {
-    return row * (rowHeight + rowSpacing);
-}
-
-/// The text in lines of `width` logical pixels; the last one is cut when there is more.
+/// The text in one line of `width` logical pixels, or in two of about the same length; what does
+/// not fit into them is cut.
 QStringList wrapped(const QString& text, double width) {
     const QFont font = interfaceFont(subtitleSize);
-    QStringList lines;
-    qsizetype start = 0;
-    while (start < text.size()) {
-        qsizetype end = text.size();
-        if (lines.size() < mostLines - 1 && textWidth(font, text) > width) {
-            QTextBoundaryFinder finder(QTextBoundaryFinder::Line, text);
-            finder.setPosition(start);
-            qsizetype fitting = -1;
-            for (auto next = finder.toNextBoundary(); next != -1; next = finder.toNextBoundary()) {
-                if (textWidth(font, text.mid(start, next - start).trimmed()) > width) {
-                    break;
-                }
-                fitting = next;
-            }
-            end = fitting > start ? fitting : end;
+    const auto widthOf = [&font](const QString& line) { return textWidth(font, line); };
+    if (widthOf(text) <= width) {
+        return {text};
+    }
+    qsizetype best = 0;
+    double bestWidth = std::numeric_limits<double>::infinity();
+    QTextBoundaryFinder finder(QTextBoundaryFinder::Line, text);
+    for (auto at = finder.toNextBoundary(); at > 0; at = finder.toNextBoundary()) {
+        const double first = widthOf(text.left(at).trimmed());
+        const double longest = std::max(first, widthOf(text.mid(at).trimmed()));
+        if (first <= width && longest < bestWidth) {
+            best = at;
+            bestWidth = longest;
         }
-        const auto line = text.mid(start, end - start).trimmed();
-        lines.append(fitText(line, width, subtitleSize, QFont::Medium, 1).text);
-        start = end;
+    }
+    QStringList lines;
+    for (const auto& line : {text.left(best).trimmed(), text.mid(best).trimmed()}) {
+        if (!line.isEmpty()) {
+            lines.append(fitText(line, width, subtitleSize, QFont::Medium, 1).text);
+        }
     }
     return lines;
 }
@@ -92,7 +93,8 @@ void MenuSwitchText::paintEvent(QPaintEvent* /*event*/) {
     const QFont subtitleFont = interfaceFont(subtitleSize);
     const double titleHeight = std::round(lineHeight(titleFont));
     const double subtitleHeight = std::round(lineHeight(subtitleFont));
-    const double all = titleHeight + static_cast<double>(lines_.size()) * subtitleHeight;
+    const double all =
+        titleHeight + lineSpacing + static_cast<double>(lines_.size()) * subtitleHeight;
     double top = std::round((height() - all) / 2);
 
     const QRectF title(textLeft(), top, width() - textLeft(), titleHeight);
@@ -105,7 +107,7 @@ void MenuSwitchText::paintEvent(QPaintEvent* /*event*/) {
         const double chipTop = std::floor(title.center().y() - chipSize(look_.chip).height() / 2);
         paintChip(painter, QPointF(left, chipTop), look_.chip, palette::lavender);
     }
-    top += titleHeight;
+    top += titleHeight + lineSpacing;
 
     painter.setFont(subtitleFont);
     painter.setPen(palette::muted);
@@ -117,15 +119,23 @@ void MenuSwitchText::paintEvent(QPaintEvent* /*event*/) {
 }
 
 PillToggle* MenuSwitches::addSwitch(const MenuSwitchText::Look& look, MenuSwitchText*& text) {
-    const int top = origin().y() + rowTop(static_cast<int>(rows().size()));
     auto* const toggle = new PillToggle(look.title, this);
     // As with all of the panel's controls, a click leaves the keyboard's place alone.
     toggle->setFocusPolicy(Qt::TabFocus);
-    toggle->move(origin().x() + contentWidth - toggle->width(),
-                 top + (rowHeight - toggle->height()) / 2);
+    toggle->move(origin().x() + contentWidth - toggle->width(), 0);
     text = new MenuSwitchText(look, this);
-    text->setGeometry(origin().x(), top, toggle->x() - controlSpacing - origin().x(), rowHeight);
+    text->setGeometry(origin().x(), 0, toggle->x() - controlSpacing - origin().x(), rowHeight);
     return toggle;
+}
+
+void MenuSwitches::placeRow(MenuSwitchText& text, const std::vector<QWidget*>& controls,
+                            int height) {
+    const int top = origin().y() + (contentHeight() > 0 ? contentHeight() + rowSpacing : 0);
+    text.setGeometry(text.x(), top, text.width(), height);
+    for (auto* const control : controls) {
+        control->move(control->x(), top + (height - control->height()) / 2);
+    }
+    setContentHeight(top + height - origin().y());
 }
 
 MenuSwitches::MenuSwitches(const std::optional<std::string>& appName, const Callbacks& callbacks,
@@ -138,6 +148,7 @@ MenuSwitches::MenuSwitches(const std::optional<std::string>& appName, const Call
     const auto pauseSubtitle = QStringLiteral("Drags and shortcuts take a nap");
     pauseText_->setSubtitle(QString(), pauseSubtitle);
     pause_->setAccessibleDescription(pauseSubtitle);
+    placeRow(*pauseText_, {pause_}, rowHeight);
 
     ignore_ = addSwitch(
         {Symbol::eyeSlash, palette::lavender, QStringLiteral("Ignore this app"), QString()},
@@ -148,17 +159,19 @@ MenuSwitches::MenuSwitches(const std::optional<std::string>& appName, const Call
                                         : QStringLiteral("No app in front");
     ignoreText_->setSubtitle(name, ignoreSubtitle);
     ignore_->setAccessibleDescription(name + ignoreSubtitle);
+    placeRow(*ignoreText_, {ignore_}, ignoreText_->lineCount() > 1 ? tallRowHeight : rowHeight);
 
     // The keyboard comes to it before it comes to the switch.
     tile_ = new MenuCapsuleButton(QStringLiteral("Tile now"), this);
     tiling_ = addSwitch({Symbol::squareGrid2x2, palette::pink, QStringLiteral("Tile this display"),
                          QStringLiteral("Beta")},
                         tilingText_);
-    tile_->move(tiling_->x() - controlSpacing - tile_->width(),
-                tiling_->y() + (tiling_->height() - tile_->height()) / 2);
+    tile_->move(tiling_->x() - controlSpacing - tile_->width(), 0);
     tile_->setAccessibleDescription(QStringLiteral("Tiles the windows of this display"));
     addRow({tile_, tiling_});
-    setContentHeight(rowTop(2) + rowHeight);
+    // Beside the button the subtitle takes two lines. The room for them is always there: turning
+    // tiling on leaves the panel as high as it is.
+    placeRow(*tilingText_, {tile_, tiling_}, tallRowHeight);
 
     connect(pause_, &QAbstractButton::toggled, this, callbacks.pause);
     connect(ignore_, &QAbstractButton::toggled, this, callbacks.toggleIgnored);
@@ -182,7 +195,7 @@ void MenuSwitches::setTiling(bool tiling) {
     tiling_->setChecked(tiling);
     tile_->setVisible(tiling);
     const QWidget* const control = tiling ? static_cast<QWidget*>(tile_) : tiling_;
-    tilingText_->resize(control->x() - controlSpacing - tilingText_->x(), rowHeight);
+    tilingText_->resize(control->x() - controlSpacing - tilingText_->x(), tilingText_->height());
     const auto subtitle = tiling ? QStringLiteral("Master on the left, the rest stacked")
                                  : QStringLiteral("Turn on to tile on demand");
     tilingText_->setSubtitle(QString(), subtitle);

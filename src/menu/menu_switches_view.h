@@ -12,6 +12,7 @@
 #include <functional>
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace tessellon {
 
@@ -31,6 +32,9 @@ class MenuSwitchText : public QWidget {
 
     /// Of a subtitle that is too long, `name` is shortened, which it begins with; "" for none.
     void setSubtitle(const QString& name, const QString& rest);
+
+    /// Of the subtitle in the present width.
+    int lineCount() const { return static_cast<int>(lines_.size()); }
 
   protected:
     void paintEvent(QPaintEvent* event) override;
@@ -69,6 +73,8 @@ class MenuSwitches : public MenuSection {
 
   private:
     PillToggle* addSwitch(const MenuSwitchText::Look& look, MenuSwitchText*& text);
+    /// Below the rows that are placed already, with the controls in the middle of the height.
+    void placeRow(MenuSwitchText& text, const std::vector<QWidget*>& controls, int height);
 
     MenuSwitchText* pauseText_ = nullptr;
     MenuSwitchText* ignoreText_ = nullptr;

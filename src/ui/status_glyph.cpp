@@ -40,7 +40,8 @@ Edges scaled(double by) {
     return e;
 }
 
-/// On whole pixels, with the gaps between the tiles at least one wide.
+/// On whole pixels, with the gaps between the tiles at least one wide. The outline keeps its width,
+/// so that the tall tile is as strong as the others in the smallest sizes too.
 Edges onPixels(const Edges& exact) {
     Edges e = exact;
     for (double* const edge :
@@ -54,7 +55,6 @@ Edges onPixels(const Edges& exact) {
         e.upperBottom -= 1;
         e.lowerTop += 1;
     }
-    e.outline = std::max(1.0, std::round(exact.outline));
     return e;
 }
 
