@@ -1,0 +1,31 @@
+// A connection to a message bus that is opened beside the program's thread: however long the bus
+// takes, nobody waits for it, neither at the start nor at the end.
+#pragma once
+
+#include "platform/linux/bus_wait.h"
+
+#include <QDBusConnection>
+#include <functional>
+#include <memory>
+
+namespace tessellon {
+
+class BusConnection {
+  public:
+    /// Begins to open a connection that is shared with nobody, and returns. `prepare` is called
+    /// with it in another thread, where it may wait for the bus, and then `opened`, from the loop
+    /// of the thread that made this object; neither is when there is no bus or it does not answer.
+    /// A QCoreApplication must exist, and outlive this object.
+    BusConnection(Bus bus, std::function<void(QDBusConnection&)> prepare,
+                  std::function<void(const QDBusConnection&)> opened);
+    /// Closes the connection, or gives up opening it.
+    ~BusConnection();
+    BusConnection(const BusConnection&) = delete;
+    BusConnection& operator=(const BusConnection&) = delete;
+
+  private:
+    struct Opening;
+    std::unique_ptr<Opening> opening_;
+};
+
+}  // namespace tessellon

@@ -1,0 +1,49 @@
+#include "platform/linux/bus_wait.h"
+
+#include <cstdlib>
+#include <filesystem>
+
+namespace tessellon {
+namespace {
+
+constexpr const char* systemBusAddress = "unix:path=/var/run/dbus/system_bus_socket";
+
+std::string environment(const char* name) {
+    const char* value = std::getenv(name);
+    return value != nullptr ? value : "";
+}
+
+}  // namespace
+
+std::string busAddress(Bus bus) {
+    if (bus == Bus::system) {
+        auto named = environment("DBUS_SYSTEM_BUS_ADDRESS");
+        return named.empty() ? systemBusAddress : named;
+    }
+    auto named = environment("DBUS_SESSION_BUS_ADDRESS");
+    const auto runtimeFolder = environment("XDG_RUNTIME_DIR");
+    if (!named.empty() || !runtimeFolder.starts_with('/')) {
+        return named;
+    }
+    const auto socket = std::filesystem::path(runtimeFolder) / "bus";
+    std::error_code error;
+    if (!std::filesystem::is_socket(socket, error)) {
+        return {};
+    }
+    const std::unique_ptr<char, decltype(&g_free)> escaped(
+        g_dbus_address_escape_value(socket.c_str()), g_free);
+    return std::string("unix:path=") + escaped.get();
+}
+
+OpenBus openBus(const std::string& address, const BusWait& wait) {
+    if (address.empty()) {
+        return nullptr;
+    }
+    return OpenBus(g_dbus_connection_new_for_address_sync(
+        address.c_str(),
+        static_cast<GDBusConnectionFlags>(G_DBUS_CONNECTION_FLAGS_AUTHENTICATION_CLIENT |
+                                          G_DBUS_CONNECTION_FLAGS_MESSAGE_BUS_CONNECTION),
+        nullptr, wait.get(), nullptr));
+}
+
+}  // namespace tessellon

@@ -1,0 +1,92 @@
+#include "platform/linux/session_service.h"
+
+#include "platform/linux/application_object.h"
+#include "platform/linux/bus_connection.h"
+#include "platform/linux/bus_name.h"
+#include "platform/linux/bus_wait.h"
+
+#include <QDBusConnection>
+#include <QString>
+#include <condition_variable>
+#include <mutex>
+#include <stop_token>
+#include <thread>
+#include <utility>
+
+namespace tessellon {
+namespace {
+
+/// Gives a wait up when its time has passed, unless it goes before that.
+class TimeLimit {
+  public:
+    TimeLimit(BusWait& wait, std::chrono::milliseconds limit)
+        : thread_([&wait, limit](const std::stop_token& stop) {
+              std::mutex mutex;
+              std::unique_lock lock(mutex);
+              std::condition_variable_any stopped;
+              stopped.wait_for(lock, stop, limit, [] { return false; });
+              if (!stop.stop_requested()) {
+                  wait.giveUp();
+              }
+          }) {}
+
+  private:
+    std::jthread thread_;
+};
+
+GVariant* activateArguments(const std::string& display) {
+    GVariantBuilder platformData;
+    g_variant_builder_init(&platformData, G_VARIANT_TYPE_VARDICT);
+    g_variant_builder_add(&platformData, "{sv}", platformDataDisplay,
+                          g_variant_new_string(display.c_str()));
+    return g_variant_new("(a{sv})", &platformData);
+}
+
+}  // namespace
+
+struct SessionService::OnBus {
+    explicit OnBus(SessionService& service)
+        : object(QString::fromStdString(service.display_),
+                 [&service] { service.activated_.emit(); }),
+          bus(Bus::session, nullptr, [this](QDBusConnection connection) {
+              // In this order: whoever finds the name finds the object.
+              connection.registerObject(QString::fromUtf8(servicePath), &object,
+                                        QDBusConnection::ExportAllSlots);
+              name = std::make_unique<BusName>(connection, QString::fromUtf8(serviceName),
+                                               BusName::WhenTaken::queue, nullptr);
+          }) {}
+
+    ApplicationObject object;
+    std::unique_ptr<BusName> name;
+    BusConnection bus;
+};
+
+SessionService::SessionService(std::string display) : display_(std::move(display)) {}
+
+SessionService::~SessionService() = default;
+
+void SessionService::start() {
+    if (!onBus_) {
+        onBus_ = std::make_unique<OnBus>(*this);
+    }
+}
+
+bool activateRunningInstance(const std::string& display, std::chrono::milliseconds limit) {
+    BusWait wait;
+    const TimeLimit timeLimit(wait, limit);
+    const auto bus = openBus(busAddress(Bus::session), wait);
+    if (!bus) {
+        return false;
+    }
+    auto* const answer = g_dbus_connection_call_sync(
+        bus.get(), serviceName, servicePath, "org.freedesktop.Application", "Activate",
+        activateArguments(display), nullptr, G_DBUS_CALL_FLAGS_NO_AUTO_START,
+        static_cast<int>(limit.count()), wait.get(), nullptr);
+    if (answer == nullptr) {
+        return false;
+    }
+    g_variant_unref(answer);
+    return true;
+}
+
+}  // namespace tessellon

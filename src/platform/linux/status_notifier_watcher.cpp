@@ -1,0 +1,124 @@
+#include "platform/linux/status_notifier_watcher.h"
+
+#include <QDBusPendingCall>
+#include <QDBusPendingCallWatcher>
+#include <QDBusVariant>
+#include <QStringList>
+#include <array>
+#include <utility>
+
+namespace tessellon {
+namespace {
+
+const auto watcherName = QStringLiteral("org.kde.StatusNotifierWatcher");
+const auto watcherPath = QStringLiteral("/StatusNotifierWatcher");
+const auto busName = QStringLiteral("org.freedesktop.DBus");
+const auto busPath = QStringLiteral("/org/freedesktop/DBus");
+
+QVariant firstOf(const QDBusMessage& reply) {
+    if (reply.type() != QDBusMessage::ReplyMessage || reply.arguments().isEmpty()) {
+        return {};
+    }
+    return reply.arguments().constFirst();
+}
+
+}  // namespace
+
+StatusNotifierWatcher::StatusNotifierWatcher(const QDBusConnection& connection, Listeners listeners)
+    : connection_(connection), listeners_(std::move(listeners)) {
+    connection_.connect(busName, busPath, busName, QStringLiteral("NameOwnerChanged"),
+                        QStringList{watcherName}, QStringLiteral("sss"), this,
+                        SLOT(ownerChanged(QString, QString, QString)));
+    askForOwner();
+}
+
+void StatusNotifierWatcher::add(const QString& service) {
+    if (owner_.isEmpty()) {
+        return;
+    }
+    auto message = QDBusMessage::createMethodCall(owner_, watcherPath, watcherName,
+                                                  QStringLiteral("RegisterStatusNotifierItem"));
+    message << service;
+    connection_.call(message, QDBus::NoBlock);
+}
+
+void StatusNotifierWatcher::ownerChanged(const QString& /*name*/, const QString& /*before*/,
+                                         const QString& now) {
+    ownerIsKnown_ = true;
+    setOwner(now);
+}
+
+void StatusNotifierWatcher::askForOwner() {
+    auto message =
+        QDBusMessage::createMethodCall(busName, busPath, busName, QStringLiteral("GetNameOwner"));
+    message << watcherName;
+    call(message, [this](const QDBusMessage& reply) {
+        if (!ownerIsKnown_) {
+            setOwner(firstOf(reply).toString());
+        }
+    });
+}
+
+// The owner is addressed by its own name on the bus: what an earlier one still says does not count,
+// and listening to a well-known name would ask the bus who owns it, and wait for the answer.
+void StatusNotifierWatcher::setOwner(const QString& owner) {
+    if (owner == owner_) {
+        return;
+    }
+    listenToOwner(false);
+    owner_ = owner;
+    ++questions_;
+    setHasHost(false);
+    if (owner_.isEmpty()) {
+        return;
+    }
+    listenToOwner(true);
+    listeners_.began();
+    askForHost();
+}
+
+void StatusNotifierWatcher::listenToOwner(bool listen) {
+    if (owner_.isEmpty()) {
+        return;
+    }
+    for (const auto& signal : {QStringLiteral("StatusNotifierHostRegistered"),
+                               QStringLiteral("StatusNotifierHostUnregistered")}) {
+        if (listen) {
+            connection_.connect(owner_, watcherPath, watcherName, signal, this, SLOT(askForHost()));
+        } else {
+            connection_.disconnect(owner_, watcherPath, watcherName, signal, this,
+                                   SLOT(askForHost()));
+        }
+    }
+}
+
+// The signals tell of one host that came or went; the property tells whether any is there.
+void StatusNotifierWatcher::askForHost() {
+    auto message = QDBusMessage::createMethodCall(owner_, watcherPath,
+                                                  QStringLiteral("org.freedesktop.DBus.Properties"),
+                                                  QStringLiteral("Get"));
+    message << watcherName << QStringLiteral("IsStatusNotifierHostRegistered");
+    call(message, [this, question = ++questions_](const QDBusMessage& reply) {
+        if (question == questions_) {
+            setHasHost(qvariant_cast<QDBusVariant>(firstOf(reply)).variant().toBool());
+        }
+    });
+}
+
+void StatusNotifierWatcher::setHasHost(bool hasHost) {
+    if (std::exchange(hasHost_, hasHost) != hasHost) {
+        listeners_.hostChanged();
+    }
+}
+
+void StatusNotifierWatcher::call(const QDBusMessage& message,
+                                 std::function<void(const QDBusMessage&)> answered) {
+    auto* const pending = new QDBusPendingCallWatcher(connection_.asyncCall(message), this);
+    connect(pending, &QDBusPendingCallWatcher::finished, this,
+            [answered = std::move(answered)](QDBusPendingCallWatcher* finished) {
+                finished->deleteLater();
+                answered(finished->reply());
+            });
+}
+
+}  // namespace tessellon
