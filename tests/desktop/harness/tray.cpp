@@ -27,7 +27,8 @@ std::vector<std::string> tint2Command(const std::filesystem::path& home, TrayPla
                             << " center horizontal\n"
                                "panel_background_id = 1\n"
                                "strut_policy = follow_size\n"
-                               "disable_transparency = 1\n"
+                               // where somebody composites
+                               "disable_transparency = 0\n"
                                "systray_padding = 4 3 4\n"
                                "systray_icon_size = 24\n";
     return {"tint2", "-c", settings};

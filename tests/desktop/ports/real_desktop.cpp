@@ -4,6 +4,7 @@
 #include "platform/linux/process_info.h"
 
 #include <stdexcept>
+#include <utility>
 
 namespace tessellon::desktop {
 namespace {
@@ -40,6 +41,11 @@ RealDesktop::RealDesktop(const std::string& display)
 
 EngineServices RealDesktop::services() {
     return {accessibility_, applications_, displays_, windowList_, eventMonitors_, defaults_};
+}
+
+std::unique_ptr<TrayIcon> RealDesktop::makeTrayIcon(IconPainter painter) {
+    return std::make_unique<x11::X11TrayIcon>(*connection_, displays_, loop_, "Tessellon",
+                                              std::move(painter));
 }
 
 }  // namespace tessellon::desktop

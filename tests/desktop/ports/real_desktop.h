@@ -18,6 +18,7 @@
 #include "platform/x11/x11_event_taps.h"
 #include "platform/x11/x11_hot_key_center.h"
 #include "platform/x11/x11_keyboard_focus.h"
+#include "platform/x11/x11_tray_icon.h"
 #include "platform/x11/x11_window_list.h"
 
 #include <cstdint>
@@ -39,6 +40,9 @@ class RealDesktop {
     EventTaps& eventTaps() { return eventTaps_; }
     KeyboardFocus& keyboardFocus() { return keyboardFocus_; }
     HotKeyCenter& hotKeyCenter() { return hotKeyCenter_; }
+
+    /// An icon for the tray of the X server, which must not outlive this desktop.
+    std::unique_ptr<TrayIcon> makeTrayIcon(IconPainter painter);
 
     /// Lets events reach their listeners from now on, whenever serve() is called.
     void listen() { connection_->attach(loop_); }
