@@ -94,8 +94,7 @@ struct Describe {
     }
     Words operator()(const Update& update) const {
         return {QStringLiteral("Tessellon %1 is available").arg(fromUtf8(update.version.text())),
-                QStringLiteral("You have version %1. The page tells how to get the new one.")
-                    .arg(program)};
+                QStringLiteral("You have version %1.").arg(program)};
     }
     Words operator()(const CheckFailed& failure) const {
         return {QStringLiteral("The check did not work"), fromUtf8(failure.problem)};
@@ -196,17 +195,14 @@ void UpdateView::makeContent() {
     inCard->addWidget(notes_);
     column->addWidget(notesCard_);
 
-    choiceRow_ = new QWidget(this);
-    auto* const choiceLine = new QHBoxLayout(choiceRow_);
-    constexpr int room = FocusRing::reach;
-    choiceLine->setContentsMargins(0, room, room, room);
-    auto* const label = makeLabel(textSize, QFont::DemiBold, palette::ink, contentWidth / 2, this);
-    label->setText(QStringLiteral("Check once a day"));
-    choice_ = new PillToggle(label->text(), choiceRow_);
-    choiceLine->addWidget(label);
+    auto* const choiceLine = new QHBoxLayout;
+    choiceLabel_ = makeLabel(textSize, QFont::DemiBold, palette::ink, contentWidth / 2, this);
+    choiceLabel_->setText(QStringLiteral("Check once a day"));
+    choice_ = new PillToggle(choiceLabel_->text(), this);
+    choiceLine->addWidget(choiceLabel_);
     choiceLine->addStretch();
     choiceLine->addWidget(choice_);
-    column->addWidget(choiceRow_);
+    column->addLayout(choiceLine);
 
     auto* const buttons = new QHBoxLayout;
     buttons->setSpacing(buttonSpacing);
@@ -243,7 +239,9 @@ void UpdateView::refresh() {
 
     const auto* const update = std::get_if<Update>(&state);
     showNotes(update != nullptr ? fromUtf8(update->notes) : QString());
-    choiceRow_->setVisible(!std::holds_alternative<NoFeed>(state));
+    const bool hasFeed = !std::holds_alternative<NoFeed>(state);
+    choiceLabel_->setVisible(hasFeed);
+    choice_->setVisible(hasFeed);
     // The button that goes would hand the keyboard to whatever comes next.
     close_->setFocus(Qt::ActiveWindowFocusReason);
     open_->setVisible(update != nullptr);
@@ -267,7 +265,6 @@ void UpdateView::showNotes(const QString& notes) {
         const auto copy = std::unique_ptr<QTextDocument>(notes_->document()->clone());
         copy->setDefaultFont(notes_->font());
         copy->setTextWidth(width);
-        QRectF all;
         return static_cast<int>(std::ceil(copy->size().height()));
     };
     const int height = heightAt(lineWidth);

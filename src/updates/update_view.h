@@ -45,7 +45,7 @@ class UpdateView : public QWidget {
     QLabel* text_ = nullptr;
     QWidget* notesCard_ = nullptr;
     QPlainTextEdit* notes_ = nullptr;
-    QWidget* choiceRow_ = nullptr;
+    QLabel* choiceLabel_ = nullptr;
     PillToggle* choice_ = nullptr;
     PillButton* tryAgain_ = nullptr;
     PillButton* open_ = nullptr;
