@@ -40,7 +40,7 @@ class MenuTextButton : public MenuButton {
     void setKeyHint(const QString& keys);
 
     /// How far the button reaches beyond its content on the left and on the right.
-    static constexpr int overhang = 5;
+    static constexpr int overhang = 4;
 
     QSize sizeHint() const override;
 

@@ -76,7 +76,7 @@ void MenuSwitchText::breakLines() {
     const double room = width() - textLeft();
     // What is said of the name has to be read, so the name has one line at most.
     const auto name = fitText(name_, room, subtitleSize, QFont::Medium, 1).text;
-    lines_ = wrapped(name + rest_, room);
+    lines_ = name == name_ ? wrapped(name + rest_, room) : QStringList{name, rest_.trimmed()};
     update();
 }
 
