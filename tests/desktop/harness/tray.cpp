@@ -13,8 +13,8 @@ namespace {
 
 constexpr std::string_view traySelection = "_NET_SYSTEM_TRAY_S0";
 
-std::vector<std::string> tint2Command(const std::filesystem::path& home, TrayPlace place,
-                                      TrayTone tone) {
+std::vector<std::string> tint2Command(const std::filesystem::path& home, TrayKind kind,
+                                      TrayPlace place, TrayTone tone) {
     const auto settings = home / ".config/tint2/tray.conf";
     std::filesystem::create_directories(settings.parent_path());
     std::ofstream(settings) << "rounded = 0\nborder_width = 0\nbackground_color = "
@@ -27,8 +27,9 @@ std::vector<std::string> tint2Command(const std::filesystem::path& home, TrayPla
                             << " center horizontal\n"
                                "panel_background_id = 1\n"
                                "strut_policy = follow_size\n"
-                               // where somebody composites
-                               "disable_transparency = 0\n"
+                               "disable_transparency = "
+                            << (kind == TrayKind::tint2 ? 1 : 0)
+                            << "\n"
                                "systray_padding = 4 3 4\n"
                                "systray_icon_size = 24\n";
     return {"tint2", "-c", settings};
@@ -62,12 +63,13 @@ std::vector<std::string> trayerCommand(TrayPlace place, TrayTone tone) {
 }  // namespace
 
 std::string trayProgram(TrayKind kind) {
-    return kind == TrayKind::tint2 ? "tint2" : "trayer";
+    return kind == TrayKind::trayer ? "trayer" : "tint2";
 }
 
 Process& startTray(PrivateDesktop& desktop, TrayKind kind, TrayPlace place, TrayTone tone) {
-    auto& tray = desktop.start(kind == TrayKind::tint2 ? tint2Command(desktop.home(), place, tone)
-                                                       : trayerCommand(place, tone));
+    auto& tray =
+        desktop.start(kind != TrayKind::trayer ? tint2Command(desktop.home(), kind, place, tone)
+                                               : trayerCommand(place, tone));
     if (!waitUntil([&] { return desktop.x().selectionOwner(traySelection) != XCB_WINDOW_NONE; })) {
         throw std::runtime_error(trayProgram(kind) + " does not take charge of the tray");
     }

@@ -8,7 +8,11 @@
 
 namespace tessellon::desktop {
 
-enum class TrayKind { tint2, trayer };
+enum class TrayKind {
+    tint2,             // as it is shipped: its icons have the background of their parent
+    tint2Translucent,  // puts icons that have an alpha channel together with its own pixels
+    trayer             // of GTK's sockets
+};
 enum class TrayPlace { top, bottom };
 enum class TrayTone { dark, light };
 
@@ -19,7 +23,7 @@ inline constexpr int trayHeight = 30;
 std::string trayProgram(TrayKind kind);
 
 /// Starts a tray and waits until it is in charge of the icons. Throws std::runtime_error when it
-/// does not come. It ends with the desktop, or by endTray.
+/// does not come. It ends with the desktop at the latest.
 Process& startTray(PrivateDesktop& desktop, TrayKind kind, TrayPlace place = TrayPlace::top,
                    TrayTone tone = TrayTone::dark);
 
