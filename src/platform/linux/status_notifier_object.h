@@ -7,7 +7,6 @@
 
 #include <QByteArray>
 #include <QDBusArgument>
-#include <QDBusObjectPath>
 #include <QList>
 #include <QMetaType>
 #include <QObject>
@@ -42,6 +41,8 @@ const QDBusArgument& operator>>(const QDBusArgument& argument, NotifierToolTip& 
 /// The bytes that an item carries for the picture.
 NotifierPixmap notifierPixmap(const IconImage& image);
 
+/// It has no property Menu: some hosts ask even the path "/NO_DBUSMENU" for a menu, and show theirs
+/// when none is there, instead of telling us of the button.
 class StatusNotifierObject : public QObject {
     Q_OBJECT
     Q_CLASSINFO("D-Bus Interface", "org.kde.StatusNotifierItem")
@@ -53,9 +54,13 @@ class StatusNotifierObject : public QObject {
     Q_PROPERTY(QString IconName READ iconName CONSTANT)
     Q_PROPERTY(QString IconThemePath READ iconThemePath CONSTANT)
     Q_PROPERTY(tessellon::NotifierPixmaps IconPixmap READ iconPixmap CONSTANT)
+    Q_PROPERTY(QString OverlayIconName READ noName CONSTANT)
+    Q_PROPERTY(tessellon::NotifierPixmaps OverlayIconPixmap READ noPixmap CONSTANT)
+    Q_PROPERTY(QString AttentionIconName READ noName CONSTANT)
+    Q_PROPERTY(tessellon::NotifierPixmaps AttentionIconPixmap READ noPixmap CONSTANT)
+    Q_PROPERTY(QString AttentionMovieName READ noName CONSTANT)
     Q_PROPERTY(tessellon::NotifierToolTip ToolTip READ toolTip CONSTANT)
     Q_PROPERTY(bool ItemIsMenu READ itemIsMenu CONSTANT)
-    Q_PROPERTY(QDBusObjectPath Menu READ menu CONSTANT)
 
   public:
     /// `iconName` is looked up below `iconThemePath`; both may be empty. `pressed` is called for
@@ -72,9 +77,10 @@ class StatusNotifierObject : public QObject {
     QString iconThemePath() const { return iconThemePath_; }
     NotifierPixmaps iconPixmap() const { return icon_; }
     NotifierToolTip toolTip() const { return {iconName_, {}, title(), {}}; }
+    /// Some hosts complain in their log about properties that are not there.
+    QString noName() const { return {}; }
+    NotifierPixmaps noPixmap() const { return {}; }
     bool itemIsMenu() const { return false; }
-    /// The path that hosts take for "there is no menu"; without one they ask us for ours.
-    QDBusObjectPath menu() const { return QDBusObjectPath(QStringLiteral("/NO_DBUSMENU")); }
 
     // x and y are where the host thinks the item was pressed; hosts do not agree in what space.
     Q_SLOT void Activate(int /*x*/, int /*y*/) { pressed_(); }
