@@ -102,9 +102,10 @@ void FeedUpdater::schedule() {
 }
 
 Seconds FeedUpdater::untilNextCheck() const {
-    const Seconds passed(now() - services_.defaults.doubleForKey(preference::lastUpdateCheck));
+    const double last = services_.defaults.doubleForKey(preference::lastUpdateCheck);
+    const Seconds passed(now() - last);
     // A check that is still to come was never made: the clock was wrong then or is wrong now.
-    return passed >= Seconds::zero() ? checkPeriod - passed : Seconds::zero();
+    return last > 0 && passed >= Seconds::zero() ? checkPeriod - passed : Seconds::zero();
 }
 
 void FeedUpdater::automaticCheckIsDue() {

@@ -51,5 +51,13 @@ TEST(Text, SanitizingReplacesEveryBrokenSequenceOnce) {
     EXPECT_EQ(sanitizedUtf8("⌘ü\U0001F600"), "⌘ü\U0001F600");
 }
 
+TEST(Text, PlainTextHasNothingThatDoesNotShow) {
+    EXPECT_EQ(plainText("a\r\nb\rc\fd\u0085e\u2028f\u2029\n"), "a\nb\nc\nd\ne\nf\n\n");
+    EXPECT_EQ(plainText(std::string_view("a\tb\0c\x1B[1m\x7F", 9)), "a bc[1m");
+    EXPECT_EQ(plainText("\uFEFFa\u202Eb\u2066c\u00ADd\uE000\uFFFE"), "abcd");
+    EXPECT_EQ(plainText("a\xFF\xC3"), "a");
+    EXPECT_EQ(plainText("\u200D\u200C é\u0301 \U0001F600"), "\u200D\u200C é\u0301 \U0001F600");
+}
+
 }  // namespace
 }  // namespace tessellon

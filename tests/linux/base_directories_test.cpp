@@ -18,7 +18,8 @@ using Paths = std::vector<std::filesystem::path>;
 class BaseDirectoriesTest : public testing::Test {
   protected:
     void SetUp() override {
-        for (const auto* name : {"HOME", "XDG_CONFIG_HOME", "XDG_DATA_HOME", "XDG_DATA_DIRS"}) {
+        for (const auto* name :
+             {"HOME", "XDG_CONFIG_HOME", "XDG_CONFIG_DIRS", "XDG_DATA_HOME", "XDG_DATA_DIRS"}) {
             if (const char* value = std::getenv(name)) {
                 before_[name] = value;
             }
@@ -27,7 +28,8 @@ class BaseDirectoriesTest : public testing::Test {
         setenv("HOME", "/home/me", 1);
     }
     void TearDown() override {
-        for (const auto* name : {"HOME", "XDG_CONFIG_HOME", "XDG_DATA_HOME", "XDG_DATA_DIRS"}) {
+        for (const auto* name :
+             {"HOME", "XDG_CONFIG_HOME", "XDG_CONFIG_DIRS", "XDG_DATA_HOME", "XDG_DATA_DIRS"}) {
             unsetenv(name);
         }
         for (const auto& [name, value] : before_) {
@@ -52,11 +54,15 @@ TEST_F(BaseDirectoriesTest, variablesCountWhenTheyHoldAbsolutePaths) {
     EXPECT_EQ(configFolder(), *homeFolder() / ".config");
 }
 
-TEST_F(BaseDirectoriesTest, dataFoldersComeInTheirOrder) {
+TEST_F(BaseDirectoriesTest, foldersOfAllUsersComeInTheirOrder) {
     EXPECT_EQ(dataFolders(), (Paths{"/home/me/.local/share", "/usr/local/share", "/usr/share"}));
     setenv("XDG_DATA_HOME", "/own", 1);
     setenv("XDG_DATA_DIRS", "/a::relative:/b/:", 1);
     EXPECT_EQ(dataFolders(), (Paths{"/own", "/a", "/b/"}));
+
+    EXPECT_EQ(systemConfigFolders(), Paths{"/etc/xdg"});
+    setenv("XDG_CONFIG_DIRS", "/b:/a", 1);
+    EXPECT_EQ(systemConfigFolders(), (Paths{"/b", "/a"}));
 }
 
 }  // namespace

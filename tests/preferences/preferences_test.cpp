@@ -36,7 +36,8 @@ TEST_F(Preferences, HasADefaultForEverySettingAndStoresNone) {
         EXPECT_EQ(defaults_.objectForKey(key), value) << key;
     }
     for (const auto key : {preference::displayPadding, preference::keymap, preference::arrangements,
-                           preference::restoreMemory}) {
+                           preference::restoreMemory, preference::automaticUpdateChecks,
+                           preference::lastUpdateCheck, preference::announcedVersion}) {
         EXPECT_EQ(defaults_.objectForKey(key), std::nullopt) << key;
     }
     EXPECT_TRUE(defaults_.storedValues().empty());
