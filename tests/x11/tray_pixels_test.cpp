@@ -2,6 +2,7 @@
 #include "platform/x11/tray_pixels.h"
 
 #include <algorithm>
+#include <optional>
 #include <vector>
 
 #include <gtest/gtest.h>
@@ -84,7 +85,7 @@ TEST(TrayPixels, TheGlyphLiesInTheMiddleWithLittleRoom) {
         return IconImage{size, Pixels(static_cast<std::size_t>(size * size), 0xff000000 | color)};
     };
     for (const int size : {8, 16, 22, 24, 32, 48}) {
-        const auto icon = composedIcon(full, size, 0x123456, false);
+        const auto icon = composedIcon(full, size, 0x123456, std::nullopt);
         ASSERT_EQ(icon.pixels.size(), static_cast<std::size_t>(size * size));
         const int glyph = asked.back();
         EXPECT_EQ((size - glyph) % 2, 0) << "in the middle of " << size;
@@ -99,15 +100,18 @@ TEST(TrayPixels, TheHighlightIsARoundedGroundUnderTheGlyph) {
         return IconImage{size, Pixels(static_cast<std::size_t>(size * size))};
     };
     constexpr int size = 24;
-    const auto ground = composedIcon(nothing, size, white, true).pixels;
+    const auto ground = composedIcon(nothing, size, white, Highlight{}).pixels;
     EXPECT_EQ(ground.front(), 0U) << "the corner is cut";
     constexpr std::uint32_t part = 46;  // 18 % of 255
     EXPECT_EQ(ground[12 * size + 12], part << 24U | part << 16U | part << 8U | part);
     EXPECT_EQ(ground[12 * size], ground[12 * size + 12]) << "it reaches the edge";
-    EXPECT_EQ(composedIcon(nothing, size, black, true).pixels[12 * size + 12], part << 24U);
+    EXPECT_EQ(composedIcon(nothing, size, black, Highlight{}).pixels[12 * size + 12], part << 24U);
+    const auto onGray = composedIcon(nothing, size, white, Highlight{0x808080}).pixels;
+    EXPECT_EQ(onGray[12 * size + 12], 0xff979797) << "as it would look on this";
+    EXPECT_EQ(onGray.front(), 0U);
     // A painter that draws another size than it was asked for.
     const IconPainter wrong = [](int, IconColor) { return IconImage{5, Pixels(3)}; };
-    EXPECT_EQ(composedIcon(wrong, size, white, true).pixels, ground);
+    EXPECT_EQ(composedIcon(wrong, size, white, Highlight{}).pixels, ground);
 }
 
 TEST(TrayPixels, BlendByTheirAlpha) {

@@ -77,6 +77,16 @@ std::uint32_t premultiplied(IconColor color, double opacity) {
     return pixelOf(part(opaque), part(red(color)), part(green(color)), part(blue(color)));
 }
 
+// The color that the highlight has on this one.
+IconColor mixed(IconColor behind, IconColor color) {
+    const auto part = [](std::uint32_t under, std::uint32_t over) {
+        return static_cast<std::uint32_t>(
+            std::lround(under + (static_cast<double>(over) - under) * highlightOpacity));
+    };
+    return pixelOf(0, part(red(behind), red(color)), part(green(behind), green(color)),
+                   part(blue(behind), blue(color)));
+}
+
 // How much of a pixel a square with rounded corners covers, which fills the whole image.
 double roundedCoverage(int x, int y, int size) {
     const double radius = size * 0.22;
@@ -166,13 +176,16 @@ IconColor glyphColor(std::optional<IconColor> offered, std::optional<IconColor> 
     return behind && luma(*behind) >= 0.5 ? ink : paper;
 }
 
-IconImage composedIcon(const IconPainter& painter, int size, IconColor color, bool highlighted) {
+IconImage composedIcon(const IconPainter& painter, int size, IconColor color,
+                       const std::optional<Highlight>& highlight) {
     IconImage icon{size, std::vector<std::uint32_t>(area(size))};
-    if (highlighted) {
+    if (highlight) {
+        const auto ground = highlight->behind ? mixed(*highlight->behind, color) : color;
+        const double opacity = highlight->behind ? 1 : highlightOpacity;
         for (int y = 0; y < size; ++y) {
             for (int x = 0; x < size; ++x) {
                 icon.pixels[static_cast<std::size_t>(y * size + x)] =
-                    premultiplied(color, highlightOpacity * roundedCoverage(x, y, size));
+                    premultiplied(ground, opacity * roundedCoverage(x, y, size));
             }
         }
     }

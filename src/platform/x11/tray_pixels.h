@@ -42,9 +42,16 @@ std::optional<IconColor> averageColor(const std::vector<std::uint32_t>& pixels,
 /// behind; else nearly black on light and nearly white on dark or unknown ground.
 IconColor glyphColor(std::optional<IconColor> offered, std::optional<IconColor> behind);
 
-/// The icon at this size: the glyph with a little room around it where there is some to spare, when
-/// `highlighted` on a rounded ground of its own color.
-IconImage composedIcon(const IconPainter& painter, int size, IconColor color, bool highlighted);
+/// The ground under the glyph of an icon whose panel is open.
+struct Highlight {
+    /// What the ground is mixed with; nothing lets that shine through.
+    std::optional<IconColor> behind;
+};
+
+/// The icon at this size: the glyph with a little room around it where there is some to spare, and
+/// when highlighted with a rounded ground of a little of its color.
+IconImage composedIcon(const IconPainter& painter, int size, IconColor color,
+                       const std::optional<Highlight>& highlight);
 
 /// Puts premultiplied pixels over others.
 void blendOver(std::vector<std::uint32_t>& below, const std::vector<std::uint32_t>& above);

@@ -208,7 +208,8 @@ bool TrayPlug::chooseColor(std::optional<IconColor> offered) {
     }
     const Point from{shown->x + corner().x, shown->y + corner().y};
     const auto screen = pixelsOf(connection_.root(), ofScreen->layout, from);
-    const auto color = glyphColor(offered, averageColor(screen, drawn_.pixels));
+    behind_ = averageColor(screen, drawn_.pixels);
+    const auto color = glyphColor(offered, behind_);
     const bool isAnother = color != color_;
     color_ = color;
     return isAnother;
@@ -220,7 +221,10 @@ void TrayPlug::draw(const IconPainter& painter, std::optional<IconColor> offered
         return;
     }
     if (ground_ == Ground::translucent) {
-        drawn_ = composedIcon(painter, side(), color_, highlighted);
+        // Mixed here, since some trays multiply colors by their alpha that have been already: of a
+        // translucent ground nothing would be left.
+        drawn_ = composedIcon(painter, side(), color_,
+                              highlighted ? std::optional(Highlight{behind_}) : std::nullopt);
         put(drawn_.pixels);
         return;
     }
@@ -230,7 +234,9 @@ void TrayPlug::draw(const IconPainter& painter, std::optional<IconColor> offered
         return;  // not on the screen: it is exposed when it comes there
     }
     color_ = glyphColor(offered, averageColor(pixels));
-    blendOver(pixels, composedIcon(painter, side(), color_, highlighted).pixels);
+    const auto icon = composedIcon(painter, side(), color_,
+                                   highlighted ? std::optional(Highlight{}) : std::nullopt);
+    blendOver(pixels, icon.pixels);
     put(pixels);
 }
 

@@ -81,7 +81,9 @@ class TrayPlug {
     int width_;
     int height_;
     IconColor color_;
-    IconImage drawn_;  // what is on a translucent window
+    // Of a translucent window: what is on it and what was seen behind it.
+    IconImage drawn_;
+    std::optional<IconColor> behind_;
 };
 
 }  // namespace tessellon::x11
