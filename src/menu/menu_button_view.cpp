@@ -19,7 +19,7 @@ constexpr double hintSpacing = 4;
 constexpr double symbolSpacing = 2;
 constexpr double symbolStrokeWidth = 3;
 constexpr double textButtonRadius = 8;
-constexpr int textButtonHeight = 24;
+constexpr int textButtonHeight = 22;
 
 constexpr double capsuleTextSize = 11;
 constexpr int capsuleSidePadding = 9;
