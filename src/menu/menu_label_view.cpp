@@ -7,6 +7,12 @@
 #include <cmath>
 
 namespace tessellon {
+namespace {
+
+// Far more than fits into any line of the panel. Measuring a text takes time for each character.
+constexpr qsizetype longestLine = 300;
+
+}  // namespace
 
 MenuLabel::MenuLabel(const QString& text, const Look& look, QWidget* parent)
     : QWidget(parent), look_(look) {
@@ -37,7 +43,12 @@ void MenuLabel::paintEvent(QPaintEvent* /*event*/) {
 }
 
 QString singleLine(const std::string& text) {
-    return QString::fromStdString(text).simplified();
+    auto line = QString::fromStdString(text).simplified();
+    if (line.size() > longestLine) {
+        line.truncate(longestLine);
+        line.append(QChar(0x2026));
+    }
+    return line;
 }
 
 }  // namespace tessellon

@@ -34,7 +34,8 @@ class MenuLabel : public QWidget {
     Look look_;
 };
 
-/// A text of the user's or of another program as it can be shown in one line.
+/// A text of the user's or of another program as it can be shown in one line; the end of one that
+/// is longer than any line is left out.
 QString singleLine(const std::string& text);
 
 }  // namespace tessellon

@@ -34,7 +34,7 @@ QStringList wrapped(const QString& text, double width) {
     const QFont font = interfaceFont(subtitleSize);
     const auto widthOf = [&font](const QString& line) { return textWidth(font, line); };
     if (widthOf(text) <= width) {
-        return {text};
+        return {text.trimmed()};
     }
     qsizetype best = 0;
     double bestWidth = std::numeric_limits<double>::infinity();

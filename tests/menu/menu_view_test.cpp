@@ -226,7 +226,7 @@ TEST_F(MenuViewTest, LongNamesLeaveTheRestReadable) {
     desktop_.launch({300, "com.long", name, ActivationPolicy::regular, /*hidden=*/false});
     desktop_.focus(open(300, {0, 0, 800, 600}));
     engine().snap(leftTwoThirds);
-    store.save(std::vector{arrangement(std::string(2000, 'W'))});
+    store.save(std::vector{arrangement(std::string(2'000'000, 'W'))});
     openMenu();
     EXPECT_EQ(view().width(), 330);
     EXPECT_EQ(all<MenuSwitchText>(view()).at(1)->lineCount(), 2);
