@@ -182,13 +182,14 @@ IconImage composedIcon(const IconPainter& painter, int size, IconColor color,
     if (highlight) {
         const auto ground = highlight->behind ? mixed(*highlight->behind, color) : color;
         const double opacity = highlight->behind ? 1 : highlightOpacity;
+        std::size_t i = 0;
         for (int y = 0; y < size; ++y) {
             for (int x = 0; x < size; ++x) {
-                icon.pixels[static_cast<std::size_t>(y * size + x)] =
-                    premultiplied(ground, opacity * roundedCoverage(x, y, size));
+                icon.pixels[i++] = premultiplied(ground, opacity * roundedCoverage(x, y, size));
             }
         }
     }
+    // Room for the highlight to be seen around the glyph.
     constexpr int leastWithRoom = 20;
     const int room = size < leastWithRoom ? 0 : size / 16;
     const auto glyph = painter(size - 2 * room, color);

@@ -49,7 +49,8 @@ struct Highlight {
 };
 
 /// The icon at this size: the glyph with a little room around it where there is some to spare, and
-/// when highlighted with a rounded ground of a little of its color.
+/// when highlighted with a rounded ground of a little of its color. A glyph of another size than
+/// was asked for is left out.
 IconImage composedIcon(const IconPainter& painter, int size, IconColor color,
                        const std::optional<Highlight>& highlight);
 

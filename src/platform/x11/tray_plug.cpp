@@ -154,9 +154,10 @@ int TrayPlug::side() const {
 
 /// The icon's corner in the window.
 Point TrayPlug::corner() const {
-    // Halves are no places for pixels.
-    return {static_cast<double>((width_ - side()) / 2),
-            static_cast<double>((height_ - side()) / 2)};
+    // Pixels have no halves.
+    const int x = (width_ - side()) / 2;
+    const int y = (height_ - side()) / 2;
+    return {static_cast<double>(x), static_cast<double>(y)};
 }
 
 std::optional<Rect> TrayPlug::frame() const {

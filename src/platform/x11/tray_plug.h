@@ -66,7 +66,7 @@ class TrayPlug {
   private:
     void setProperties(const std::string& name);
     std::vector<std::uint32_t> pixelsOf(xcb_drawable_t drawable, const PixelLayout& layout,
-                                        Point corner) const;
+                                        Point from) const;
     void put(const std::vector<std::uint32_t>& pixels);
     int side() const;
     Point corner() const;
