@@ -9,6 +9,7 @@
 #include "platform/linux/desktop_entries.h"
 #include "platform/linux/logind_power_events.h"
 #include "platform/linux/process_info.h"
+#include "platform/linux/session_service.h"
 #include "platform/linux/termination_signals.h"
 #include "platform/qt/qt_run_loop.h"
 #include "platform/qt/toolkit.h"
@@ -49,6 +50,9 @@ constexpr int exitUsage = 2;
 
 constexpr Seconds windowManagerStartTimeout{0.5};
 
+/// For each way of asking.
+constexpr Seconds runningInstanceTimeout{2};
+
 std::string environment(const char* name) {
     const char* value = std::getenv(name);
     return value != nullptr ? value : "";
@@ -84,6 +88,13 @@ void greet(AppDelegate& delegate, const std::string& settings) {
     std::fflush(stdout);
 }
 
+/// Has the instance that runs show itself; false when it does not answer. Its display is where the
+/// user is, so it is asked there first; the session bus may know an instance of another display.
+bool showRunningInstance(x11::InstanceLock& lock) {
+    return lock.askHolder(runningInstanceTimeout) ||
+           activateRunningInstance(environment("DISPLAY"), runningInstanceTimeout);
+}
+
 int run(int argc, char** argv) {
     TerminationSignals signals;
     const auto connection = x11::Connection::open();
@@ -93,8 +104,14 @@ int run(int argc, char** argv) {
     }
     x11::InstanceLock lock(*connection);
     if (!lock.acquire()) {
-        logError("another instance is running on this display already");
-        return exitCannotRun;
+        if (showRunningInstance(lock)) {
+            return EXIT_SUCCESS;
+        }
+        // Unless it has ended meanwhile.
+        if (!lock.acquire()) {
+            logError("another instance is running on this display already, and does not answer");
+            return exitCannotRun;
+        }
     }
     const auto defaultsPath = standardDefaultsPath();
     if (!defaultsPath) {

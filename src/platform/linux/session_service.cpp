@@ -7,6 +7,7 @@
 
 #include <QDBusConnection>
 #include <QString>
+#include <chrono>
 #include <condition_variable>
 #include <mutex>
 #include <stop_token>
@@ -19,7 +20,7 @@ namespace {
 /// Gives a wait up when its time has passed, unless it goes before that.
 class TimeLimit {
   public:
-    TimeLimit(BusWait& wait, std::chrono::milliseconds limit)
+    TimeLimit(BusWait& wait, Seconds limit)
         : thread_([&wait, limit](const std::stop_token& stop) {
               std::mutex mutex;
               std::unique_lock lock(mutex);
@@ -71,7 +72,7 @@ void SessionService::start() {
     }
 }
 
-bool activateRunningInstance(const std::string& display, std::chrono::milliseconds limit) {
+bool activateRunningInstance(const std::string& display, Seconds limit) {
     BusWait wait;
     const TimeLimit timeLimit(wait, limit);
     const auto bus = openBus(busAddress(Bus::session), wait);
@@ -81,7 +82,8 @@ bool activateRunningInstance(const std::string& display, std::chrono::millisecon
     auto* const answer = g_dbus_connection_call_sync(
         bus.get(), serviceName, servicePath, "org.freedesktop.Application", "Activate",
         activateArguments(display), nullptr, G_DBUS_CALL_FLAGS_NO_AUTO_START,
-        static_cast<int>(limit.count()), wait.get(), nullptr);
+        static_cast<int>(std::chrono::ceil<std::chrono::milliseconds>(limit).count()), wait.get(),
+        nullptr);
     if (answer == nullptr) {
         return false;
     }

@@ -4,8 +4,8 @@
 #pragma once
 
 #include "base/signal.h"
+#include "platform/types.h"
 
-#include <chrono>
 #include <memory>
 #include <string>
 
@@ -45,6 +45,6 @@ class SessionService {
 /// Asks the instance that has the name to show itself, and waits for its answer, for `limit` at
 /// most. False when there is none, it runs on another display, or nobody answered. Starts nothing,
 /// and needs no toolkit.
-bool activateRunningInstance(const std::string& display, std::chrono::milliseconds limit);
+bool activateRunningInstance(const std::string& display, Seconds limit);
 
 }  // namespace tessellon
