@@ -242,6 +242,11 @@ void MemoryDesktop::setScreens(std::vector<Screen> screens) {
     displays_->announce();
 }
 
+void MemoryDesktop::setTrusted(bool trusted) {
+    trusted_ = trusted;
+    accessibility_->announceTrust();
+}
+
 void MemoryDesktop::setVisibleFrame(std::uint64_t screen, const Rect& visibleFrame) {
     for (auto& candidate : screens_) {
         if (candidate.id == screen) {

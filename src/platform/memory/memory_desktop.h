@@ -135,7 +135,9 @@ class MemoryDesktop {
     /// The applications that were asked to the front, in order.
     const std::vector<Pid>& activations() const { return activations_; }
 
-    void setTrusted(bool trusted) { trusted_ = trusted; }
+    /// Windows can be moved, or not, from now on; tells who listens, also when nothing has changed,
+    /// as when one window manager replaces another.
+    void setTrusted(bool trusted);
     bool isTrusted() const { return trusted_; }
     void setWindowListAvailable(bool available) { windowListAvailable_ = available; }
     bool isWindowListAvailable() const { return windowListAvailable_; }

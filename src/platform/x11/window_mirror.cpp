@@ -105,6 +105,7 @@ void WindowMirror::onEvent(const xcb_generic_event_t& event) {
                 checkWindow_ = XCB_WINDOW_NONE;
                 windowManagerAlive_ = false;
                 windowManagerName_.clear();
+                ++windowManagerRevision_;
                 dirtyRoot_ |= rootManager | rootClients;
             }
             forget(window);
@@ -113,6 +114,10 @@ void WindowMirror::onEvent(const xcb_generic_event_t& event) {
         default:
             break;
     }
+}
+
+bool WindowMirror::windowManagerIsInDoubt() const {
+    return (dirtyRoot_ & rootManager) != 0;
 }
 
 void WindowMirror::mappingChanged(xcb_window_t window) {
@@ -276,7 +281,7 @@ void WindowMirror::collectRoot(const RootCookies& cookies, std::uint32_t parts) 
 
 void WindowMirror::readWindowManager(xcb_window_t candidate) {
     const bool wasAlive = windowManagerAlive();
-    checkWindow_ = candidate;
+    const auto former = std::exchange(checkWindow_, candidate);
     windowManagerAlive_ = false;
     windowManagerName_.clear();
     if (candidate != XCB_WINDOW_NONE) {
@@ -299,6 +304,9 @@ void WindowMirror::readWindowManager(xcb_window_t candidate) {
             windowManagerAlive_ = true;
             windowManagerName_ = text(rawProperty(nameReply.get()));
         }
+    }
+    if (wasAlive != windowManagerAlive() || former != candidate) {
+        ++windowManagerRevision_;
     }
     if (!wasAlive && windowManagerAlive()) {
         dirtyRoot_ |= rootAll & ~rootManager;

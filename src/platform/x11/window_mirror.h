@@ -42,6 +42,11 @@ class WindowMirror {
     bool windowManagerAlive() const { return windowManagerAlive_; }
     const std::string& windowManagerName() const { return windowManagerName_; }
 
+    /// Changes whenever a window manager comes, goes, or is replaced.
+    std::uint64_t windowManagerRevision() const { return windowManagerRevision_; }
+    /// Events have said that there may be another window manager; refresh() tells.
+    bool windowManagerIsInDoubt() const;
+
     /// The window, managed or not; null when it is gone.
     const ClientWindow* find(xcb_window_t id) const;
     /// The same, but null also when the id meanwhile belongs to another window.
@@ -108,6 +113,7 @@ class WindowMirror {
     xcb_window_t checkWindow_ = XCB_WINDOW_NONE;  // what _NET_SUPPORTING_WM_CHECK names
     bool windowManagerAlive_ = false;
     std::string windowManagerName_;
+    std::uint64_t windowManagerRevision_ = 0;
     xcb_window_t active_ = XCB_WINDOW_NONE;
     std::uint32_t currentDesktop_ = 0;
     std::optional<Rect> workArea_;

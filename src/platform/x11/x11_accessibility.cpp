@@ -56,7 +56,18 @@ X11Accessibility::X11Accessibility(Connection& connection, WindowMirror& mirror,
             endDrag();
         }
         writer_.flush();
+        followWindowManager();
     });
+}
+
+void X11Accessibility::followWindowManager() {
+    if (mirror_.windowManagerIsInDoubt()) {
+        mirror_.refresh();
+    }
+    const auto current = mirror_.windowManagerRevision();
+    if (std::exchange(toldWindowManager_, current) != current) {
+        trustChanged_.emit();
+    }
 }
 
 bool X11Accessibility::isTrusted() const {

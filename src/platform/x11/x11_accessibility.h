@@ -9,6 +9,8 @@
 #include "platform/x11/raw_input.h"
 #include "platform/x11/window_mirror.h"
 
+#include <cstdint>
+
 namespace tessellon::x11 {
 
 class X11Accessibility : public Accessibility {
@@ -33,6 +35,7 @@ class X11Accessibility : public Accessibility {
     bool isInvisible(xcb_window_t window) const;
     void look() const;
     void endDrag();
+    void followWindowManager();
 
     Connection& connection_;
     WindowMirror& mirror_;
@@ -40,6 +43,7 @@ class X11Accessibility : public Accessibility {
     DraggedSizes draggedSizes_;
     mutable DraggedFrame draggedFrame_;
     mutable FrameWriter writer_;  // a read first brings about what was written
+    std::uint64_t toldWindowManager_ = 0;
     Token idle_;
 };
 
