@@ -105,7 +105,11 @@ class Hands {
         desktop::waitUntil([&] { return desktop_.windows().visibleFrame(window_) != windowFrame; });
         desktop_.pointer().moveTo(to);
     }
-    void drop() { desktop_.pointer().release(); }
+    /// Lets go of the window and waits for the window manager to end its drag.
+    void drop() {
+        desktop_.pointer().release();
+        awaitFreeKeyboard();
+    }
 
     void openLauncher() {
         desktop_.keyboard().press(Key::rightSuper);
@@ -129,6 +133,16 @@ class Hands {
     PrivateDesktop& desktop() { return desktop_; }
 
   private:
+    /// The window manager holds the keyboard while it drags, and no shortcut is seen before it lets
+    /// go, which is a moment after the button went up.
+    void awaitFreeKeyboard() {
+        auto& keyboard = desktop_.keyboard();
+        if (!desktop::waitUntil([&] { return keyboard.grab(); })) {
+            throw std::runtime_error("the window manager does not let go of the keyboard");
+        }
+        keyboard.ungrab();
+    }
+
     PrivateDesktop& desktop_;
     desktop::Program& program_;
     xcb_window_t window_;
@@ -207,7 +221,6 @@ void soak(Report& report, Hands& hands, desktop::Program& program) {
     };
     for (int i = 0; i < roundsBeforeSoak; ++i) {
         dragOnce(hands);
-        hands.settle();  // the window manager holds the keyboard until its drag is over
         openOnce(hands);
     }
     const double before = settle();
