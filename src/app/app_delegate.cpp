@@ -33,13 +33,27 @@ AppDelegate::AppDelegate(const AppServices& services, AppViews views)
       keyBindings_(services.engine.defaults, arrangements_),
       hotkeys_(services.hotKeyCenter, keyBindings_, notifications_) {}
 
+AppDelegate::Menu::Menu(std::unique_ptr<MenuViews> made, AppDelegate& app)
+    : views(std::move(made)),
+      menu({app.engine_, app.arrangements_, app.services_.statusItem, *views, app.services_.updater,
+            app.services_.application, app.services_.beep, app.services_.runLoop},
+           app.views_.openSettings) {}
+
 void AppDelegate::applicationDidFinishLaunching() {
     services_.engine.accessibility.setMessagingTimeout(messagingTimeout);
     registerPreferenceDefaults(services_.engine.defaults);
+    services_.updater.start();
+    menu_ = std::make_unique<Menu>(views_.menu(keyBindings_), *this);
     if (services_.engine.accessibility.isTrusted() && !started_) {
         startServices();
     }
     healthTimer_ = services_.runLoop.every(healthCheckPeriod, [this] { healthCheck(); });
+    // What is on screen was shown on top of a window manager that may be gone; a new one needs no
+    // waiting for the timer.
+    trustChanged_ = services_.engine.accessibility.trustChanged().subscribe([this] {
+        resetTransientUI();
+        healthCheck();
+    });
     woke_ = services_.powerEvents.didWake().subscribe([this] {
         resetTransientUI();
         healthCheck();
@@ -58,6 +72,21 @@ void AppDelegate::startServices() {
     hotkeys_.setHandler([this](const HotkeyTarget& target) { perform(target); });
     drag().start();
     commandTap().start();
+}
+
+void AppDelegate::showMenu() {
+    if (menu_) {
+        menu_->menu.show();
+    }
+}
+
+Recorder& AppDelegate::recorder() {
+    if (!recorder_) {
+        recorder_.emplace(Recorder::Services{keyBindings_, hotkeys_, services_.engine.eventMonitors,
+                                             services_.keyboardFocus, services_.application,
+                                             services_.beep, notifications_});
+    }
+    return *recorder_;
 }
 
 DragSnapper& AppDelegate::drag() {
@@ -98,6 +127,9 @@ void AppDelegate::resetTransientUI() {
     }
     if (launcher_) {
         launcher_->launcher.close(Launcher::Activation::none);
+    }
+    if (menu_) {
+        menu_->menu.close();
     }
 }
 

@@ -1,6 +1,6 @@
 // The application: owns the engine and what the whole program shares, starts the input services
 // once windows can be moved, keeps them alive, carries out what a pressed shortcut asks for, and
-// clears away what is on screen when the displays change.
+// clears away what is on screen when the desktop below it changes.
 #pragma once
 
 #include "arrangements/arrangement_store.h"
@@ -12,13 +12,19 @@
 #include "engine/window_engine.h"
 #include "launcher/launcher.h"
 #include "launcher/right_command_slash.h"
+#include "menu/status_menu.h"
 #include "platform/beep.h"
 #include "platform/event_tap.h"
 #include "platform/hot_key_center.h"
+#include "platform/keyboard_focus.h"
+#include "platform/own_application.h"
 #include "platform/power_events.h"
 #include "platform/run_loop.h"
+#include "platform/status_item.h"
+#include "platform/updater.h"
 #include "shortcuts/hotkeys.h"
 #include "shortcuts/key_bindings.h"
+#include "shortcuts/recorder.h"
 
 #include <functional>
 #include <memory>
@@ -33,7 +39,11 @@ struct AppServices {
     EngineServices engine;
     HotKeyCenter& hotKeyCenter;
     EventTaps& eventTaps;
+    KeyboardFocus& keyboardFocus;
     PowerEvents& powerEvents;
+    StatusItem& statusItem;
+    Updater& updater;
+    OwnApplication& application;
     Beep& beep;
     RunLoop& runLoop;
 };
@@ -43,6 +53,9 @@ struct AppServices {
 struct AppViews {
     std::function<std::unique_ptr<DragViews>(const KeyBindings&)> drag;
     std::function<std::unique_ptr<LauncherViews>(const KeyBindings&)> launcher;
+    std::function<std::unique_ptr<MenuViews>(const KeyBindings&)> menu;
+    /// Shows the settings to the user.
+    std::function<void()> openSettings;
 };
 
 class AppDelegate {
@@ -56,6 +69,9 @@ class AppDelegate {
     /// To be called once, when the run loop is about to run.
     void applicationDidFinishLaunching();
 
+    /// Opens the status item's panel, wherever the request came from.
+    void showMenu();
+
     /// True once the input services have been started; they stay so until the program ends.
     bool started() const { return started_; }
 
@@ -64,6 +80,7 @@ class AppDelegate {
     KeyBindings& keyBindings() { return keyBindings_; }
     ArrangementStore& arrangements() { return arrangements_; }
     NotificationCenter& notifications() { return notifications_; }
+    Recorder& recorder();
 
   private:
     /// A feature and what builds its panels.
@@ -80,6 +97,11 @@ class AppDelegate {
               launcher(app.engine_, *views, app.services_.beep, app.notifications_) {}
         std::unique_ptr<LauncherViews> views;
         Launcher launcher;
+    };
+    struct Menu {
+        Menu(std::unique_ptr<MenuViews> made, AppDelegate& app);
+        std::unique_ptr<MenuViews> views;
+        StatusMenu menu;
     };
 
     DragSnapper& drag();
@@ -98,13 +120,16 @@ class AppDelegate {
     ArrangementStore arrangements_;
     KeyBindings keyBindings_;
     Hotkeys hotkeys_;
+    std::unique_ptr<Menu> menu_;
     // Made at their first use.
+    std::optional<Recorder> recorder_;
     std::unique_ptr<Drag> drag_;
     std::unique_ptr<LauncherFeature> launcher_;
     std::optional<RightCommandSlash> commandTap_;
     bool started_ = false;
     std::string reportedTaken_;
     Token healthTimer_;
+    Token trustChanged_;
     Token woke_;
     Token displaysChanged_;
     Token settingsReloaded_;

@@ -5,14 +5,21 @@
 #include "base/log.h"
 #include "drag/qt_drag_views.h"
 #include "launcher/qt_launcher_views.h"
+#include "menu/qt_menu_views.h"
+#include "platform/linux/base_directories.h"
 #include "platform/linux/defaults_file.h"
 #include "platform/linux/desktop_entries.h"
 #include "platform/linux/logind_power_events.h"
 #include "platform/linux/process_info.h"
 #include "platform/linux/session_service.h"
+#include "platform/linux/status_notifier_item.h"
+#include "platform/linux/symbolic_icon.h"
 #include "platform/linux/termination_signals.h"
+#include "platform/qt/network_feed_source.h"
+#include "platform/qt/qt_own_application.h"
 #include "platform/qt/qt_run_loop.h"
 #include "platform/qt/toolkit.h"
+#include "platform/tray_status_item.h"
 #include "platform/x11/command_drag.h"
 #include "platform/x11/connection.h"
 #include "platform/x11/first_look.h"
@@ -29,13 +36,23 @@
 #include "platform/x11/x11_event_taps.h"
 #include "platform/x11/x11_hot_key_center.h"
 #include "platform/x11/x11_keyboard_focus.h"
+#include "platform/x11/x11_tray_icon.h"
 #include "platform/x11/x11_window_list.h"
+#include "ui/status_glyph.h"
+#include "updates/feed_updater.h"
+#include "updates/qt_update_views.h"
 
 #include <QApplication>
+#include <QDesktopServices>
+#include <QString>
+#include <QUrl>
+#include <chrono>
 #include <cstdio>
 #include <cstdlib>
+#include <filesystem>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <span>
 #include <string>
 #include <utility>
@@ -52,6 +69,9 @@ constexpr Seconds windowManagerStartTimeout{0.5};
 
 /// For each way of asking.
 constexpr Seconds runningInstanceTimeout{2};
+
+constexpr auto runningVersion = Version::parse(TESSELLON_VERSION);
+static_assert(runningVersion, "the version is no dotted number");
 
 std::string environment(const char* name) {
     const char* value = std::getenv(name);
@@ -73,6 +93,21 @@ void explainMissingDisplay() {
     } else {
         logError("cannot connect to the X11 display '" + display +
                  "'; check that it is running and that you may use it (DISPLAY, XAUTHORITY)");
+    }
+}
+
+/// Where panels find the icon that they draw in their own color.
+std::optional<std::filesystem::path> iconFolder() {
+    const std::filesystem::path runtime = environment("XDG_RUNTIME_DIR");
+    return symbolicIconFolder(processExecutable(getpid()).value_or(""),
+                              runtime.is_absolute() ? std::optional(runtime) : std::nullopt);
+}
+
+/// Shows the settings file in the program that the user has chosen for such files.
+void openSettingsFile(DefaultsFile& defaults, const std::string& path) {
+    defaults.flush();
+    if (!QDesktopServices::openUrl(QUrl::fromLocalFile(QString::fromStdString(path)))) {
+        logWarning("no program on this desktop opens the settings file '" + path + "'");
     }
 }
 
@@ -155,7 +190,16 @@ int run(int argc, char** argv) {
         {*connection, keyboard, eventTaps, hotKeyCenter, eventMonitors, rawInput, loop});
     x11::X11Compositing compositing(*connection);
     x11::X11Beep beep(*connection);
+    x11::X11TrayIcon dockedIcon(*connection, displays, loop, "Tessellon", statusGlyphImage);
+    StatusNotifierItem notifierItem(statusGlyphImage, iconFolder());
+    TrayStatusItem statusItem(notifierItem, dockedIcon);
+    QtOwnApplication ownApplication(loop);
+    NetworkFeedSource feedSource(TESSELLON_VERSION);
+    QtUpdateViews updateViews;
+    FeedUpdater updater({feedSource, updateViews, defaults, loop, std::chrono::system_clock::now},
+                        *runningVersion, TESSELLON_UPDATE_FEED_URL);
     LogindPowerEvents powerEvents;
+    SessionService sessionService(environment("DISPLAY"));
     const x11::CommandDrag commandDrag(*connection, mirror, rawInput, [&defaults] {
         return defaults.boolForKey(preference::dragEnabled) &&
                !defaults.boolForKey(preference::paused);
@@ -168,7 +212,11 @@ int run(int argc, char** argv) {
         {{accessibility, applications, displays, windowList, eventMonitors, defaults},
          hotKeyCenter,
          eventTaps,
+         keyboardFocus,
          powerEvents,
+         statusItem,
+         updater,
+         ownApplication,
          beep,
          loop},
         {[&](const KeyBindings& bindings) {
@@ -176,7 +224,11 @@ int run(int argc, char** argv) {
          },
          [&](const KeyBindings& bindings) {
              return std::make_unique<QtLauncherViews>(keyboardFocus, bindings, compositing);
-         }});
+         },
+         [&](const KeyBindings&) {
+             return std::make_unique<QtMenuViews>(keyboardFocus, defaults, compositing);
+         },
+         [&] { openSettingsFile(defaults, defaultsPath->string()); }});
     look.reset();
     const Token lost = connection->lost().subscribe([&] {
         endWithoutDisplay();
@@ -185,8 +237,14 @@ int run(int argc, char** argv) {
     connection->attach(loop);
     delegate.applicationDidFinishLaunching();
     greet(delegate, defaultsPath->string());
-    // The first shortcut should not have to wait for the list of installed applications.
+    const Token wanted = sessionService.activated().subscribe([&delegate] { delegate.showMenu(); });
+    const Token asked = lock.asked().subscribe([&delegate] { delegate.showMenu(); });
+    // The shortcuts come first. The first one should not have to wait for the list of installed
+    // applications.
     const Token warmUp = loop.after(Seconds{0}, [&] {
+        statusItem.show();
+        notifierItem.start();
+        sessionService.start();
         directory.lookUp({"", "tessellon", "tessellon", ""});
         applications.running();
         powerEvents.start();

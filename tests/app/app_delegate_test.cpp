@@ -5,6 +5,7 @@
 #include "app/preferences.h"
 #include "drag/fake_drag_views.h"
 #include "launcher/fake_launcher_views.h"
+#include "menu/fake_menu_views.h"
 #include "platform/memory/manual_run_loop.h"
 #include "platform/memory/memory_accessibility.h"
 #include "platform/memory/memory_beep.h"
@@ -12,7 +13,11 @@
 #include "platform/memory/memory_event_monitors.h"
 #include "platform/memory/memory_event_taps.h"
 #include "platform/memory/memory_hot_key_center.h"
+#include "platform/memory/memory_keyboard_focus.h"
+#include "platform/memory/memory_own_application.h"
 #include "platform/memory/memory_power_events.h"
+#include "platform/memory/memory_status_item.h"
+#include "platform/memory/memory_updater.h"
 #include "platform/memory/memory_user_defaults.h"
 
 #include <any>
@@ -48,7 +53,11 @@ class AppDelegateTest : public testing::Test {
                  desktop_.windowList(), desktop_.eventMonitors(), defaults_},
                 hotKeys_,
                 taps_,
+                focus_,
                 power_,
+                item_,
+                updater_,
+                application_,
                 beep_,
                 loop_};
     }
@@ -62,7 +71,13 @@ class AppDelegateTest : public testing::Test {
                     auto made = std::make_unique<FakeLauncherViews>();
                     launcherViews_ = made.get();
                     return made;
-                }};
+                },
+                [this](const KeyBindings&) {
+                    auto made = std::make_unique<FakeMenuViews>();
+                    menuViews_ = made.get();
+                    return made;
+                },
+                [this] { ++settingsOpened_; }};
     }
 
     /// Drags the window to another place with command held.
@@ -86,10 +101,16 @@ class AppDelegateTest : public testing::Test {
     MemoryHotKeyCenter hotKeys_;
     MemoryEventTaps taps_;
     MemoryPowerEvents power_;
+    MemoryKeyboardFocus focus_;
+    MemoryStatusItem item_;
+    MemoryUpdater updater_;
+    MemoryOwnApplication application_;
     MemoryBeep beep_;
     ManualRunLoop loop_;
     FakeDragViews* dragViews_ = nullptr;
     FakeLauncherViews* launcherViews_ = nullptr;
+    FakeMenuViews* menuViews_ = nullptr;
+    int settingsOpened_ = 0;
     Element window_;
 };
 
@@ -118,8 +139,7 @@ TEST_F(AppDelegateTest, StartsItsServicesOnceWhenWindowsCanBeMoved) {
     EXPECT_EQ(hotKeys_.registeredCount(), 0U);
 
     desktop_.setTrusted(true);
-    loop_.advance(Seconds{2});
-    EXPECT_TRUE(app.started());
+    EXPECT_TRUE(app.started()) << "a window manager that comes is not waited for";
     EXPECT_EQ(hotKeys_.registeredCount(), 19U);
 
     desktop_.setTrusted(false);
@@ -193,30 +213,67 @@ TEST_F(AppDelegateTest, RepairsTheTapWithinTwoSeconds) {
     EXPECT_TRUE(pressChord()) << "waking checks the health at once";
 }
 
-TEST_F(AppDelegateTest, ClearsTheScreenAfterWakingAndWhenTheDisplaysChange) {
+TEST_F(AppDelegateTest, ClearsTheScreenWhenTheDesktopBelowChanges) {
     AppDelegate app(services(), views());
     app.applicationDidFinishLaunching();
-    const auto closed = [&] {
-        return dragViews_->grids.empty() && !launcherViews_->states.back()->exists;
+    const auto screenIsClear = [&] {
+        return dragViews_->grids.empty() && !launcherViews_->states.back()->exists &&
+               !menuViews_->states.back()->exists && !item_.isHighlighted();
     };
-    drag();
-    pressChord();
-    ASSERT_FALSE(closed());
+    const auto showAll = [&] {
+        desktop_.eventMonitors().emit(MonitoredEvent::leftMouseUp);
+        drag();
+        pressChord();
+        app.showMenu();
+        EXPECT_FALSE(dragViews_->grids.empty());
+        EXPECT_TRUE(launcherViews_->states.back()->exists);
+        EXPECT_TRUE(menuViews_->states.back()->exists);
+    };
+    showAll();
     power_.wake();
-    EXPECT_TRUE(closed());
-
-    desktop_.eventMonitors().emit(MonitoredEvent::leftMouseUp);
-    drag();
-    pressChord();
-    ASSERT_FALSE(closed());
+    EXPECT_TRUE(screenIsClear());
+    showAll();
+    desktop_.setTrusted(true);
+    EXPECT_TRUE(screenIsClear()) << "another window manager";
+    showAll();
     desktop_.setScreens({{1, {0, 0, 1280, 720}, {0, 0, 1280, 695}, std::nullopt, "Screen"}});
-    EXPECT_TRUE(closed());
+    EXPECT_TRUE(screenIsClear());
     EXPECT_TRUE(desktop_.activations().empty());
     // The abandoned drag does not snap when the button goes up.
     const Rect where = frame();
     desktop_.eventMonitors().emit(MonitoredEvent::leftMouseUp);
     loop_.advance(Seconds{1});
     EXPECT_EQ(frame(), where);
+}
+
+TEST_F(AppDelegateTest, HasItsMenuWithOrWithoutAWindowManager) {
+    desktop_.setTrusted(false);
+    AppDelegate app(services(), views());
+    app.applicationDidFinishLaunching();
+    EXPECT_EQ(updater_.starts(), 1);
+    EXPECT_TRUE(menuViews_->states.empty()) << "built when it is first opened";
+    item_.press();
+    ASSERT_EQ(menuViews_->states.size(), 1U);
+    EXPECT_TRUE(menuViews_->states.back()->key);
+    desktop_.eventMonitors().type({virtual_key::comma, modifier_flag::command, false, "", ","});
+    EXPECT_FALSE(menuViews_->states.back()->exists);
+    EXPECT_EQ(settingsOpened_, 1);
+    app.showMenu();
+    desktop_.eventMonitors().type({virtual_key::q, modifier_flag::command, false, "", "q"});
+    EXPECT_EQ(application_.terminations(), 1);
+}
+
+TEST_F(AppDelegateTest, ShortcutsRestWhileNewOnesAreRecorded) {
+    AppDelegate app(services(), views());
+    app.applicationDidFinishLaunching();
+    auto& recorder = app.recorder();
+    recorder.toggle(HotkeyTarget::snap(SnapAction::center));
+    EXPECT_FALSE(hotKeys_.press(keyLeft, control | option));
+    desktop_.eventMonitors().type(
+        {keyT, modifier_flag::control | modifier_flag::shift, false, "", "T"});
+    EXPECT_FALSE(recorder.target());
+    EXPECT_TRUE(hotKeys_.press(keyT, control | shift));
+    EXPECT_TRUE(hotKeys_.press(keyLeft, control | option));
 }
 
 }  // namespace
