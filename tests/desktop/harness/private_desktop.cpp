@@ -154,6 +154,8 @@ void PrivateDesktop::startSessionBus() {
                         processOptions("dbus-daemon"));
     bus_ = std::move(bus);
     environment_["DBUS_SESSION_BUS_ADDRESS"] = address;
+    // Nothing that runs on the machine is of any concern to the desktop.
+    environment_["DBUS_SYSTEM_BUS_ADDRESS"] = address;
 }
 
 void PrivateDesktop::describeMonitors() {

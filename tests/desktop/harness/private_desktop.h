@@ -1,4 +1,4 @@
-// A desktop of its own for one test: an X server without a screen, a home folder, a session bus, a
+// A desktop of its own for one test: an X server without a screen, a home folder, a bus, a
 // window manager and programs, all of which are gone when it goes.
 #pragma once
 
