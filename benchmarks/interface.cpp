@@ -187,11 +187,16 @@ void measureLauncher(Report& report, Hands& hands, const std::string& how) {
     std::vector<Milliseconds> first;
     std::vector<Milliseconds> again;
     hands.activate();
+    hands.settle();
+    const auto closed = screen.column(middle);
     for (int i = 0; i < rounds; ++i) {
         (i == 0 ? first : again).push_back(screen.untilChanged(middle, [&] {
             hands.openLauncher();
         }));
-        screen.untilChanged(middle, [&] { hands.desktop().keyboard().tap(Key::escape); });
+        hands.settle();
+        hands.desktop().keyboard().tap(Key::escape);
+        // The window below paints itself anew.
+        screen.await(middle, closed);
     }
     report.add(timeRow("chord → launcher seen, the first time, " + how, first));
     report.add(timeRow("chord → launcher seen again, " + how, again));
