@@ -49,7 +49,8 @@ MenuSnapHeading::MenuSnapHeading(QWidget* parent) : MenuSection(parent) {
                       keys->sizeHint().width(), keySize);
 }
 
-MenuGrid::MenuGrid(std::function<void(SnapAction)> chosen, QWidget* parent) : MenuSection(parent) {
+MenuGrid::MenuGrid(const std::function<void(SnapAction)>& chosen, QWidget* parent)
+    : MenuSection(parent) {
     Row current;
     for (std::size_t i = 0; i < actions.size(); ++i) {
         const auto action = actions[i];

@@ -30,7 +30,7 @@ class MenuGrid : public MenuSection {
     };
 
     /// Disabling it disables the tiles. `chosen` is called for the tile that is pressed.
-    MenuGrid(std::function<void(SnapAction)> chosen, QWidget* parent);
+    MenuGrid(const std::function<void(SnapAction)>& chosen, QWidget* parent);
 
     void finishAnimations();
 

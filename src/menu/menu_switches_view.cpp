@@ -17,7 +17,7 @@ namespace {
 
 // For a subtitle of one line and of two.
 constexpr int rowHeight = 40;
-constexpr int tallRowHeight = 46;
+constexpr int tallRowHeight = 48;
 constexpr int rowSpacing = 2;
 constexpr int spacing = 9;
 constexpr int controlSpacing = 8;
