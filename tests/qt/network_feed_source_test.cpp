@@ -5,6 +5,7 @@
 #include "linux/temporary_folder.h"
 #include "platform/qt/environment_proxy.h"
 #include "qt/self_signed_certificate.h"
+#include "ui/ui_fixture.h"
 
 #include <QCoreApplication>
 #include <QDeadlineTimer>
@@ -30,17 +31,6 @@ namespace tessellon {
 namespace {
 
 using PlainLoopback = NetworkFeedSource::PlainLoopback;
-
-QCoreApplication& testApplication() {
-    static QCoreApplication* application = nullptr;
-    if (application == nullptr) {
-        static int argc = 1;
-        static char name[] = "qt_test";
-        static char* argv[] = {name, nullptr};
-        application = new QCoreApplication(argc, argv);
-    }
-    return *application;
-}
 
 /// Runs the event loop until the condition holds; false when it does not come to hold.
 bool waitFor(const std::function<bool()>& condition) {
