@@ -239,6 +239,13 @@ TEST_F(NetworkFeedSourceTest, OnlyServersThatProveWhoTheyAreAreAsked) {
     EXPECT_EQ(error(selfSigned.address("https")), FeedError::notTrusted);
     EXPECT_TRUE(selfSigned.requests.empty());
 
+    const auto before = QSslConfiguration::defaultConfiguration();
+    auto trusting = before;
+    trusting.addCaCertificate(QSslCertificate(selfSignedCertificate));
+    QSslConfiguration::setDefaultConfiguration(trusting);
+    EXPECT_EQ(document(selfSigned.address("https")), "{}") << "now somebody vouches for it";
+    QSslConfiguration::setDefaultConfiguration(before);
+
     plainLoopback = PlainLoopback::refused;
     Server plain(sends("200 OK", "{}"));
     for (const auto& address :
