@@ -1,68 +1,25 @@
 // Waking, with a bus of the test's own on which the test plays logind.
 #include "platform/linux/logind_power_events.h"
 
-#include "temporary_folder.h"
+#include "private_bus.h"
 
 #include <QCoreApplication>
 #include <QDBusArgument>
 #include <QDBusConnection>
 #include <QDBusMessage>
-#include <QElapsedTimer>
 #include <QMap>
-#include <QProcess>
 #include <QStringList>
 #include <algorithm>
-#include <functional>
 
 #include <gtest/gtest.h>
 
 namespace tessellon {
 namespace {
 
-// One address for the whole process: the bus library asks the environment only once.
-QString busAddress() {
-    static const TemporaryFolder folder;
-    return "unix:path=" + QString::fromStdString((folder.path() / "bus").string());
-}
-
-class LogindPowerEventsTest : public testing::Test {
+class LogindPowerEventsTest : public PrivateBusTest {
   protected:
     LogindPowerEventsTest() {
-        static int argc = 1;
-        static char name[] = "linux_test";
-        static char* argv[] = {name, nullptr};
-        static const QCoreApplication application(argc, argv);
-        qputenv("DBUS_SYSTEM_BUS_ADDRESS", busAddress().toUtf8());
         woke_ = events.didWake().subscribe([this] { ++wakes; });
-    }
-    void TearDown() override {
-        for (const QString& name : peers_) {
-            QDBusConnection::disconnectFromBus(name);
-        }
-        stopBus();
-    }
-
-    void startBus() {
-        // The session's rules, since the system's let nobody but root play logind.
-        bus_.start("dbus-daemon",
-                   {"--session", "--nofork", "--print-address", "--address=" + busAddress()});
-        ASSERT_TRUE(bus_.waitForReadyRead()) << bus_.errorString().toStdString();
-    }
-
-    void stopBus() {
-        bus_.kill();
-        bus_.waitForFinished();
-    }
-
-    QDBusConnection peer(const QString& name) {
-        peers_.append(name);
-        return QDBusConnection::connectToBus(busAddress(), name);
-    }
-
-    static QDBusMessage askBus(QDBusConnection& from, const QString& interface,
-                               const QString& method) {
-        return from.call(QDBusMessage::createMethodCall(
-            "org.freedesktop.DBus", "/org/freedesktop/DBus", interface, method));
     }
 
     /// Returns when the bus has passed the signal on.
@@ -89,26 +46,11 @@ class LogindPowerEventsTest : public testing::Test {
         });
     }
 
-    /// Runs the loop until `done`; false after ten seconds.
-    static bool waitFor(const std::function<bool()>& done) {
-        QElapsedTimer clock;
-        clock.start();
-        while (!done()) {
-            if (clock.elapsed() > 10'000) {
-                return false;
-            }
-            QCoreApplication::processEvents(QEventLoop::AllEvents, 20);
-        }
-        return true;
-    }
-
     LogindPowerEvents events;
     int wakes = 0;
 
   private:
     Token woke_;
-    QProcess bus_;
-    QStringList peers_;
 };
 
 TEST_F(LogindPowerEventsTest, EachWakingIsToldOnceAndOnlyByLogind) {
@@ -150,6 +92,15 @@ TEST_F(LogindPowerEventsTest, ABusThatEndsIsForgiven) {
     stopBus();
     ASSERT_TRUE(waitFor([&] { return !logind.isConnected(); }));
     EXPECT_EQ(wakes, 1);
+}
+
+TEST_F(LogindPowerEventsTest, ABusThatNeverAnswersDelaysNobody) {
+    startSilentBus();
+    LogindPowerEvents waiting;
+    waiting.start();
+    events.start();
+    EXPECT_TRUE(silentBusIsCalled());
+    EXPECT_EQ(wakes, 0);  // and that both are taken down is the test
 }
 
 }  // namespace

@@ -1,0 +1,95 @@
+// The program on the session bus, and the second start that asks for it.
+#include "platform/linux/session_service.h"
+
+#include "private_bus.h"
+
+#include <QDBusMessage>
+#include <QDBusPendingCall>
+#include <future>
+
+namespace tessellon {
+namespace {
+
+constexpr Seconds patient{10};
+constexpr Seconds impatient{0.05};
+
+class SessionServiceTest : public PrivateBusTest {
+  protected:
+    SessionServiceTest() {
+        token_ = service.activated().subscribe([this] { ++activations; });
+    }
+
+    bool isOwned(QDBusConnection& from) { return !ownerOf(from, serviceName).isEmpty(); }
+
+    /// What a second start on `display` hears, while this thread goes on serving.
+    static bool secondStart(const std::string& display) {
+        auto answer = std::async(std::launch::async,
+                                 [&] { return activateRunningInstance(display, patient); });
+        waitFor(
+            [&] { return answer.wait_for(std::chrono::seconds(0)) == std::future_status::ready; });
+        return answer.get();
+    }
+
+    SessionService service{":1"};
+    int activations = 0;
+
+  private:
+    Token token_;
+};
+
+TEST_F(SessionServiceTest, ASecondStartWakesTheInstanceOfItsDisplay) {
+    startBus();
+    auto asker = peer("asker");
+    EXPECT_FALSE(activateRunningInstance(":1", patient)) << "nobody has the name";
+    service.start();
+    ASSERT_TRUE(waitFor([&] { return isOwned(asker); }));
+    EXPECT_TRUE(secondStart(":1"));
+    EXPECT_TRUE(waitFor([&] { return activations == 1; }));
+    EXPECT_FALSE(secondStart(":2"));
+    QCoreApplication::processEvents();
+    EXPECT_EQ(activations, 1);
+
+    // A desktop names no display.
+    auto message = QDBusMessage::createMethodCall(serviceName, servicePath,
+                                                  "org.freedesktop.Application", "Activate");
+    message << QVariantMap{{"desktop-startup-id", "1"}};
+    const auto pending = asker.asyncCall(message);
+    EXPECT_TRUE(waitFor([&] { return pending.isFinished() && activations == 2; }));
+    EXPECT_FALSE(pending.isError());
+}
+
+TEST_F(SessionServiceTest, ATakenNameIsWaitedFor) {
+    startBus();
+    auto other = peer("other");
+    ASSERT_TRUE(other.registerService(serviceName));
+    service.start();
+    ASSERT_TRUE(waitFor([&] {
+        return askBus(other, "org.freedesktop.DBus", "ListQueuedOwners", {serviceName})
+                   .arguments()
+                   .value(0)
+                   .toStringList()
+                   .size() == 2;
+    }));
+    EXPECT_FALSE(activateRunningInstance(":1", patient)) << "the other one knows no Activate";
+    ASSERT_TRUE(other.unregisterService(serviceName));
+    EXPECT_TRUE(secondStart(":1"));
+    EXPECT_TRUE(waitFor([&] { return activations == 1; }));
+}
+
+TEST_F(SessionServiceTest, WhoeverHangsIsNotWaitedFor) {
+    EXPECT_FALSE(activateRunningInstance(":1", patient)) << "without a bus";
+    {
+        startBus();
+        auto asker = peer("asker");
+        service.start();
+        ASSERT_TRUE(waitFor([&] { return isOwned(asker); }));
+        // Nobody serves the instance while its thread waits here.
+        EXPECT_FALSE(activateRunningInstance(":1", impatient));
+        stopBus();
+    }
+    startSilentBus();
+    EXPECT_FALSE(activateRunningInstance(":1", impatient));
+}
+
+}  // namespace
+}  // namespace tessellon
