@@ -93,6 +93,7 @@ TEST_P(TransientTest, nothingStaysOnTheScreen) {
     EXPECT_TRUE(waitUntilNothingIsShown());
 
     if (what == Shown::grid) {
+        ASSERT_TRUE(waitUntil([&] { return frameOf(window) != Frame{}; })) << "taken over again";
         const Frame dragged = frameOf(window);
         releaseCommand();
         drop();
