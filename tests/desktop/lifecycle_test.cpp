@@ -92,7 +92,7 @@ TEST_F(LifecycleTest, windowsThatDieWhileTheyAreSnapped) {
     EXPECT_EQ(snap(survivor, Held::controlAlt, Key::u, topLeft), topLeft);
 }
 
-TEST_F(LifecycleTest, aSecondInstanceSaysSoAndLeavesTheFirstAlone) {
+TEST_F(LifecycleTest, aSecondStartIsAnsweredByTheFirstInstance) {
     useDesktop("openbox");
     if (IsSkipped()) {
         return;
@@ -100,11 +100,26 @@ TEST_F(LifecycleTest, aSecondInstanceSaysSoAndLeavesTheFirstAlone) {
     program().start();
     Program second(desktop());
     second.launch();
+    EXPECT_EQ(second.process().waitForEnd(patience), endedWell);
+    EXPECT_EQ(second.standardError(), "");
+    EXPECT_TRUE(program().running());
+}
+
+TEST_F(LifecycleTest, aSecondStartSaysSoWhenTheFirstInstanceHangs) {
+    useDesktop("openbox");
+    if (IsSkipped()) {
+        return;
+    }
+    program().start();
+    programMaySpeak();  // both write to one file
+    program().process().signal(SIGSTOP);
+    Program second(desktop());
+    second.launch();
     const auto end = second.process().waitForEnd(patience);
+    program().process().signal(SIGCONT);
     ASSERT_TRUE(end && end->exitCode);
     EXPECT_NE(*end->exitCode, 0);
     EXPECT_NE(second.standardError(), "");
-    programMaySpeak();  // both write to one file
     const xcb_window_t window = startClock(original);
     EXPECT_EQ(snap(window, Held::controlAlt, Key::left, leftHalf), leftHalf);
 }

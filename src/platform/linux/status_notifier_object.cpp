@@ -2,7 +2,9 @@
 
 #include <QDBusMetaType>
 #include <QtEndian>
+#include <algorithm>
 #include <cstdint>
+#include <utility>
 
 namespace tessellon {
 namespace {
@@ -56,7 +58,8 @@ const QDBusArgument& operator>>(const QDBusArgument& argument, NotifierToolTip& 
 
 NotifierPixmap notifierPixmap(const IconImage& image) {
     NotifierPixmap pixmap{image.size, image.size, {}};
-    pixmap.bytes.reserve(static_cast<qsizetype>(image.pixels.size() * sizeof(std::uint32_t)));
+    constexpr qsizetype bytesPerPixel = sizeof(std::uint32_t);
+    pixmap.bytes.reserve(bytesPerPixel * static_cast<qsizetype>(image.pixels.size()));
     for (const auto pixel : image.pixels) {
         const auto bigEndian = qToBigEndian(withoutPremultiplication(pixel));
         pixmap.bytes.append(reinterpret_cast<const char*>(&bigEndian), sizeof bigEndian);

@@ -4,7 +4,6 @@
 #include <QDBusPendingCallWatcher>
 #include <QDBusVariant>
 #include <QStringList>
-#include <array>
 #include <utility>
 
 namespace tessellon {
