@@ -3,8 +3,10 @@
 #include "desktop_fixture.h"
 #include "harness/key_log.h"
 
+#include <algorithm>
 #include <cstdint>
 #include <filesystem>
+#include <fstream>
 #include <map>
 #include <memory>
 #include <nlohmann/json.hpp>
@@ -52,9 +54,9 @@ class RecorderTest : public WindowManagerTest {
         window = desktop().startWithWindow({TESSELLON_RECORDER_WINDOW_PATH, report()});
         desktop().windows().place(window, {600, 300, 500, 400});
         desktop().windows().activate(window);
-        // From the bottom left of the screen.
-        EXPECT_TRUE(waitUntil([&] { return says("key", "600 380 500 400"); })) << state()["key"];
-        EXPECT_TRUE(waitUntil([&] { return state()["status"].starts_with("19 "); }));
+        EXPECT_TRUE(waitUntil([&] { return says("key", placed); })) << state()["key"];
+        // Window managers keep some of them.
+        EXPECT_TRUE(waitUntil([&] { return state()["status"].starts_with("1"); }));
     }
 
     std::filesystem::path report() { return desktop().home() / "recorder.state"; }
@@ -84,7 +86,8 @@ class RecorderTest : public WindowManagerTest {
     }
     void awaitRecording(const std::string& target) {
         if (!waitUntil([&] { return says("recording", "snap." + target) && keyboardIsTaken(); })) {
-            throw std::runtime_error("no recording of " + target + " begins");
+            throw std::runtime_error("no recording of " + target + " begins:\n" +
+                                     fileContents(report()));
         }
     }
     bool keyboardIsTaken() {
@@ -131,6 +134,8 @@ class RecorderTest : public WindowManagerTest {
         return settled(target, expected);
     }
 
+    /// The frame that the window gets, from the bottom left of the screen.
+    static constexpr auto placed = "600 380 500 400";
     xcb_window_t window = XCB_WINDOW_NONE;
     const std::vector<Key> controlAlt{Key::leftControl, Key::leftAlt};
     const Stored cleared{-1, 0, ""};
@@ -200,7 +205,15 @@ TEST_P(RecorderTest, everyWayOutLeavesTheKeyboardToOthers) {
     EXPECT_TRUE(says("heard", "")) << state()["heard"];
 
     KeyLog other(desktop().display());
+    EXPECT_TRUE(waitUntil([&] {
+        const auto managed = desktop().windows().managed();
+        return std::find(managed.begin(), managed.end(), other.window()) != managed.end();
+    }));
+    desktop().windows().activate(other.window());
+    EXPECT_TRUE(waitUntil([&] { return other.isFocused() && says("active", "no"); }));
     desktop().windows().activate(window);
+    EXPECT_TRUE(waitUntil([&] { return says("active", "yes"); }));
+
     record("topHalf");
     desktop().windows().activate(other.window());
     EXPECT_TRUE(isIdle());
@@ -210,6 +223,18 @@ TEST_P(RecorderTest, everyWayOutLeavesTheKeyboardToOthers) {
     keyboard.combination(controlAlt, Key::up);
     EXPECT_TRUE(waitUntil([&] { return says("fired", "snap.topHalf "); }));
     EXPECT_EQ(keymap().size(), 1U);
+}
+
+TEST_P(RecorderTest, itEndsWithItsWindowWhenNoOtherBecomesActive) {
+    if (!begin()) {
+        return;
+    }
+    record("topHalf");
+    desktop().windows().minimize(window);
+    EXPECT_TRUE(isIdle());
+    EXPECT_TRUE(waitUntil([&] { return says("active", "no"); }));
+    desktop().keyboard().combination(controlAlt, Key::up);
+    EXPECT_TRUE(waitUntil([&] { return says("fired", "snap.topHalf "); }));
 }
 
 TEST_P(RecorderTest, aKeyThatIsHeldReachesNobodyElse) {
@@ -294,7 +319,7 @@ TEST_P(WindowManagerKeysRecorderTest, theWindowManagersCombinationsCanBeRecorded
     if (!begin(WindowManagerKeys::asShipped)) {
         return;
     }
-    const xcb_window_t clock = startClock({100, 300, 300, 300});
+    startClock({100, 300, 300, 300});
     ASSERT_TRUE(desktop().x().combinationIsHeld(static_cast<std::uint8_t>(tab), XCB_MOD_MASK_1));
     desktop().windows().activate(window);
     const Stored optionTab{48, option, "⇥"};
@@ -303,14 +328,60 @@ TEST_P(WindowManagerKeysRecorderTest, theWindowManagersCombinationsCanBeRecorded
     EXPECT_TRUE(desktop().x().windowManagerServes());
     EXPECT_EQ(desktop().windows().active(), window);
     EXPECT_TRUE(says("active", "yes"));
-    // Nor is the window manager kept from it afterwards.
-    desktop().keyboard().combination({Key::leftAlt}, tab);
-    EXPECT_TRUE(waitUntil([&] { return desktop().windows().active() == clock; }));
     EXPECT_TRUE(says("fired", ""));
 }
 
 INSTANTIATE_TEST_SUITE_P(On, WindowManagerKeysRecorderTest,
                          ::testing::Values("openbox", "xfwm4", "kwin"), windowManagerName);
+
+class HeldKeyboardRecorderTest : public RecorderTest {};
+
+TEST_P(HeldKeyboardRecorderTest, itEndsWhenSomebodyKeepsTheKeyboard) {
+    if (!begin()) {
+        return;
+    }
+    ASSERT_TRUE(desktop().keyboard().grab());
+    click("topHalf");
+    EXPECT_TRUE(waitUntil([&] { return says("recording", "snap.topHalf"); }));
+    EXPECT_TRUE(waitUntil([&] { return says("recording", ""); }));
+    desktop().keyboard().ungrab();
+    EXPECT_TRUE(isIdle());
+}
+
+// Openbox passes no clicks on meanwhile.
+INSTANTIATE_TEST_SUITE_P(On, HeldKeyboardRecorderTest, ::testing::Values("xfwm4", "kwin"),
+                         windowManagerName);
+
+class OpenboxRecorderTest : public RecorderTest {};
+
+TEST_P(OpenboxRecorderTest, itEndsWhereTheFocusFollowsThePointerElsewhere) {
+    if (!begin()) {
+        return;
+    }
+    const xcb_window_t clock = startClock({100, 300, 300, 300});
+    std::ofstream(desktop().home() / ".config/openbox/rc.xml") << R"(<?xml version="1.0"?>
+<openbox_config xmlns="http://openbox.org/3.4/rc">
+  <focus><followMouse>yes</followMouse><focusDelay>0</focusDelay></focus>
+  <keyboard/>
+</openbox_config>
+)";
+    desktop().run({"openbox", "--reconfigure"});
+    // The window manager takes up its settings some time after it was told to.
+    const auto activatedAt = [&](Position place) {
+        desktop().pointer().moveTo(place);
+        EXPECT_TRUE(waitUntil([&] { return desktop().x().windowManagerServes(); }));
+        return desktop().windows().active();
+    };
+    ASSERT_TRUE(waitUntil([&] {
+        return activatedAt({250, 450}) == clock && activatedAt({1000, 600}) == window;
+    }));
+    EXPECT_TRUE(waitUntil([&] { return says("active", "yes"); }));
+    record("leftHalf");
+    EXPECT_TRUE(waitUntil([&] { return activatedAt({250, 450}) == clock; }));
+    EXPECT_TRUE(isIdle()) << "what is typed is meant for the other window";
+}
+
+INSTANTIATE_TEST_SUITE_P(On, OpenboxRecorderTest, ::testing::Values("openbox"), windowManagerName);
 
 }  // namespace
 }  // namespace tessellon::desktop
