@@ -23,9 +23,10 @@ CommandLine parseCommandLine(std::span<const char* const> arguments) {
 std::string_view helpText() {
     return "Usage: tessellon [--help | --version]\n"
            "\n"
-           "Puts the windows of other programs where you want them. Runs until it is told to\n"
-           "end (SIGTERM or Ctrl+C) on an X11 session with any window manager that follows\n"
-           "EWMH.\n"
+           "Puts the windows of other programs where you want them. Runs on an X11 session with\n"
+           "any window manager that follows EWMH, with an item in the tray, until it is told to\n"
+           "end (Quit in its panel, SIGTERM or Ctrl+C). Started again, it opens the panel of the\n"
+           "one that runs: the way to it on a desktop without a tray.\n"
            "\n"
            "  -h, --help     show this text\n"
            "      --version  show the version\n"

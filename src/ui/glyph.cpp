@@ -39,6 +39,20 @@ void paintGlyph(QPainter& painter, const QRectF& rect) {
     painter.restore();
 }
 
+QIcon glyphIcon() {
+    QIcon icon;
+    for (const int size : {16, 22, 24, 32, 48, 64, 128}) {
+        QPixmap picture(size, size);
+        picture.fill(Qt::transparent);
+        QPainter painter(&picture);
+        painter.setRenderHint(QPainter::Antialiasing);
+        paintGlyph(painter, QRectF(0, 0, size, size));
+        painter.end();
+        icon.addPixmap(picture);
+    }
+    return icon;
+}
+
 Glyph::Glyph(int size, QWidget* parent) : QWidget(parent), size_(size) {
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
     setAttribute(Qt::WA_TransparentForMouseEvents);

@@ -1,6 +1,7 @@
 // The program's mark: three tiles of a screen.
 #pragma once
 
+#include <QIcon>
 #include <QPainter>
 #include <QRectF>
 #include <QWidget>
@@ -9,6 +10,9 @@ namespace tessellon {
 
 /// Draws the mark as large as fits into the middle of `rect`.
 void paintGlyph(QPainter& painter, const QRectF& rect);
+
+/// The mark as the icon of a window, in the sizes that panels and window managers show.
+QIcon glyphIcon();
 
 class Glyph : public QWidget {
   public:

@@ -112,6 +112,7 @@ struct Describe {
 UpdateView::UpdateView(UpdateModel& model, OpenPage openPage)
     : model_(&model), openPage_(std::move(openPage)) {
     setWindowTitle(QStringLiteral("Tessellon Updates"));
+    setWindowIcon(glyphIcon());
     setWindowFlags(Qt::Window | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
                    Qt::WindowSystemMenuHint | Qt::WindowCloseButtonHint |
                    Qt::WindowMinimizeButtonHint);

@@ -49,6 +49,8 @@ void prepareToolkit(std::function<void()> displayLost) {
     qputenv("QT_QPA_PLATFORM", "xcb");
     QApplication::setDesktopSettingsAware(false);
     QApplication::setQuitOnLastWindowClosed(false);
+    // How window managers and panels find the desktop entry of a window.
+    QApplication::setDesktopFileName(QStringLiteral("app.tessellon.Tessellon"));
 }
 
 }  // namespace tessellon
