@@ -6,7 +6,7 @@
 #include "drag/qt_drag_views.h"
 #include "launcher/qt_launcher_views.h"
 #include "menu/qt_menu_views.h"
-#include "platform/linux/base_directories.h"
+#include "platform/linux/bus_wait.h"
 #include "platform/linux/defaults_file.h"
 #include "platform/linux/desktop_entries.h"
 #include "platform/linux/logind_power_events.h"
@@ -66,6 +66,8 @@ constexpr int exitCannotRun = 1;
 constexpr int exitUsage = 2;
 
 constexpr Seconds windowManagerStartTimeout{0.5};
+
+constexpr Seconds sessionBusTimeout{1.0};
 
 /// For each way of asking.
 constexpr Seconds runningInstanceTimeout{2};
@@ -130,8 +132,17 @@ bool showRunningInstance(x11::InstanceLock& lock) {
            activateRunningInstance(environment("DISPLAY"), runningInstanceTimeout);
 }
 
+/// The toolkit talks to the session bus while it starts, and waits for its answer for ever.
+void leaveSilentSessionBus(BusProbe& sessionBus) {
+    if (sessionBus.isSilent()) {
+        logWarning("the session bus does not answer; tessellon does without it");
+        setenv("DBUS_SESSION_BUS_ADDRESS", "disabled:", 1);
+    }
+}
+
 int run(int argc, char** argv) {
     TerminationSignals signals;
+    BusProbe sessionBus(Bus::session, sessionBusTimeout);
     const auto connection = x11::Connection::open();
     if (!connection) {
         explainMissingDisplay();
@@ -165,6 +176,7 @@ int run(int argc, char** argv) {
             saveSettings();
         }
     };
+    leaveSilentSessionBus(sessionBus);
     prepareToolkit(endWithoutDisplay);
     const QApplication application(argc, argv);
     QtRunLoop loop;

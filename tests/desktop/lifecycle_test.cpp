@@ -6,6 +6,9 @@
 #include <thread>
 
 #include <signal.h>
+#include <sys/socket.h>
+#include <sys/un.h>
+#include <unistd.h>
 
 namespace tessellon::desktop {
 namespace {
@@ -185,6 +188,30 @@ TEST_F(LifecycleTest, aServerThatTellsNoProcessesWillDo) {
         return window != XCB_WINDOW_NONE;
     }));
     EXPECT_EQ(snap(window, Held::controlAlt, Key::left, leftHalf), leftHalf);
+}
+
+// The toolkit would wait for it for ever, before the program could do anything.
+TEST_F(LifecycleTest, aSilentSessionBusIsDoneWithout) {
+    useDesktop("openbox");
+    if (IsSkipped()) {
+        return;
+    }
+    sockaddr_un address{};
+    address.sun_family = AF_UNIX;
+    const std::string path = desktop().home() / "silent";
+    path.copy(std::data(address.sun_path), sizeof address.sun_path - 1);
+    const int listening = socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
+    ASSERT_EQ(bind(listening, reinterpret_cast<const sockaddr*>(&address), sizeof address), 0);
+    ASSERT_EQ(listen(listening, 8), 0);
+    program().setEnvironment("DBUS_SESSION_BUS_ADDRESS", "unix:path=" + path);
+    program().start();
+    programMaySpeak();
+    EXPECT_NE(program().standardError().find("session bus"), std::string::npos);
+    const xcb_window_t window = startClock(original);
+    EXPECT_EQ(snap(window, Held::controlAlt, Key::left, leftHalf), leftHalf);
+    EXPECT_EQ(program().stop(), endedWell);
+    close(listening);
+    program().start();
 }
 
 TEST_F(LifecycleTest, endsWellOnBothSignals) {

@@ -1,7 +1,10 @@
 #include "platform/linux/bus_wait.h"
 
+#include <condition_variable>
 #include <cstdlib>
 #include <filesystem>
+#include <mutex>
+#include <stop_token>
 
 namespace tessellon {
 namespace {
@@ -35,6 +38,17 @@ std::string busAddress(Bus bus) {
     return std::string("unix:path=") + escaped.get();
 }
 
+TimeLimit::TimeLimit(BusWait& wait, Seconds limit)
+    : thread_([&wait, limit](const std::stop_token& stop) {
+          std::mutex mutex;
+          std::unique_lock lock(mutex);
+          std::condition_variable_any stopped;
+          stopped.wait_for(lock, stop, limit, [] { return false; });
+          if (!stop.stop_requested()) {
+              wait.giveUp();
+          }
+      }) {}
+
 OpenBus openBus(const std::string& address, const BusWait& wait) {
     if (address.empty()) {
         return nullptr;
@@ -44,6 +58,19 @@ OpenBus openBus(const std::string& address, const BusWait& wait) {
         static_cast<GDBusConnectionFlags>(G_DBUS_CONNECTION_FLAGS_AUTHENTICATION_CLIENT |
                                           G_DBUS_CONNECTION_FLAGS_MESSAGE_BUS_CONNECTION),
         nullptr, wait.get(), nullptr));
+}
+
+BusProbe::BusProbe(Bus bus, Seconds limit)
+    : thread_([this, address = busAddress(bus), limit] {
+          const TimeLimit timeLimit(wait_, limit);
+          openBus(address, wait_);
+      }) {}
+
+bool BusProbe::isSilent() {
+    if (thread_.joinable()) {
+        thread_.join();
+    }
+    return g_cancellable_is_cancelled(wait_.get()) != 0;
 }
 
 }  // namespace tessellon

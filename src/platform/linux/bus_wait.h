@@ -2,8 +2,11 @@
 // has to happen before there is a toolkit, and for finding out whether a bus answers at all.
 #pragma once
 
+#include "platform/types.h"
+
 #include <memory>
 #include <string>
+#include <thread>
 
 #include <gio/gio.h>
 
@@ -33,8 +36,31 @@ class BusWait {
     std::unique_ptr<GCancellable, UnrefGObject> cancellable_;
 };
 
+/// Gives a wait up when its time has passed, unless it goes before that.
+class TimeLimit {
+  public:
+    TimeLimit(BusWait& wait, Seconds limit);
+
+  private:
+    std::jthread thread_;
+};
+
 /// Opens a connection of its own and waits until the bus has greeted it; null when there is no bus,
 /// it refuses, or `wait` was given up.
 OpenBus openBus(const std::string& address, const BusWait& wait);
+
+/// Finds out beside the program's thread whether a bus is one that accepts and never answers.
+class BusProbe {
+  public:
+    /// Begins to ask.
+    BusProbe(Bus bus, Seconds limit);
+
+    /// Waits for the finding, until the limit has passed at most. False when there is no bus.
+    bool isSilent();
+
+  private:
+    BusWait wait_;
+    std::jthread thread_;
+};
 
 }  // namespace tessellon

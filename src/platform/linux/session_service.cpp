@@ -8,32 +8,10 @@
 #include <QDBusConnection>
 #include <QString>
 #include <chrono>
-#include <condition_variable>
-#include <mutex>
-#include <stop_token>
-#include <thread>
 #include <utility>
 
 namespace tessellon {
 namespace {
-
-/// Gives a wait up when its time has passed, unless it goes before that.
-class TimeLimit {
-  public:
-    TimeLimit(BusWait& wait, Seconds limit)
-        : thread_([&wait, limit](const std::stop_token& stop) {
-              std::mutex mutex;
-              std::unique_lock lock(mutex);
-              std::condition_variable_any stopped;
-              stopped.wait_for(lock, stop, limit, [] { return false; });
-              if (!stop.stop_requested()) {
-                  wait.giveUp();
-              }
-          }) {}
-
-  private:
-    std::jthread thread_;
-};
 
 GVariant* activateArguments(const std::string& display) {
     GVariantBuilder platformData;

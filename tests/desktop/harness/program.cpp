@@ -36,7 +36,11 @@ std::filesystem::path programPath() {
 void Program::launch(std::vector<std::string> arguments) {
     arguments.insert(arguments.begin(), programPath());
     process_.reset();
-    process_ = std::make_unique<Process>(std::move(arguments), desktop_.processOptions("program"));
+    auto options = desktop_.processOptions("program");
+    for (const auto& [name, value] : environment_) {
+        options.environment[name] = value;
+    }
+    process_ = std::make_unique<Process>(std::move(arguments), options);
 }
 
 void Program::start() {

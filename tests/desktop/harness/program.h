@@ -20,6 +20,11 @@ class Program {
   public:
     explicit Program(PrivateDesktop& desktop) : desktop_(desktop) {}
 
+    /// What it finds in its environment from its next start on, otherwise than other programs.
+    void setEnvironment(const std::string& name, const std::string& value) {
+        environment_[name] = value;
+    }
+
     /// Starts it without waiting for anything.
     void launch(std::vector<std::string> arguments = {});
     /// Starts it and waits until its shortcuts are active. Throws when they do not become so.
@@ -47,6 +52,7 @@ class Program {
 
   private:
     PrivateDesktop& desktop_;
+    Environment environment_;
     std::unique_ptr<Process> process_;
 };
 
