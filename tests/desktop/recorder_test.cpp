@@ -331,8 +331,9 @@ TEST_P(WindowManagerKeysRecorderTest, theWindowManagersCombinationsCanBeRecorded
     EXPECT_TRUE(says("fired", ""));
 }
 
-INSTANTIATE_TEST_SUITE_P(On, WindowManagerKeysRecorderTest,
-                         ::testing::Values("openbox", "xfwm4", "kwin"), windowManagerName);
+// KWin has been seen to grant a combination of its own, so that none is sure to be taken.
+INSTANTIATE_TEST_SUITE_P(On, WindowManagerKeysRecorderTest, ::testing::Values("openbox", "xfwm4"),
+                         windowManagerName);
 
 class HeldKeyboardRecorderTest : public RecorderTest {};
 
