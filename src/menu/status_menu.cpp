@@ -16,6 +16,11 @@ namespace {
 // The press that makes the panel lose the keyboard may arrive as a press of the item as well.
 constexpr Seconds pauseAfterClose{0.3};
 
+// How often to look whether the button that closed the panel is up, and for how long: the release
+// of a button whose device was unplugged is never told.
+constexpr Seconds releasePeriod{0.05};
+constexpr Seconds longestHold{5};
+
 bool isAscii(std::string_view text) {
     return std::all_of(text.begin(), text.end(),
                        [](char c) { return static_cast<unsigned char>(c) < 0x80; });
@@ -80,6 +85,27 @@ void StatusMenu::close() {
     resignObserver_.reset();
     panel->orderOut();
     services_.item.setHighlighted(false);
+    awaitRelease();
+}
+
+/// Some trays tell of a press of the item once the button is up. However long it was held, a press
+/// that closed the panel must not open it again.
+void StatusMenu::awaitRelease() {
+    const auto isHeld = [this] {
+        return services_.engine.services().eventMonitors.pressedMouseButtons() != 0;
+    };
+    if (!isHeld()) {
+        release_.reset();
+        return;
+    }
+    const auto giveUpAt = services_.runLoop.uptime() + longestHold;
+    release_ = services_.runLoop.every(releasePeriod, [this, isHeld, giveUpAt] {
+        const auto now = services_.runLoop.uptime();
+        closedAt_ = now;
+        if (!isHeld() || now >= giveUpAt) {
+            release_.reset();
+        }
+    });
 }
 
 StatusMenu::Target StatusMenu::findTarget() const {

@@ -55,7 +55,8 @@ class StatusMenu {
     StatusMenu& operator=(const StatusMenu&) = delete;
 
     /// Closes the panel when it is open; else opens it, unless it was closed within the last 0.3
-    /// seconds: the press that closed it from outside was this one then.
+    /// seconds: the press that closed it from outside was this one then. A button that was down
+    /// when it was closed counts as closing it until the button is up.
     void toggle();
 
     /// Opens the panel for the window in front, below the item where its place is known, else at
@@ -87,6 +88,7 @@ class StatusMenu {
     void onMouseDown();
     KeyVerdict onKey(const KeyEvent& event);
     void saveArrangement();
+    void awaitRelease();
 
     Services services_;
     std::function<void()> openSettings_;
@@ -98,6 +100,7 @@ class StatusMenu {
     Token pressed_;
     /// Uptime; nothing while it was never closed.
     std::optional<Seconds> closedAt_;
+    Token release_;
 };
 
 }  // namespace tessellon

@@ -143,6 +143,32 @@ TEST_F(StatusMenuTest, ThePressThatClosedItDoesNotOpenItAgain) {
     EXPECT_TRUE(menu.isOpen()) << "asking for it is no press";
 }
 
+TEST_F(StatusMenuTest, ThePressThatClosedItMayBeHeldForLong) {
+    constexpr std::uint32_t right = 2;
+    auto& hands = desktop_.eventMonitors();
+    item.setFrame(std::nullopt);
+    menu.show();
+    hands.setPressedMouseButtons(right);
+    hands.emit(MonitoredEvent::mouseDown, Scope::global);
+    ASSERT_FALSE(menu.isOpen());
+    loop.advance(Seconds{2});
+    item.press();
+    EXPECT_FALSE(menu.isOpen());
+    hands.setPressedMouseButtons(0);
+    loop.advance(Seconds{0.1});
+    item.press();
+    EXPECT_FALSE(menu.isOpen()) << "told after the release";
+    loop.advance(Seconds{0.3});
+    item.press();
+    EXPECT_TRUE(menu.isOpen());
+
+    hands.setPressedMouseButtons(right);
+    menu.close();
+    loop.advance(Seconds{6});
+    item.press();
+    EXPECT_TRUE(menu.isOpen()) << "its release is not told any more";
+}
+
 TEST_F(StatusMenuTest, APressOutsideClosesIt) {
     for (const auto scope : {Scope::local, Scope::global}) {
         EXPECT_TRUE(staysOpenAfterPress(Point{900, 700}, scope));
