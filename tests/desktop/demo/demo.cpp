@@ -86,14 +86,34 @@ void Demo::launch(const std::string& what, std::size_t sample, const std::vector
     keyboard.press(Key::rightSuper);
     keyboard.tap(Key::slash);
     keyboard.release(Key::rightSuper);
+    typeInto("the launcher", what, typed, last, before, expected);
+}
+
+void Demo::openPanel(const std::string& what, std::size_t sample, const std::vector<Key>& typed,
+                     Key last, const std::vector<Expectation>& expected) {
+    announce(what, sample);
+    desktop_.windows().activate(samples_[sample].window);
+    const std::vector<Frame> before = frames();
+    Program second(desktop_);
+    second.launch();
+    require(second.process().waitForEnd(patience) ==
+                ProcessEnd{.exitCode = EXIT_SUCCESS, .signal = std::nullopt},
+            "the program that runs does not answer");
+    typeInto("the panel", what, typed, last, before, expected);
+}
+
+void Demo::typeInto(const std::string& shown, const std::string& what,
+                    const std::vector<Key>& typed, Key last, const std::vector<Frame>& before,
+                    const std::vector<Expectation>& expected) {
+    auto& keyboard = desktop_.keyboard();
     for (const Key key : typed) {
         keyboard.tap(key);
     }
     require(waitUntil(
                 [&] { return !desktop_.windows().unmanagedOf(program_.process().pid()).empty(); }),
-            "the launcher does not appear");
+            shown + " does not appear");
     program_.waitUntilIdle();
-    takePicture(what + ", in the launcher");
+    takePicture(what + ", in " + shown);
     keyboard.tap(last);
     compare(before, expected);
     takePicture(what);

@@ -50,6 +50,11 @@ class Demo {
     void launch(const std::string& what, std::size_t sample, const std::vector<Key>& typed,
                 Key last, const std::vector<Expectation>& expected);
 
+    /// Opens the panel of the status item by starting the program again, with a sample's window in
+    /// front, types, takes a picture, and presses the last key.
+    void openPanel(const std::string& what, std::size_t sample, const std::vector<Key>& typed,
+                   Key last, const std::vector<Expectation>& expected);
+
     void switchTilingOn();
 
     Frame frameOf(std::size_t sample);
@@ -68,6 +73,10 @@ class Demo {
     void announce(const std::string& what, std::size_t sample);
     void compare(const std::vector<Frame>& before, const std::vector<Expectation>& expected);
     void report(const Sample& sample, const Frame& before, const Frame& after, const Frame& wanted);
+    /// Types into what the program shows, and looks at it and at what the last key does.
+    void typeInto(const std::string& shown, const std::string& what, const std::vector<Key>& typed,
+                  Key last, const std::vector<Frame>& before,
+                  const std::vector<Expectation>& expected);
     void require(bool met, const std::string& otherwise);
     void takePicture(const std::string& what);
 

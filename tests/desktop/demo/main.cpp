@@ -35,9 +35,9 @@ bool showOneMonitor(const std::filesystem::path& pictures) {
     return demo.finish();
 }
 
-bool showDragAndLauncher(const std::filesystem::path& pictures) {
-    Demo demo("Dragging, and the launcher", Monitors::one, Compositor::running,
-              pictures / "drag-and-launcher");
+bool showInterface(const std::filesystem::path& pictures) {
+    Demo demo("Dragging, the launcher, and the panel of the status item", Monitors::one,
+              Compositor::running, pictures / "interface");
     demo.add({"xclock"}, {1380, 620, 420, 380});
     const std::size_t editor = demo.add({"mousepad"}, {420, 160, 820, 560});
     const std::size_t terminal = demo.add({"xterm"}, {260, 520, 640, 440}, Sizes::wholeCells);
@@ -50,6 +50,8 @@ bool showDragAndLauncher(const std::filesystem::path& pictures) {
                 {{editor, {8, 33, 1904, 516}}});
     demo.launch("one letter for the top right quarter", terminal, {}, Key::i,
                 {{terminal, {964, 33, 948, 516}}});
+    demo.openPanel("the first tile in the second row", editor, {Key::down, Key::down}, Key::enter,
+                   {{editor, {8, 33, 948, 516}}});
     return demo.finish();
 }
 
@@ -69,7 +71,7 @@ bool showTwoMonitors(const std::filesystem::path& pictures) {
 int show(const std::filesystem::path& pictures) {
     std::filesystem::remove_all(pictures);
     const bool one = showOneMonitor(pictures);
-    const bool interface = showDragAndLauncher(pictures);
+    const bool interface = showInterface(pictures);
     const bool two = showTwoMonitors(pictures);
     std::cout << "\nPictures are in " << pictures.string() << ".\n"
               << (one && interface && two ? "Every window is where it should be.\n"
