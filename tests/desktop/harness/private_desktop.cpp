@@ -124,6 +124,13 @@ PrivateDesktop::~PrivateDesktop() {
     fs::remove_all(home_, ignored);
 }
 
+std::filesystem::path PrivateDesktop::addProgramFolder(const std::string& name) {
+    const fs::path folder = home_ / name;
+    fs::create_directories(folder);
+    environment_["PATH"] = folder.string() + ":" + environment_["PATH"];
+    return folder;
+}
+
 ProcessOptions PrivateDesktop::processOptions(const std::string& name) const {
     ProcessOptions options;
     options.environment = environment_;

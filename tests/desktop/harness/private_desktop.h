@@ -37,6 +37,10 @@ class PrivateDesktop {
     /// What programs of this desktop find in their environment.
     const Environment& environment() const { return environment_; }
 
+    /// Puts a folder of the home folder first among those that programs are looked for in by what
+    /// starts from now on. Gives its path; it is made when it is not there.
+    std::filesystem::path addProgramFolder(const std::string& name);
+
     XSession& x() { return *session_; }
     DesktopWindows& windows() { return windows_.value(); }
     Keyboard& keyboard() { return keyboard_.value(); }

@@ -60,6 +60,29 @@ std::vector<std::string> trayerCommand(TrayPlace place, TrayTone tone) {
             "true"};
 }
 
+std::vector<xcb_window_t> childrenOf(XSession& x, xcb_window_t window) {
+    const Reply<xcb_query_tree_reply_t> tree(
+        xcb_query_tree_reply(x.connection(), xcb_query_tree(x.connection(), window), nullptr));
+    if (!tree) {
+        return {};
+    }
+    const auto* const first = xcb_query_tree_children(tree.get());
+    return {first, first + xcb_query_tree_children_length(tree.get())};
+}
+
+std::optional<xcb_window_t> findBelow(XSession& x, xcb_window_t window,
+                                      std::string_view windowClass) {
+    for (const xcb_window_t child : childrenOf(x, window)) {
+        if (x.bytes(child, "WM_CLASS").ends_with(windowClass)) {
+            return child;
+        }
+        if (const auto found = findBelow(x, child, windowClass)) {
+            return found;
+        }
+    }
+    return std::nullopt;
+}
+
 }  // namespace
 
 std::string trayProgram(TrayKind kind) {
@@ -74,6 +97,27 @@ Process& startTray(PrivateDesktop& desktop, TrayKind kind, TrayPlace place, Tray
         throw std::runtime_error(trayProgram(kind) + " does not take charge of the tray");
     }
     return tray;
+}
+
+std::optional<Frame> findTrayIcon(XSession& x, std::string_view windowClass) {
+    const std::string ending = '\0' + std::string(windowClass) + '\0';
+    for (const xcb_window_t topLevel : childrenOf(x, x.root())) {
+        const auto icon = findBelow(x, topLevel, ending);
+        if (!icon) {
+            continue;
+        }
+        auto* const xcb = x.connection();
+        const Reply<xcb_get_window_attributes_reply_t> attributes(
+            xcb_get_window_attributes_reply(xcb, xcb_get_window_attributes(xcb, *icon), nullptr));
+        const Reply<xcb_get_geometry_reply_t> geometry(
+            xcb_get_geometry_reply(xcb, xcb_get_geometry(xcb, *icon), nullptr));
+        const Reply<xcb_translate_coordinates_reply_t> origin(xcb_translate_coordinates_reply(
+            xcb, xcb_translate_coordinates(xcb, *icon, x.root(), 0, 0), nullptr));
+        if (attributes && attributes->map_state == XCB_MAP_STATE_VIEWABLE && geometry && origin) {
+            return Frame{origin->dst_x, origin->dst_y, geometry->width, geometry->height};
+        }
+    }
+    return std::nullopt;
 }
 
 void killTray(PrivateDesktop& desktop, Process& tray) {

@@ -4,7 +4,9 @@
 
 #include "harness/private_desktop.h"
 
+#include <optional>
 #include <string>
+#include <string_view>
 
 namespace tessellon::desktop {
 
@@ -26,6 +28,10 @@ std::string trayProgram(TrayKind kind);
 /// does not come. It ends with the desktop at the latest.
 Process& startTray(PrivateDesktop& desktop, TrayKind kind, TrayPlace place = TrayPlace::top,
                    TrayTone tone = TrayTone::dark);
+
+/// Where the icon of a program is that a tray has taken in and shows; nothing while none has.
+/// `windowClass` is the second part of the icon's WM_CLASS.
+std::optional<Frame> findTrayIcon(XSession& x, std::string_view windowClass);
 
 /// Ends a tray without a chance to say good-bye, and waits until nobody is in charge of the icons.
 void killTray(PrivateDesktop& desktop, Process& tray);

@@ -1,0 +1,255 @@
+// The status item's panel over the windows of others: it is never in front of them, its tiles act
+// on the one that was, and there are as many ways out as there are of going on with one's work.
+#include "menu_fixture.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <string>
+#include <variant>
+#include <vector>
+
+namespace tessellon::desktop {
+namespace {
+
+constexpr Frame original{100, 300, 700, 450};
+constexpr Frame otherFrame{100, 780, 700, 250};
+constexpr Frame leftHalf{8, 33, 948, 1039};
+constexpr Frame rightHalf{964, 33, 948, 1039};
+constexpr Frame topRight{964, 33, 948, 516};
+constexpr Frame bottomLeft{8, 556, 948, 516};
+
+// The panel that opens here lies clear of the windows.
+constexpr Position pointerHome{1600, 40};
+
+class MenuTest : public MenuTesting<WindowManagerTest> {
+  protected:
+    /// A terminal that writes down what is typed into it, clicks included.
+    struct Terminal {
+        xcb_window_t window = XCB_WINDOW_NONE;
+        std::filesystem::path typed;
+
+        std::string text() const {
+            std::ifstream file(typed);
+            return {std::istreambuf_iterator<char>(file), {}};
+        }
+    };
+    Terminal startTerminal(const Frame& frame, const std::string& name) {
+        Terminal terminal;
+        terminal.typed = desktop().home() / name;
+        // The control sequence asks for the presses of buttons.
+        const auto script = "stty raw -echo; printf '\\033[?9h'; : > '" + terminal.typed.string() +
+                            "'; cat > '" + terminal.typed.string() + "'";
+        terminal.window =
+            desktop().startWithWindow({"xterm", "-title", name, "-e", "sh", "-c", script});
+        EXPECT_TRUE(waitUntil([&] { return std::filesystem::exists(terminal.typed); }));
+        desktop().windows().place(terminal.window, frame);
+        desktop().windows().activate(terminal.window);
+        return terminal;
+    }
+    /// Types into the terminal in front and gives all that it ever got.
+    std::string typedAfter(const Terminal& terminal, Key key) {
+        const auto before = terminal.text().size();
+        desktop().keyboard().tap(key);
+        EXPECT_TRUE(waitUntil([&] { return terminal.text().size() > before; }));
+        return terminal.text();
+    }
+    /// The window that has the input focus, as the server knows it.
+    xcb_window_t focus() {
+        const Reply<xcb_get_input_focus_reply_t> reply(xcb_get_input_focus_reply(
+            desktop().x().connection(), xcb_get_input_focus(desktop().x().connection()), nullptr));
+        return reply ? reply->focus : xcb_window_t{XCB_WINDOW_NONE};
+    }
+    bool isStored(const char* key) {
+        const auto settings = program().settings();
+        const auto found = settings ? settings->find(key) : StoredValues::const_iterator{};
+        return settings && found != settings->end() && std::get<bool>(found->second);
+    }
+};
+
+TEST_P(MenuTest, theWindowInFrontStaysThereWhileThePanelIsUsed) {
+    useDesktop(GetParam());
+    if (IsSkipped()) {
+        return;
+    }
+    program().start();
+    const auto terminal = startTerminal(original, "typed");
+    const xcb_window_t focused = focus();
+    const auto expectInFront = [&](const char* when) {
+        program().waitUntilIdle();
+        EXPECT_EQ(desktop().windows().active(), terminal.window) << when;
+        EXPECT_EQ(focus(), focused) << when;
+    };
+    auto shown = openedAt(pointerHome);
+    expectInFront("open");
+    click(shown.switchOf(MenuSwitch::pause));
+    EXPECT_TRUE(waitUntil([&] { return isStored("paused"); }));
+    click(shown.switchOf(MenuSwitch::pause));
+    EXPECT_TRUE(waitUntil([&] { return !isStored("paused"); }));
+    expectInFront("clicked");
+    for (const Key key : {Key::m, Key::space, Key::a, Key::tab, Key::tab}) {
+        desktop().keyboard().tap(key);
+    }
+    expectInFront("typed into");
+    startAgain();
+    EXPECT_TRUE(panel()) << "asked for again";
+
+    click(shown.tile(MenuTile::rightHalf));
+    EXPECT_EQ(desktop().windows().settleWithinIncrements(terminal.window, rightHalf), rightHalf);
+    EXPECT_TRUE(waitUntilClosed());
+    expectInFront("snapped");
+    EXPECT_EQ(typedAfter(terminal, Key::slash), "/")
+        << "the terminal got what was not meant for it";
+}
+
+TEST_P(MenuTest, itIsUsedByKeyboardAlone) {
+    useDesktop(GetParam());
+    if (IsSkipped()) {
+        return;
+    }
+    program().start();
+    const auto window = startClock(original);
+    desktop().windows().activate(window);
+    const auto type = [&](const std::vector<Key>& keys) {
+        for (const Key key : keys) {
+            desktop().keyboard().tap(key);
+        }
+    };
+    openedAt(pointerHome);
+    type({Key::tab, Key::enter});
+    EXPECT_EQ(desktop().windows().settle(window, leftHalf), leftHalf);
+    EXPECT_TRUE(waitUntilClosed());
+
+    opened();
+    type({Key::tab, Key::right, Key::down, Key::enter});
+    EXPECT_EQ(desktop().windows().settle(window, topRight), topRight);
+    EXPECT_TRUE(waitUntilClosed());
+
+    opened();
+    type({Key::down, Key::down, Key::right, Key::right, Key::space});
+    EXPECT_EQ(desktop().windows().settle(window, bottomLeft), bottomLeft);
+    EXPECT_TRUE(waitUntilClosed());
+
+    // Below the tiles comes "Save current", below that the first switch.
+    opened();
+    type({Key::down, Key::down, Key::down, Key::down, Key::down, Key::down, Key::space});
+    EXPECT_TRUE(waitUntil([&] { return isStored("paused"); }));
+    // The tiles are off now, so that "Save current" is the first.
+    type({Key::up, Key::up, Key::down, Key::space});
+    EXPECT_TRUE(waitUntil([&] { return !isStored("paused"); }));
+    EXPECT_TRUE(panel());
+    type({Key::escape});
+    EXPECT_TRUE(waitUntilClosed());
+    EXPECT_EQ(desktop().windows().active(), window);
+}
+
+TEST_P(MenuTest, everyWayOutWorks) {
+    useDesktop(GetParam());
+    if (IsSkipped()) {
+        return;
+    }
+    program().start();
+    const auto other = startTerminal(otherFrame, "other");
+    const auto terminal = startTerminal(original, "typed");
+
+    openedAt(pointerHome);
+    desktop().keyboard().tap(Key::escape);
+    EXPECT_TRUE(waitUntilClosed());
+    EXPECT_EQ(typedAfter(terminal, Key::slash), "/") << "Escape was for the panel";
+
+    opened();
+    const Frame below = desktop().windows().visibleFrame(other.window).value_or(Frame{});
+    click({below.x + below.width / 2, below.y + below.height / 2});
+    EXPECT_TRUE(waitUntilClosed());
+    EXPECT_TRUE(waitUntil([&] { return desktop().windows().active() == other.window; }));
+    EXPECT_TRUE(waitUntil([&] { return !other.text().empty(); })) << "the click was for the window";
+
+    openedAt(pointerHome);
+    desktop().windows().activate(terminal.window);
+    EXPECT_TRUE(waitUntilClosed()) << "another window is active";
+
+    for (const Button button : {Button::left, Button::right}) {
+        // A menu of the window manager may have come up at the last place.
+        desktop().keyboard().tap(Key::escape);
+        openedAt(pointerHome);
+        desktop().pointer().moveTo({1200, 900});
+        desktop().pointer().click(button);
+        EXPECT_TRUE(waitUntilClosed()) << "the bare desktop was clicked";
+    }
+}
+
+TEST_P(MenuTest, commandAndCommaOpensTheSettingsFile) {
+    useDesktop(GetParam());
+    if (IsSkipped()) {
+        return;
+    }
+    const auto opened = desktop().home() / "opened";
+    const auto opener = desktop().addProgramFolder("programs") / "xdg-open";
+    std::ofstream(opener) << "#!/bin/sh\nprintf '%s' \"$*\" > '" << opened.string() << "'\n";
+    std::filesystem::permissions(opener, std::filesystem::perms::owner_all);
+    program().start();
+    const auto terminal = startTerminal(original, "typed");
+    openedAt(pointerHome);
+    desktop().keyboard().combination({Key::leftSuper}, Key::comma);
+    EXPECT_TRUE(waitUntilClosed());
+    EXPECT_TRUE(waitUntil([&] {
+        return fileContents(opened).ends_with(program().settingsFile().string());
+    })) << fileContents(opened);
+    EXPECT_TRUE(std::filesystem::exists(program().settingsFile()));
+
+    std::filesystem::remove(opened);
+    click(MenuTest::opened().settings());
+    EXPECT_TRUE(waitUntilClosed());
+    EXPECT_TRUE(waitUntil([&] { return !fileContents(opened).empty(); })) << "by the button";
+    EXPECT_EQ(typedAfter(terminal, Key::slash), "/");
+}
+
+TEST_P(MenuTest, commandAndQEndsTheProgram) {
+    useDesktop(GetParam());
+    if (IsSkipped()) {
+        return;
+    }
+    program().start();
+    const auto terminal = startTerminal(original, "typed");
+    const auto shown = openedAt(pointerHome);
+    click(shown.switchOf(MenuSwitch::pause));
+    program().waitUntilIdle();
+    desktop().keyboard().combination({Key::leftSuper}, Key::q);
+    EXPECT_EQ(program().process().waitForEnd(patience),
+              (ProcessEnd{.exitCode = 0, .signal = std::nullopt}));
+    EXPECT_TRUE(isStored("paused"));
+    EXPECT_EQ(typedAfter(terminal, Key::slash), "/") << "the keyboard is free again";
+
+    program().start();
+    click(openedAt(pointerHome).quit());
+    EXPECT_EQ(program().process().waitForEnd(patience),
+              (ProcessEnd{.exitCode = 0, .signal = std::nullopt}));
+    programMayBeGone();
+}
+
+INSTANTIATE_TEST_SUITE_P(On, MenuTest, testedWindowManagers(), windowManagerName);
+
+using MenuOverPrograms = MenuTesting<DesktopTest>;
+
+TEST_F(MenuOverPrograms, aTileSnapsWindowsOfEveryToolkit) {
+    useDesktop("openbox");
+    if (IsSkipped()) {
+        return;
+    }
+    program().start();
+    for (const char* command : {"mousepad", "gtk3-demo", "/usr/lib/qt6/bin/linguist"}) {
+        const xcb_window_t window = desktop().startWithWindow({command});
+        desktop().windows().activate(window);
+        for (const auto& [tile, target] :
+             {std::pair(MenuTile::leftHalf, leftHalf), std::pair(MenuTile::maximize, usableArea),
+              std::pair(MenuTile::bottomLeft, bottomLeft)}) {
+            click(openedAt(pointerHome).tile(tile));
+            EXPECT_EQ(desktop().windows().settle(window, target), target) << command;
+            EXPECT_TRUE(waitUntilClosed());
+        }
+    }
+}
+
+}  // namespace
+}  // namespace tessellon::desktop
