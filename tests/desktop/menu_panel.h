@@ -80,7 +80,7 @@ class MenuPanel {
     static constexpr int headerHeight = 22;
     static constexpr int headingHeight = 20;
     static constexpr int gridTop = padding + headerHeight + spacing + headingHeight + spacing;
-    static constexpr int tileHeight = 52;
+    static constexpr int tileHeight = 53;
     static constexpr int tileSpacing = 7;
     static constexpr int saveTop = gridTop + 4 * tileHeight + 3 * tileSpacing + spacing;
     static constexpr int buttonHeight = 22;

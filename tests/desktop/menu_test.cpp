@@ -2,7 +2,6 @@
 // on the one that was, and there are as many ways out as there are of going on with one's work.
 #include "menu_fixture.h"
 
-#include <algorithm>
 #include <filesystem>
 #include <fstream>
 #include <iterator>

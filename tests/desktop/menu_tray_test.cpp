@@ -1,12 +1,9 @@
 // The status item in trays that others wrote, and in a panel of status notifier items: the panel it
 // opens lies beside it, or at the pointer, and a press of it opens and closes that once.
-#include "harness/screenshot.h"
 #include "harness/status_notifier_host.h"
 #include "harness/tray.h"
 #include "menu_fixture.h"
 
-#include <algorithm>
-#include <cstdlib>
 #include <memory>
 #include <string>
 #include <tuple>
@@ -36,11 +33,6 @@ class MenuTrayTest : public MenuTesting<DesktopTest> {
     }
     static Position middleOf(const Frame& frame) {
         return {frame.x + frame.width / 2, frame.y + frame.height / 2};
-    }
-    void picture(const std::string& name) {
-        if (const char* folder = std::getenv("MENU_PICTURES")) {
-            saveScreenshot(desktop().x(), std::string(folder) + "/" + name + ".png");
-        }
     }
 
     /// Clicks the item and expects the panel with its left edge there, beside the item.
@@ -91,7 +83,6 @@ TEST_P(MenuInTray, everyClickOpensOrClosesItOnce) {
     const int rightMost = screenWidth - MenuPanel::width - margin;
     for (const Button button : {Button::left, Button::right}) {
         expectOpensBeside(item, place(), rightMost);
-        picture(trayProgram(kind()) + (place() == TrayPlace::top ? "_top" : "_bottom"));
         desktop().pointer().click(button);
         EXPECT_TRUE(waitUntilClosed());
         EXPECT_TRUE(staysClosed()) << "the click that closed it must not open it";
@@ -150,7 +141,6 @@ TEST_F(MenuElsewhereInTray, itIsCenteredBelowTheItemWhereThereIsRoom) {
     const Frame item = iconIn(TrayPlace::top);
     EXPECT_GE(item.x, 600);
     expectOpensBeside(item, TrayPlace::top, item.x + item.width / 2 - MenuPanel::width / 2);
-    picture("centered");
     desktop().keyboard().tap(Key::escape);
     EXPECT_TRUE(waitUntilClosed());
 }
@@ -224,7 +214,6 @@ TEST_F(MenuInHost, itOpensByThePointerInsideOfTheDisplay) {
         EXPECT_EQ(at.isBelow ? shown.frame().y : shown.bottom(),
                   at.pointer.y + (at.isBelow ? distanceToItem : -distanceToItem))
             << at.pointer.x;
-        picture("host" + std::to_string(at.pointer.x));
         program().waitUntilIdle();
         clickItemAt(at.pointer);
         EXPECT_TRUE(waitUntilClosed());
