@@ -134,6 +134,9 @@ void AppDelegate::resetTransientUI() {
 }
 
 void AppDelegate::reportTakenShortcuts() {
+    if (hotkeys_.recordingPause()) {
+        return;  // nothing is registered, so nothing is known to be taken
+    }
     std::string taken;
     for (const auto& [target, combo] : keyBindings_.bindings()) {
         if (hotkeys_.takenTargets().contains(target)) {
