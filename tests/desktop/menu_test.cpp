@@ -2,6 +2,7 @@
 // on the one that was, and there are as many ways out as there are of going on with one's work.
 #include "menu_fixture.h"
 
+#include <algorithm>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
@@ -247,6 +248,64 @@ TEST_F(MenuOverPrograms, aTileSnapsWindowsOfEveryToolkit) {
             EXPECT_EQ(desktop().windows().settle(window, target), target) << command;
             EXPECT_TRUE(waitUntilClosed());
         }
+    }
+}
+
+TEST_F(MenuOverPrograms, theWindowInFrontMayDieBeforeATileIsClicked) {
+    useDesktop("openbox");
+    if (IsSkipped()) {
+        return;
+    }
+    program().start();
+    constexpr Frame below{300, 600, 640, 420};
+    const xcb_window_t survivor = startClock(below, "survivor");
+    const xcb_window_t victim = startClock(original, "victim");
+    desktop().windows().activate(victim);
+    // Under focus rules of its own the window manager may make the survivor the active one, which
+    // closes the panel; a tile must not act on it in either case.
+    const auto shown = openedAt(pointerHome);
+    xcb_kill_client(desktop().x().connection(), victim);
+    desktop().x().sync();
+    program().waitUntilIdle();
+    click(shown.tile(MenuTile::leftHalf));
+    EXPECT_TRUE(waitUntilClosed());
+    program().waitUntilIdle();
+    EXPECT_EQ(desktop().windows().visibleFrame(survivor), below);
+    desktop().windows().activate(survivor);
+    click(opened().tile(MenuTile::leftHalf));
+    EXPECT_EQ(desktop().windows().settle(survivor, leftHalf), leftHalf);
+}
+
+TEST_F(MenuOverPrograms, panelAndLauncherGiveWayToEachOther) {
+    useDesktop("openbox");
+    if (IsSkipped()) {
+        return;
+    }
+    program().start();
+    const xcb_window_t window = startClock(original);
+    desktop().windows().activate(window);
+    constexpr int launcherWidth = 472;
+    const auto launcherIsOpen = [&] {
+        const auto shown = desktop().windows().unmanagedOf(program().process().pid());
+        return std::any_of(shown.begin(), shown.end(),
+                           [](const Frame& frame) { return frame.width == launcherWidth; });
+    };
+    for (int round = 0; round < 2; ++round) {
+        openedAt(pointerHome);
+        desktop().keyboard().combination({Key::rightSuper}, Key::slash);
+        EXPECT_TRUE(waitUntil(launcherIsOpen));
+        EXPECT_TRUE(waitUntilClosed());
+        startAgain();
+        EXPECT_TRUE(waitUntilOpen());
+        EXPECT_TRUE(waitUntil([&] { return !launcherIsOpen(); }));
+        // The keyboard is the panel's.
+        program().waitUntilIdle();
+        desktop().keyboard().tap(Key::tab);
+        desktop().keyboard().tap(Key::enter);
+        EXPECT_TRUE(waitUntilClosed());
+        EXPECT_EQ(desktop().windows().settle(window, leftHalf), leftHalf);
+        EXPECT_EQ(desktop().windows().active(), window);
+        EXPECT_EQ(afterPress(window, Held::controlAlt, Key::backspace), original);
     }
 }
 

@@ -64,10 +64,12 @@ class MenuInTray : public MenuTrayTest, public ::testing::WithParamInterface<Tra
         }
         useBareDesktop(monitors);
         desktop().startWindowManager("openbox");
-        startTray(desktop(), kind(), place());
+        tray = &startTray(desktop(), kind(), place());
         program().start();
         return true;
     }
+
+    Process* tray = nullptr;
 };
 
 std::string trayCaseName(const ::testing::TestParamInfo<TrayCase>& info) {
@@ -98,6 +100,25 @@ TEST_P(MenuInTray, everyClickOpensOrClosesItOnce) {
     EXPECT_TRUE(staysClosed()) << "nor one that lasts";
     letTheLastClosePass();
     expectOpensBeside(item, place(), rightMost);
+    desktop().keyboard().tap(Key::escape);
+    EXPECT_TRUE(waitUntilClosed());
+}
+
+TEST_P(MenuInTray, theTrayMayDieWhileItIsOpen) {
+    if (!beginWithTray()) {
+        GTEST_SKIP() << trayProgram(kind()) << " is not installed";
+    }
+    const int rightMost = screenWidth - MenuPanel::width - margin;
+    expectOpensBeside(iconIn(place()), place(), rightMost);
+    killTray(desktop(), *tray);
+    program().waitUntilIdle();
+    EXPECT_TRUE(panel());
+    desktop().keyboard().tap(Key::escape);
+    EXPECT_TRUE(waitUntilClosed());
+    letTheLastClosePass();
+
+    startTray(desktop(), kind(), place());
+    expectOpensBeside(iconIn(place()), place(), rightMost);
     desktop().keyboard().tap(Key::escape);
     EXPECT_TRUE(waitUntilClosed());
 }
@@ -171,6 +192,13 @@ class MenuInHost : public MenuTrayTest {
     bool waitUntilOnList() {
         return waitUntil([&] { return host->items().size() == 1; });
     }
+    /// What the docks leave of the screen, as the window manager says.
+    Frame workArea() {
+        const auto area = desktop().x().values(desktop().x().root(), "_NET_WORKAREA");
+        return area.size() < 4 ? Frame{}
+                               : Frame{static_cast<int>(area[0]), static_cast<int>(area[1]),
+                                       static_cast<int>(area[2]), static_cast<int>(area[3])};
+    }
     /// A click of the item as panels have it: they tell of it when the button is up.
     void press() { desktop().pointer().press(); }
     void releaseAndActivate() {
@@ -219,6 +247,33 @@ TEST_F(MenuInHost, itOpensByThePointerInsideOfTheDisplay) {
         EXPECT_TRUE(waitUntilClosed());
         EXPECT_TRUE(staysClosed()) << at.pointer.x;
         letTheLastClosePass();
+    }
+}
+
+TEST_F(MenuInHost, itStaysClearOfTheBarThatTheItemIsIn) {
+    if (!programExists("tint2")) {
+        GTEST_SKIP() << "tint2 is not installed";
+    }
+    begin();
+    startHost();
+    program().start();
+    ASSERT_TRUE(waitUntilOnList());
+    for (const TrayPlace edge : {TrayPlace::top, TrayPlace::bottom}) {
+        const bool isTop = edge == TrayPlace::top;
+        Process& bar = startTray(desktop(), TrayKind::tint2, edge);
+        ASSERT_TRUE(waitUntil([&] { return workArea().y == (isTop ? trayHeight : 0); }));
+        ASSERT_TRUE(waitUntil([&] { return workArea().height == screenHeight - trayHeight; }));
+        program().waitUntilIdle();
+        clickItemAt({1000, isTop ? 10 : screenHeight - 10});
+        ASSERT_TRUE(waitUntilOpen());
+        const auto shown = panel().value_or(MenuPanel({}));
+        EXPECT_EQ(isTop ? shown.frame().y : shown.bottom(),
+                  isTop ? trayHeight : screenHeight - trayHeight);
+        desktop().keyboard().tap(Key::escape);
+        EXPECT_TRUE(waitUntilClosed());
+        letTheLastClosePass();
+        killTray(desktop(), bar);
+        ASSERT_TRUE(waitUntil([&] { return workArea().height == screenHeight; }));
     }
 }
 
