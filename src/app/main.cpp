@@ -106,9 +106,12 @@ std::optional<std::filesystem::path> iconFolder() {
 }
 
 /// Shows the settings file in the program that the user has chosen for such files.
-void openSettingsFile(DefaultsFile& defaults, const std::string& path) {
+void openSettingsFile(DefaultsFile& defaults, const std::string& path, Beep& beep) {
+    // Written down whatever it is, so that there is a file.
+    defaults.setBool(preference::paused, defaults.boolForKey(preference::paused));
     defaults.flush();
     if (!QDesktopServices::openUrl(QUrl::fromLocalFile(QString::fromStdString(path)))) {
+        beep.beep();
         logWarning("no program on this desktop opens the settings file '" + path + "'");
     }
 }
@@ -240,7 +243,7 @@ int run(int argc, char** argv) {
          [&](const KeyBindings&) {
              return std::make_unique<QtMenuViews>(keyboardFocus, defaults, compositing);
          },
-         [&] { openSettingsFile(defaults, defaultsPath->string()); }});
+         [&] { openSettingsFile(defaults, defaultsPath->string(), beep); }});
     look.reset();
     const Token lost = connection->lost().subscribe([&] {
         endWithoutDisplay();

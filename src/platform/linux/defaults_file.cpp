@@ -273,11 +273,11 @@ bool DefaultsFile::keepAside(std::string_view key) {
     const auto copy = writeAside(path_.parent_path(), fileNameFor(key),
                                  data != nullptr ? ".json" : ".plist", bytes, error);
     if (copy) {
-        logWarning("the stored " + std::string(key) + " cannot be understood; it is kept as " +
-                   copy->string());
+        logWarning("the stored value of '" + std::string(key) +
+                   "' cannot be understood; it is kept as " + copy->string());
     } else if (error) {
-        logWarning("the stored " + std::string(key) +
-                   " cannot be understood, nor a copy of it be kept (" + error.message() +
+        logWarning("the stored value of '" + std::string(key) +
+                   "' cannot be understood, nor a copy of it be kept (" + error.message() +
                    "); it stays as it is");
     }
     return copy || !error;  // without either there was such a copy already
