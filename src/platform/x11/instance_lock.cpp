@@ -1,5 +1,7 @@
 #include "platform/x11/instance_lock.h"
 
+#include "platform/x11/selection_watch.h"
+
 namespace tessellon::x11 {
 
 InstanceLock::InstanceLock(Connection& connection) : connection_(connection) {}
@@ -34,13 +36,7 @@ bool InstanceLock::acquire() {
 }
 
 xcb_window_t InstanceLock::owner() const {
-    connection_.countRoundTrip();
-    const Reply<xcb_get_selection_owner_reply_t> reply(xcb_get_selection_owner_reply(
-        connection_.xcb(),
-        xcb_get_selection_owner_unchecked(connection_.xcb(),
-                                          connection_.atom(Atom::instanceSelection)),
-        nullptr));
-    return reply ? reply->owner : xcb_window_t{XCB_WINDOW_NONE};
+    return selectionOwner(connection_, connection_.atom(Atom::instanceSelection));
 }
 
 // Question and answer are the same message, which names the window of whoever sends it.

@@ -3,8 +3,7 @@
 
 #include "platform/compositing.h"
 #include "platform/x11/connection.h"
-
-#include <cstdint>
+#include "platform/x11/selection_watch.h"
 
 namespace tessellon::x11 {
 
@@ -15,16 +14,12 @@ class X11Compositing final : public Compositing {
 
     /// One round trip.
     bool isActive() const override;
-    const Signal<>& changed() const override { return changed_; }
+    const Signal<>& changed() const override { return watch_.changed(); }
     void preparePanel(NativeWindow window) override;
 
   private:
-    void watchSelection();
-
     const Connection& connection_;
-    std::uint8_t selectionNotify_ = 0;  // the event of the XFixes extension; 0 without it
-    Signal<> changed_;
-    Token listener_;
+    SelectionWatch watch_;
 };
 
 }  // namespace tessellon::x11

@@ -6,8 +6,6 @@
 #include <array>
 #include <utility>
 
-#include <xcb/xfixes.h>
-
 namespace tessellon::x11 {
 namespace {
 
@@ -61,41 +59,12 @@ X11TrayIcon::X11TrayIcon(Connection& connection, const X11Displays& displays, Ru
       runLoop_(runLoop),
       name_(std::move(name)),
       painter_(std::move(painter)),
-      selection_(internSelection(connection)) {
+      selection_(internSelection(connection)),
+      watch_(connection, selection_),
+      ownerChanged_(watch_.changed().subscribe([this] { selectionChanged(); })) {
     listener_ = connection_.addActionListener([this](const auto& event) { onEvent(event); });
     idle_ = connection_.idle().subscribe([this] { settle(); });
-    watchSelection();
-    adopt(selectionOwner());
-}
-
-/// The server's own events leave out a selection that is lost because its owner died.
-void X11TrayIcon::watchSelection() {
-    auto* const xcb = connection_.xcb();
-    const auto* extension = xcb_get_extension_data(xcb, &xcb_xfixes_id);
-    if (extension == nullptr || extension->present == 0) {
-        return;
-    }
-    connection_.countRoundTrip();
-    const Reply<xcb_xfixes_query_version_reply_t> version(xcb_xfixes_query_version_reply(
-        xcb, xcb_xfixes_query_version_unchecked(xcb, 1, 0), nullptr));
-    if (!version) {
-        return;
-    }
-    selectionNotify_ =
-        static_cast<std::uint8_t>(extension->first_event + XCB_XFIXES_SELECTION_NOTIFY);
-    xcb_xfixes_select_selection_input(xcb, connection_.root(), selection_,
-                                      XCB_XFIXES_SELECTION_EVENT_MASK_SET_SELECTION_OWNER |
-                                          XCB_XFIXES_SELECTION_EVENT_MASK_SELECTION_WINDOW_DESTROY |
-                                          XCB_XFIXES_SELECTION_EVENT_MASK_SELECTION_CLIENT_CLOSE);
-    xcb_flush(xcb);
-}
-
-xcb_window_t X11TrayIcon::selectionOwner() const {
-    connection_.countRoundTrip();
-    const Reply<xcb_get_selection_owner_reply_t> reply(xcb_get_selection_owner_reply(
-        connection_.xcb(), xcb_get_selection_owner_unchecked(connection_.xcb(), selection_),
-        nullptr));
-    return reply ? reply->owner : xcb_window_t{XCB_WINDOW_NONE};
+    adopt(selectionOwner(connection_, selection_));
 }
 
 void X11TrayIcon::setShown(bool shown) {
@@ -125,11 +94,7 @@ void X11TrayIcon::setHighlighted(bool highlighted) {
 
 void X11TrayIcon::onEvent(const xcb_generic_event_t& event) {
     const auto type = eventType(event);
-    if (selectionNotify_ != 0 && type == selectionNotify_) {
-        if (eventAs<xcb_xfixes_selection_notify_event_t>(event).selection == selection_) {
-            selectionChanged();
-        }
-    } else if (type == XCB_CLIENT_MESSAGE) {
+    if (type == XCB_CLIENT_MESSAGE) {
         const auto& message = eventAs<xcb_client_message_event_t>(event);
         if (message.window == connection_.root() && message.format == 32 &&
             message.type == connection_.atom(Atom::manager) &&
@@ -227,13 +192,13 @@ void X11TrayIcon::onReparented(xcb_window_t parent) {
 /// A tray that has just got the selection says a little later, in its announcement, that it is
 /// ready.
 void X11TrayIcon::selectionChanged() {
-    if (isAvailable() && selectionOwner() != tray_) {
+    if (isAvailable() && selectionOwner(connection_, selection_) != tray_) {
         adopt(XCB_WINDOW_NONE);
     }
 }
 
 void X11TrayIcon::announced() {
-    const auto owner = selectionOwner();
+    const auto owner = selectionOwner(connection_, selection_);
     if (owner != tray_) {
         adopt(owner);
     } else if (isAvailable()) {

@@ -6,10 +6,10 @@
 #include "platform/run_loop.h"
 #include "platform/tray_icon.h"
 #include "platform/x11/connection.h"
+#include "platform/x11/selection_watch.h"
 #include "platform/x11/tray_plug.h"
 #include "platform/x11/x11_displays.h"
 
-#include <cstdint>
 #include <memory>
 #include <optional>
 #include <string>
@@ -38,8 +38,6 @@ class X11TrayIcon final : public TrayIcon {
         std::optional<IconColor> color;
     };
 
-    void watchSelection();
-    xcb_window_t selectionOwner() const;
     Wishes readWishes() const;
 
     void onEvent(const xcb_generic_event_t& event);
@@ -63,7 +61,8 @@ class X11TrayIcon final : public TrayIcon {
     std::string name_;
     IconPainter painter_;
     xcb_atom_t selection_ = XCB_ATOM_NONE;
-    std::uint8_t selectionNotify_ = 0;  // the event of the XFixes extension; 0 without it
+    SelectionWatch watch_;
+    Token ownerChanged_;
     xcb_window_t tray_ = XCB_WINDOW_NONE;
     Wishes wishes_;
     bool isShown_ = false;
