@@ -9,6 +9,7 @@
 #include "platform/linux/bus_wait.h"
 #include "platform/linux/defaults_file.h"
 #include "platform/linux/desktop_entries.h"
+#include "platform/linux/hidden_session_bus.h"
 #include "platform/linux/logind_power_events.h"
 #include "platform/linux/process_info.h"
 #include "platform/linux/session_service.h"
@@ -136,11 +137,12 @@ bool showRunningInstance(x11::InstanceLock& lock) {
 }
 
 /// The toolkit talks to the session bus while it starts, and waits for its answer for ever.
-void leaveSilentSessionBus(BusProbe& sessionBus) {
-    if (sessionBus.isSilent()) {
-        logWarning("the session bus does not answer; tessellon does without it");
-        setenv("DBUS_SESSION_BUS_ADDRESS", "disabled:", 1);
+std::unique_ptr<HiddenSessionBus> leaveSilentSessionBus(BusProbe& sessionBus) {
+    if (!sessionBus.isSilent()) {
+        return nullptr;
     }
+    logWarning("the session bus does not answer; tessellon starts without it");
+    return std::make_unique<HiddenSessionBus>();
 }
 
 int run(int argc, char** argv) {
@@ -179,9 +181,10 @@ int run(int argc, char** argv) {
             saveSettings();
         }
     };
-    leaveSilentSessionBus(sessionBus);
+    auto hiddenSessionBus = leaveSilentSessionBus(sessionBus);
     prepareToolkit(endWithoutDisplay);
     const QApplication application(argc, argv);
+    hiddenSessionBus.reset();
     QtRunLoop loop;
     signals.serve(loop, [&loop] { loop.quit(EXIT_SUCCESS); });
     if (isWaylandSession()) {

@@ -16,6 +16,18 @@ std::string environment(const char* name) {
     return value != nullptr ? value : "";
 }
 
+/// Whether the bus itself answers a call, which has no arguments.
+bool answers(GDBusConnection* connection, const char* method, const BusWait& wait) {
+    GVariant* const answer = g_dbus_connection_call_sync(
+        connection, "org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus", method,
+        nullptr, nullptr, G_DBUS_CALL_FLAGS_NONE, G_MAXINT, wait.get(), nullptr);
+    if (answer == nullptr) {
+        return false;
+    }
+    g_variant_unref(answer);
+    return true;
+}
+
 }  // namespace
 
 std::string busAddress(Bus bus) {
@@ -53,11 +65,14 @@ OpenBus openBus(const std::string& address, const BusWait& wait) {
     if (address.empty()) {
         return nullptr;
     }
-    return OpenBus(g_dbus_connection_new_for_address_sync(
-        address.c_str(),
-        static_cast<GDBusConnectionFlags>(G_DBUS_CONNECTION_FLAGS_AUTHENTICATION_CLIENT |
-                                          G_DBUS_CONNECTION_FLAGS_MESSAGE_BUS_CONNECTION),
-        nullptr, wait.get(), nullptr));
+    // The library would say Hello by itself, but wait for the answer whatever `wait` says.
+    OpenBus bus(g_dbus_connection_new_for_address_sync(
+        address.c_str(), G_DBUS_CONNECTION_FLAGS_AUTHENTICATION_CLIENT, nullptr, wait.get(),
+        nullptr));
+    if (!bus || !answers(bus.get(), "Hello", wait) || !answers(bus.get(), "GetId", wait)) {
+        return nullptr;
+    }
+    return bus;
 }
 
 BusProbe::BusProbe(Bus bus, Seconds limit)

@@ -45,11 +45,12 @@ class TimeLimit {
     std::jthread thread_;
 };
 
-/// Opens a connection of its own and waits until the bus has greeted it; null when there is no bus,
-/// it refuses, or `wait` was given up.
+/// Opens a connection of its own and waits until the bus has greeted it and answered a question on
+/// top of that, since some fall silent in between; null when there is no bus, it refuses, or `wait`
+/// was given up.
 OpenBus openBus(const std::string& address, const BusWait& wait);
 
-/// Finds out beside the program's thread whether a bus is one that accepts and never answers.
+/// Finds out beside the program's thread whether a bus is one that accepts and does not answer.
 class BusProbe {
   public:
     /// Begins to ask.
