@@ -2,6 +2,7 @@
 
 #include "app/preferences.h"
 
+#include <string_view>
 #include <utility>
 
 namespace tessellon {
@@ -18,6 +19,11 @@ MenuModel::MenuModel(const std::optional<RunningApplication>& application, Snapp
         bundleID_ = application->bundleIdentifier;
     }
     ignored_ = bundleID_ && isIgnored(defaults_, *bundleID_);
+    settingChanged_ = defaults.changed().subscribe([this](std::string_view key) {
+        if (key == preference::ignored) {
+            readIgnored();
+        }
+    });
 }
 
 void MenuModel::toggleIgnored() {
@@ -25,8 +31,15 @@ void MenuModel::toggleIgnored() {
         return;
     }
     tessellon::toggleIgnored(defaults_, *bundleID_);
-    ignored_ = isIgnored(defaults_, *bundleID_);
-    changed_.emit();
+    readIgnored();
+}
+
+void MenuModel::readIgnored() {
+    const bool ignored = bundleID_ && isIgnored(defaults_, *bundleID_);
+    if (ignored != ignored_) {
+        ignored_ = ignored;
+        changed_.emit();
+    }
 }
 
 }  // namespace tessellon

@@ -1,10 +1,11 @@
 // What the panel of the status item shows, and what its controls set off. A model lives as long as
-// one opening of the panel: it is a picture of the moment at which the panel opened.
+// one opening of the panel: all but ignored() is a picture of the moment at which the panel opened.
 #pragma once
 
 #include "arrangements/arrangement.h"
 #include "arrangements/arrangement_store.h"
 #include "base/signal.h"
+#include "base/token.h"
 #include "engine/snap_action.h"
 #include "engine/window_engine.h"
 #include "platform/applications.h"
@@ -43,7 +44,7 @@ class MenuModel {
     /// there is none that could be told apart.
     void toggleIgnored();
 
-    /// Emitted after ignored() was read anew.
+    /// Emitted when ignored() has changed, by whomever.
     const Signal<>& changed() const { return changed_; }
 
     // What the controls do. Each of them may destroy the model.
@@ -56,6 +57,8 @@ class MenuModel {
     std::function<void()> quit;
 
   private:
+    void readIgnored();
+
     UserDefaults& defaults_;
     std::optional<std::string> appName_;
     std::optional<std::string> bundleID_;
@@ -64,6 +67,7 @@ class MenuModel {
     bool ignored_ = false;
     std::vector<Arrangement> arrangements_;
     Signal<> changed_;
+    Token settingChanged_;
 };
 
 }  // namespace tessellon

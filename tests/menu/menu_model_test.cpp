@@ -32,7 +32,6 @@ TEST_F(MenuModelTest, IsAPictureOfItsMoment) {
     const LastSnap last{SnapAction::center, "Editor", "Left"};
     const MenuModel model(application("com.editor"), Snapping::unavailable, last, defaults, store);
     addArrangement(store, {Uuid::random(), "Later", {}, std::nullopt});
-    setIgnoredApplications(defaults, {});
 
     EXPECT_EQ(model.appName(), "Éditeur");
     EXPECT_EQ(model.bundleID(), "com.editor");
@@ -60,6 +59,19 @@ TEST_F(MenuModelTest, TogglingTwiceLeavesTheIgnoredApplicationsAsTheyWere) {
     setIgnoredApplications(defaults, {"com.editor", "com.editor"});
     model.toggleIgnored();
     EXPECT_TRUE(model.ignored());
+}
+
+TEST_F(MenuModelTest, FollowsTheListWhoeverEditsIt) {
+    MenuModel model(application("com.editor"), Snapping::available, std::nullopt, defaults, store);
+    std::vector<bool> told;
+    const auto observer = model.changed().subscribe([&] { told.push_back(model.ignored()); });
+    setIgnoredApplications(defaults, {"com.other"});
+    defaults.setBool(preference::paused, true);
+    EXPECT_TRUE(told.empty()) << "nothing about this application";
+    setIgnoredApplications(defaults, {"com.other", "com.editor"});
+    setIgnoredApplications(defaults, {"com.editor"});
+    defaults.edit(preference::ignored, PropertyValue(std::string()));
+    EXPECT_EQ(told, (std::vector{true, false}));
 }
 
 TEST_F(MenuModelTest, WithoutAnIdentifierThereIsNothingToIgnore) {
