@@ -1,6 +1,8 @@
 #include "ui/chip.h"
 
+#include "ui/control_style.h"
 #include "ui/fonts.h"
+#include "ui/layer.h"
 #include "ui/palette.h"
 #include "ui/shapes.h"
 
@@ -69,8 +71,11 @@ QSize Chip::sizeHint() const {
 }
 
 void Chip::paintEvent(QPaintEvent* /*event*/) {
-    QPainter painter(this);
-    paintChip(painter, QPointF(0, 0), text(), color_, dot_, layoutDirection());
+    QPainter widgetPainter(this);
+    const double opacity = isEnabled() ? 1 : control_style::disabledOpacity;
+    paintLayer(widgetPainter, size(), opacity, [this](QPainter& painter) {
+        paintChip(painter, QPointF(0, 0), text(), color_, dot_, layoutDirection());
+    });
 }
 
 }  // namespace tessellon

@@ -20,7 +20,7 @@ QSizeF chipSize(const QString& text, ChipDot dot = ChipDot::none);
 void paintChip(QPainter& painter, const QPointF& topLeft, const QString& text, const QColor& color,
                ChipDot dot = ChipDot::none, Qt::LayoutDirection direction = Qt::LeftToRight);
 
-/// The chip as a widget; to assistive technology it is its text.
+/// The chip as a widget, dimmed while it is disabled; to assistive technology it is its text.
 class Chip : public QLabel {
   public:
     Chip(const QString& text, const QColor& color, ChipDot dot = ChipDot::none,

@@ -13,7 +13,7 @@ namespace tessellon {
 namespace {
 
 // The box that the mark is drawn in.
-constexpr double box = 18;
+constexpr int box = 18;
 constexpr double radius = 2;
 constexpr double pulseWidth = 1.3;
 
@@ -110,8 +110,9 @@ IconImage statusGlyphImage(int size, IconColor color) {
     picture.fill(Qt::transparent);
     {
         QPainter painter(&picture);
-        const double scale = size / box;
-        paint(painter, onPixels(scaled(scale)), scale, QColor::fromRgb(color));
+        const double scale = static_cast<double>(size) / box;
+        const Edges exact = scaled(scale);
+        paint(painter, size % box == 0 ? exact : onPixels(exact), scale, QColor::fromRgb(color));
     }
     IconImage image;
     image.size = size;
