@@ -34,8 +34,9 @@ QStringList keysOf(const Arrangement& arrangement) {
     // A negative key code stands for a shortcut that was taken away.
     if (arrangement.combo && arrangement.combo->keyCode >= 0) {
         for (const auto& key : displayKeys(*arrangement.combo)) {
-            keys.append(
-                fitText(singleLine(key), keyLabelMaxWidth, keySize, QFont::DemiBold, 1).text);
+            keys.append(fitText(singleLine(key), keyLabelMaxWidth, keyChipsFontSize(keySize),
+                                QFont::DemiBold, 1)
+                            .text);
         }
     }
     return keys;

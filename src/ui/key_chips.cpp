@@ -14,7 +14,6 @@
 namespace tessellon {
 namespace {
 
-constexpr double fontScale = 0.55;
 constexpr double paddingScale = 0.3;
 constexpr double radiusScale = 0.28;
 constexpr double gapScale = 0.16;
@@ -47,7 +46,7 @@ QString spoken(const QString& key) {
 }
 
 QFont capFont(double size) {
-    return interfaceFont(size * fontScale, QFont::DemiBold);
+    return interfaceFont(keyChipsFontSize(size), QFont::DemiBold);
 }
 
 double capWidth(const QFont& font, const QString& key, double size) {

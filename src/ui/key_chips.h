@@ -17,6 +17,13 @@ QStringList onePerCharacter(const QString& text);
 /// technology.
 QString spokenKeys(const QStringList& keys);
 
+/// The font size of the caps' labels, which are semibold; both sizes in logical pixels, `size` a
+/// cap's height.
+constexpr double keyChipsFontSize(double size) {
+    constexpr double scale = 0.55;
+    return size * scale;
+}
+
 /// The room that the caps of `keys` take in a row, in logical pixels; `size` is a cap's height.
 QSizeF keyChipsSize(const QStringList& keys, double size);
 
