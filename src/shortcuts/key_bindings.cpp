@@ -23,6 +23,10 @@ std::vector<HotkeyTarget> KeyBindings::allTargets() const {
     return allTargets(load());
 }
 
+bool KeyBindings::exists(const HotkeyTarget& target) const {
+    return exists(target, load());
+}
+
 std::string KeyBindings::title(const HotkeyTarget& target) const {
     return title(target, load());
 }
@@ -58,6 +62,9 @@ std::optional<std::string> KeyBindings::assignCombo(std::int64_t keyCode, std::u
     const KeyCombo combo{keyCode, mods & modifier_flag::all, std::string(key)};
     std::optional<std::string> movedFrom;
     const auto stored = load();
+    if (!exists(target, stored)) {
+        return std::nullopt;
+    }
     for (const auto& other : allTargets(stored)) {
         if (other == target) {
             continue;
@@ -116,6 +123,12 @@ std::vector<HotkeyTarget> KeyBindings::allTargets(const Stored& stored) {
         targets.push_back(HotkeyTarget::arrangement(arrangement.id));
     }
     return targets;
+}
+
+bool KeyBindings::exists(const HotkeyTarget& target, const Stored& stored) {
+    const auto* const arrangement = std::get_if<HotkeyTarget::Arrangement>(&target.kind);
+    return arrangement == nullptr ||
+           findArrangement(stored.arrangements, arrangement->id) != nullptr;
 }
 
 std::string KeyBindings::title(const HotkeyTarget& target, const Stored& stored) {

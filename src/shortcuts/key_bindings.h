@@ -33,6 +33,9 @@ class KeyBindings {
     /// Of two targets with the same combination the earlier one gets it.
     std::vector<HotkeyTarget> allTargets() const;
 
+    /// Whether there is such a target; an arrangement's goes with the arrangement.
+    bool exists(const HotkeyTarget& target) const;
+
     /// The target's name for the user.
     std::string title(const HotkeyTarget& target) const;
 
@@ -48,6 +51,7 @@ class KeyBindings {
 
     /// Gives the combination to `target`, takes it from every other target and has the hot keys
     /// registered anew. Returns the title of the target that lost it, the last one if several did.
+    /// Changes nothing when there is no such target.
     std::optional<std::string> assignCombo(std::int64_t keyCode, std::uint64_t mods,
                                            std::string_view key, const HotkeyTarget& target);
 
@@ -69,6 +73,9 @@ class KeyBindings {
     /// Emitted before resetToDefaults changes anything; a recording in progress ends then.
     const Signal<>& willReset() const { return willReset_; }
 
+    /// Emitted when somebody else has changed the stored settings; any target may be another.
+    const Signal<>& reloaded() const { return defaults_.reloaded(); }
+
   private:
     /// The stored values that the answer to one question comes from.
     struct Stored {
@@ -78,6 +85,7 @@ class KeyBindings {
 
     Stored load() const;
     static std::vector<HotkeyTarget> allTargets(const Stored& stored);
+    static bool exists(const HotkeyTarget& target, const Stored& stored);
     static std::string title(const HotkeyTarget& target, const Stored& stored);
     static std::optional<KeyCombo> comboFor(const HotkeyTarget& target, const Stored& stored);
     std::optional<Keymap> readKeymap() const;

@@ -28,11 +28,17 @@ Recorder::Recorder(const Services& services)
                                                          ++revision_;
                                                          changed_.emit();
                                                      })),
-      willReset_(services.bindings.willReset().subscribe([this] { stop(); })) {}
+      willReset_(services.bindings.willReset().subscribe([this] { stop(); })),
+      arrangementsChanged_(
+          services.notifications.observe(notification::arrangementsChanged,
+                                         [this](const auto& /*object*/) { stopWithoutTarget(); })),
+      reloaded_(services.bindings.reloaded().subscribe([this] { stopWithoutTarget(); })) {}
 
 Recorder::~Recorder() {
     hotkeysChanged_.reset();
     willReset_.reset();
+    arrangementsChanged_.reset();
+    reloaded_.reset();
     end();
 }
 
@@ -83,13 +89,22 @@ bool Recorder::end() {
     return true;
 }
 
+void Recorder::stopWithoutTarget() {
+    if (target_ && !services_.bindings.exists(*target_)) {
+        stop();
+    }
+}
+
 void Recorder::onKey(const KeyEvent& event) {
     if (!target_) {
         return;
     }
     const HotkeyTarget target = *target_;
     const auto modifiers = event.modifiers & modifier_flag::all;
-    if (modifiers == 0 && clears(event)) {
+    // A combination that leaves out one of the keys that are held would be another one.
+    if (event.isOnFurtherLevel) {
+        suggestModifier(event);
+    } else if (modifiers == 0 && clears(event)) {
         services_.bindings.setCombo(std::nullopt, target);
         services_.hotkeys.registerHotkeys();
         note_.reset();

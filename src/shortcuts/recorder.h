@@ -42,7 +42,7 @@ class Recorder {
     /// Starts recording keys for the target, in place of any other; ends the recording when it is
     /// this target's. All global shortcuts rest meanwhile, and every key goes to the recording,
     /// also those of combinations that other programs hold. It ends by itself once our window is
-    /// not the active one any more.
+    /// not the active one any more, or once there is no such target.
     void toggle(const HotkeyTarget& target);
 
     /// Ends the recording, if there is one, without changing anything.
@@ -72,6 +72,7 @@ class Recorder {
   private:
     void begin(const HotkeyTarget& target);
     bool end();
+    void stopWithoutTarget();
     void onKey(const KeyEvent& event);
     void suggestModifier(const KeyEvent& event);
 
@@ -83,6 +84,8 @@ class Recorder {
     Token resignObserver_;
     Token hotkeysChanged_;
     Token willReset_;
+    Token arrangementsChanged_;
+    Token reloaded_;
     Signal<> changed_;
 };
 

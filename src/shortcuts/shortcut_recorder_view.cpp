@@ -94,6 +94,17 @@ ShortcutRecorder::ShortcutRecorder(Recorder& recorder, const HotkeyTarget& targe
     follow();
 }
 
+ShortcutRecorder::~ShortcutRecorder() {
+    changed_.reset();
+    stopRecording();
+}
+
+void ShortcutRecorder::stopRecording() {
+    if (isRecording()) {
+        recorder_.stop();
+    }
+}
+
 void ShortcutRecorder::follow() {
     const auto before = std::tuple(shown_, keys_, taken_);
     if (revision_ != recorder_.revision()) {
@@ -198,9 +209,8 @@ bool ShortcutRecorder::event(QEvent* event) {
             break;
         case QEvent::WindowDeactivate:
             // Where the focus follows the pointer, nobody else notices.
-            if (isRecording()) {
-                recorder_.stop();
-            }
+        case QEvent::Hide:
+            stopRecording();
             break;
         case QEvent::LayoutDirectionChange:
             place();

@@ -19,14 +19,15 @@ class Chip;
 
 /// The keys of a target's shortcut as caps, "Record" where there is none, or the request for new
 /// keys while they are recorded; with a chip beside it when the shortcut is somebody else's. A
-/// click or the space bar starts the recording and ends it. As wide as what it shows. Leave
-/// FocusRing::reach around it.
+/// click or the space bar starts the recording and ends it, and a control that is hidden or
+/// destroyed ends its own. As wide as what it shows. Leave FocusRing::reach around it.
 class ShortcutRecorder : public QAbstractButton {
   public:
     /// `size` is the height of the key caps in logical pixels. The recorder must outlive the
     /// control.
     ShortcutRecorder(Recorder& recorder, const HotkeyTarget& target, double size,
                      QWidget* parent = nullptr);
+    ~ShortcutRecorder() override;
 
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override { return sizeHint(); }
@@ -44,6 +45,7 @@ class ShortcutRecorder : public QAbstractButton {
     enum class Shown { keys, record, recording };
 
     bool isRecording() const { return recorder_.target() == target_; }
+    void stopRecording();
     void follow();
     void describe();
     void showChip(bool shown);

@@ -93,7 +93,11 @@ TEST_F(KeyBindingsTest, AnArrangementThatIsGoneTakesNoShortcut) {
     int saves = 0;
     const auto token =
         notifications.observe(notification::arrangementsChanged, [&](auto&) { ++saves; });
-    bindings.setCombo(KeyCombo{8, controlOption, "C"}, HotkeyTarget::arrangement(Uuid::random()));
+    const auto gone = HotkeyTarget::arrangement(Uuid::random());
+    EXPECT_FALSE(bindings.exists(gone));
+    bindings.setCombo(KeyCombo{8, controlOption, "C"}, gone);
+    EXPECT_EQ(bindings.assignCombo(8, controlOption, "C", gone), std::nullopt);
+    EXPECT_EQ(bindings.shortcutText(SnapAction::center), "⌃⌥C");
     EXPECT_EQ(saves, 0);
     EXPECT_EQ(defaults.storedValues(), before);
 }

@@ -54,6 +54,26 @@ TEST_F(RecorderTest, KeysThatOnlyTypeAreAnsweredWithAHint) {
     EXPECT_EQ(recorder->note(), std::nullopt);
 }
 
+TEST_F(RecorderTest, AFurtherLevelCannotBeRecorded) {
+    recorder->toggle(left);
+    KeyEvent event;
+    event.isOnFurtherLevel = true;
+    int keys = 0;
+    for (const auto code : {h, virtual_key::escape, virtual_key::deleteBackward}) {
+        for (const auto modifiers : {modifier_flag::control, std::uint64_t{0}}) {
+            event.keyCode = code;
+            event.modifiers = modifiers;
+            EXPECT_EQ(monitors.type(event), KeyVerdict::used);
+            EXPECT_EQ(recorder->note(), hint);
+            EXPECT_EQ(beep.count(), ++keys);
+        }
+    }
+    EXPECT_TRUE(isRecording(left));
+    EXPECT_EQ(storedKeymap(), "(nothing)");
+    type(h, modifier_flag::control, "h");
+    EXPECT_EQ(shortcut(SnapAction::leftHalf), "⌃H");
+}
+
 TEST_F(RecorderTest, EscapeAloneCancelsAndDeleteAloneClears) {
     recorder->toggle(left);
     type(h, 0, "h");
@@ -159,6 +179,28 @@ TEST_F(RecorderTest, ItEndsWithTheKeyWindowWithAResetAndWithTheRecorder) {
     EXPECT_EQ(center.registeredCount(), 19U);
     hotkeys.registerHotkeys();
     bindings.resetToDefaults();
+}
+
+TEST_F(RecorderTest, ItEndsWithItsTarget) {
+    const auto desk = addArrangementNamed("Desk");
+    const auto other = addArrangementNamed("Other");
+    recorder->toggle(desk);
+    removeArrangement(store, *Uuid::parse(other.targetID().substr(sizeof "arrangement")));
+    EXPECT_TRUE(isRecording(desk));
+    removeArrangement(store, *Uuid::parse(desk.targetID().substr(sizeof "arrangement")));
+    EXPECT_TRUE(isIdle());
+
+    const auto edited = addArrangementNamed("Edited");
+    recorder->toggle(edited);
+    defaults.edit(preference::gap, 3.0);
+    EXPECT_TRUE(isRecording(edited));
+    defaults.edit(preference::arrangements, std::nullopt);
+    EXPECT_TRUE(isIdle());
+
+    recorder->toggle(left);
+    addArrangementNamed("Another");
+    defaults.edit(preference::arrangements, std::nullopt);
+    EXPECT_TRUE(isRecording(left));
 }
 
 TEST_F(RecorderTest, WithoutAKeyWindowTheKeyboardIsLeftAlone) {

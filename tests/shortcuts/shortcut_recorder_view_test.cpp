@@ -196,6 +196,30 @@ TEST_F(ShortcutRecorderTest, ItEndsWhenAnotherWindowBecomesActive) {
     EXPECT_EQ(other.toolTip(), "Click to change");
 }
 
+TEST_F(ShortcutRecorderTest, ItEndsWhenItsControlIsHiddenOrDestroyed) {
+    auto& view = control(left);
+    auto& other = control(right);
+    click(view);
+    other.hide();
+    EXPECT_TRUE(isRecording(left)) << "another control";
+    view.hide();
+    EXPECT_TRUE(isIdle());
+    view.show();
+    other.show();
+    settle();
+
+    click(view);
+    delete &other;
+    EXPECT_TRUE(isRecording(left));
+    delete &view;
+    EXPECT_TRUE(isIdle());
+
+    click(control(left));
+    EXPECT_TRUE(isRecording(left));
+    page.hide();
+    EXPECT_TRUE(isIdle());
+}
+
 TEST_F(ShortcutRecorderTest, AssistiveTechnologyHearsTheTargetAndItsKeys) {
     center.holdByOthers(h, 0x1800);
     auto& view = control(left);

@@ -193,6 +193,11 @@ Keyboard::Map Keyboard::read() {
             map.lockVariants.push_back(static_cast<std::uint16_t>(map.lockVariants[i] | lock));
         }
     }
+    const auto otherwiseUsed =
+        XCB_MOD_MASK_SHIFT | XCB_MOD_MASK_CONTROL | map.alt | map.super | map.locks;
+    map.furtherLevels = static_cast<std::uint16_t>(
+        (finder.maskOf({XKB_KEY_ISO_Level3_Shift}) | finder.maskOf({XKB_KEY_ISO_Level5_Shift})) &
+        ~otherwiseUsed);
     return map;
 }
 

@@ -57,6 +57,10 @@ class Keyboard {
     /// release between was lost to somebody else's grab.
     xcb_timestamp_t longestRepeatGap() const { return longestRepeatGap_; }
 
+    /// The modifiers that the keys for further levels are on (ISO_Level3_Shift, which is AltGr, and
+    /// ISO_Level5_Shift) as far as they are good for nothing else; 0 when there are none.
+    std::uint16_t furtherLevelsMask() const { return map_.furtherLevels; }
+
     /// The modifier that Num Lock is on, 0 when on none.
     std::uint16_t numLockMask() const { return map_.numLock; }
 
@@ -78,6 +82,7 @@ class Keyboard {
         std::uint16_t alt = 0;
         std::uint16_t super = 0;
         std::uint16_t numLock = 0;
+        std::uint16_t furtherLevels = 0;
         std::uint16_t locks = 0;
         std::vector<std::uint16_t> lockVariants;
         bool operator==(const Map&) const = default;
