@@ -31,8 +31,8 @@ class LogindPowerEventsTest : public PrivateBusTest {
         EXPECT_EQ(askBus(from, "org.freedesktop.DBus", "GetId").type(), QDBusMessage::ReplyMessage);
     }
 
-    /// True once somebody has asked the bus for the signal and for who sends it.
-    static bool isHeard(QDBusConnection& from) {
+    /// Whether somebody has asked the bus for such signals.
+    static bool isAskedFor(QDBusConnection& from, const QString& name) {
         const QDBusMessage reply =
             askBus(from, "org.freedesktop.DBus.Debug.Stats", "GetAllMatchRules");
         if (reply.type() != QDBusMessage::ReplyMessage) {
@@ -40,11 +40,11 @@ class LogindPowerEventsTest : public PrivateBusTest {
             return true;
         }
         const auto rules = qdbus_cast<QMap<QString, QStringList>>(reply.arguments().constFirst());
-        return std::ranges::any_of(rules, [](const QStringList& ofOne) {
-            return !ofOne.filter("PrepareForSleep").isEmpty() &&
-                   !ofOne.filter("NameOwnerChanged").isEmpty();
-        });
+        return std::ranges::any_of(
+            rules, [&](const QStringList& ofOne) { return !ofOne.filter(name).isEmpty(); });
     }
+
+    static bool isHeard(QDBusConnection& from) { return isAskedFor(from, "PrepareForSleep"); }
 
     LogindPowerEvents events;
     int wakes = 0;
@@ -59,8 +59,9 @@ TEST_F(LogindPowerEventsTest, EachWakingIsToldOnceAndOnlyByLogind) {
     events.start();
     QDBusConnection logind = peer("logind");
     QDBusConnection stranger = peer("stranger");
-    ASSERT_TRUE(waitFor([&] { return isHeard(logind); }));
+    ASSERT_TRUE(waitFor([&] { return isAskedFor(logind, "NameOwnerChanged"); }));
     ASSERT_TRUE(logind.registerService("org.freedesktop.login1")) << "logind may come later";
+    ASSERT_TRUE(waitFor([&] { return isHeard(logind); }));
     announce(stranger, false);
     announce(logind, true);
     announce(logind, false);
@@ -70,6 +71,15 @@ TEST_F(LogindPowerEventsTest, EachWakingIsToldOnceAndOnlyByLogind) {
     announce(logind, false);
     ASSERT_TRUE(waitFor([&] { return wakes > 1; }));
     EXPECT_EQ(wakes, 2);
+
+    ASSERT_TRUE(logind.unregisterService("org.freedesktop.login1"));
+    ASSERT_TRUE(waitFor([&] { return !isHeard(logind); }));
+    ASSERT_TRUE(stranger.registerService("org.freedesktop.login1")) << "it was restarted";
+    ASSERT_TRUE(waitFor([&] { return isHeard(logind); }));
+    announce(logind, false);
+    announce(stranger, false);
+    ASSERT_TRUE(waitFor([&] { return wakes > 2; }));
+    EXPECT_EQ(wakes, 3);
 }
 
 TEST_F(LogindPowerEventsTest, NothingHappensWithoutABus) {

@@ -13,11 +13,9 @@ namespace tessellon {
 // thread when the process ends, so it must never meet a bus that accepts and does not answer.
 // Whether the bus answers is therefore found out first, with a wait that can be given up.
 struct BusConnection::Opening {
-    Opening(Bus bus, std::function<void(QDBusConnection&)> prepareIt,
-            std::function<void(const QDBusConnection&)> openedIt)
+    Opening(Bus bus, std::function<void(const QDBusConnection&)> openedIt)
         : address(busAddress(bus)),
           name(QStringLiteral("tessellon-%1").arg(quintptr(this))),
-          prepare(std::move(prepareIt)),
           opened(std::move(openedIt)),
           thread([this] { open(); }) {}
 
@@ -33,31 +31,25 @@ struct BusConnection::Opening {
         if (!openBus(address, wait) || g_cancellable_is_cancelled(wait.get())) {
             return;
         }
-        auto connection = QDBusConnection::connectToBus(QString::fromStdString(address), name);
+        const auto connection =
+            QDBusConnection::connectToBus(QString::fromStdString(address), name);
         if (!connection.isConnected()) {
             return;
         }
-        if (prepare) {
-            prepare(connection);
-        }
-        if (opened) {
-            QMetaObject::invokeMethod(
-                &home, [this] { opened(QDBusConnection(name)); }, Qt::QueuedConnection);
-        }
+        QMetaObject::invokeMethod(
+            &home, [this] { opened(QDBusConnection(name)); }, Qt::QueuedConnection);
     }
 
     const std::string address;
     const QString name;
-    const std::function<void(QDBusConnection&)> prepare;
     const std::function<void(const QDBusConnection&)> opened;
     BusWait wait;
     QObject home;  // lives in the thread that is told
     std::thread thread;
 };
 
-BusConnection::BusConnection(Bus bus, std::function<void(QDBusConnection&)> prepare,
-                             std::function<void(const QDBusConnection&)> opened)
-    : opening_(std::make_unique<Opening>(bus, std::move(prepare), std::move(opened))) {}
+BusConnection::BusConnection(Bus bus, std::function<void(const QDBusConnection&)> opened)
+    : opening_(std::make_unique<Opening>(bus, std::move(opened))) {}
 
 BusConnection::~BusConnection() = default;
 

@@ -12,12 +12,10 @@ namespace tessellon {
 
 class BusConnection {
   public:
-    /// Begins to open a connection that is shared with nobody, and returns. `prepare` is called
-    /// with it in another thread, where it may wait for the bus, and then `opened`, from the loop
-    /// of the thread that made this object; neither is when there is no bus or it does not answer.
-    /// A QCoreApplication must exist, and outlive this object.
-    BusConnection(Bus bus, std::function<void(QDBusConnection&)> prepare,
-                  std::function<void(const QDBusConnection&)> opened);
+    /// Begins to open a connection that is shared with nobody, and returns. `opened` is called with
+    /// it from the loop of the thread that made this object, as soon as the bus answers; never when
+    /// there is no bus. A QCoreApplication must exist, and outlive this object.
+    BusConnection(Bus bus, std::function<void(const QDBusConnection&)> opened);
     /// Closes the connection, or gives up opening it.
     ~BusConnection();
     BusConnection(const BusConnection&) = delete;

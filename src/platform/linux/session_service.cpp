@@ -27,7 +27,7 @@ struct SessionService::OnBus {
     explicit OnBus(SessionService& service)
         : object(QString::fromStdString(service.display_),
                  [&service] { service.activated_.emit(); }),
-          bus(Bus::session, nullptr, [this](QDBusConnection connection) {
+          bus(Bus::session, [this](QDBusConnection connection) {
               // In this order: whoever finds the name finds the object.
               connection.registerObject(QString::fromUtf8(servicePath), &object,
                                         QDBusConnection::ExportAllSlots);

@@ -42,8 +42,7 @@ struct StatusNotifierItem::OnBus {
                   item.symbolicIcons_ ? QString::fromStdString(item.symbolicIcons_->string())
                                       : QString(),
                   pixmaps(item.paint_), [&item] { item.activated_.emit(); }),
-          bus_(Bus::session, nullptr,
-               [this](const QDBusConnection& connection) { begin(connection); }) {}
+          bus_(Bus::session, [this](const QDBusConnection& connection) { begin(connection); }) {}
 
     bool hasHost() const { return watcher_ && watcher_->hasHost(); }
 

@@ -3,7 +3,6 @@
 #include <QDBusPendingCall>
 #include <QDBusPendingCallWatcher>
 #include <QDBusVariant>
-#include <QStringList>
 #include <utility>
 
 namespace tessellon {
@@ -11,8 +10,6 @@ namespace {
 
 const auto watcherName = QStringLiteral("org.kde.StatusNotifierWatcher");
 const auto watcherPath = QStringLiteral("/StatusNotifierWatcher");
-const auto busName = QStringLiteral("org.freedesktop.DBus");
-const auto busPath = QStringLiteral("/org/freedesktop/DBus");
 
 QVariant firstOf(const QDBusMessage& reply) {
     if (reply.type() != QDBusMessage::ReplyMessage || reply.arguments().isEmpty()) {
@@ -24,12 +21,9 @@ QVariant firstOf(const QDBusMessage& reply) {
 }  // namespace
 
 StatusNotifierWatcher::StatusNotifierWatcher(const QDBusConnection& connection, Listeners listeners)
-    : connection_(connection), listeners_(std::move(listeners)) {
-    connection_.connect(busName, busPath, busName, QStringLiteral("NameOwnerChanged"),
-                        QStringList{watcherName}, QStringLiteral("sss"), this,
-                        SLOT(ownerChanged(QString, QString, QString)));
-    askForOwner();
-}
+    : connection_(connection),
+      listeners_(std::move(listeners)),
+      keeper_(connection, watcherName, [this](const QString& owner) { setOwner(owner); }) {}
 
 void StatusNotifierWatcher::add(const QString& service) {
     if (owner_.isEmpty()) {
@@ -41,29 +35,8 @@ void StatusNotifierWatcher::add(const QString& service) {
     connection_.call(message, QDBus::NoBlock);
 }
 
-void StatusNotifierWatcher::ownerChanged(const QString& /*name*/, const QString& /*before*/,
-                                         const QString& now) {
-    ownerIsKnown_ = true;
-    setOwner(now);
-}
-
-void StatusNotifierWatcher::askForOwner() {
-    auto message =
-        QDBusMessage::createMethodCall(busName, busPath, busName, QStringLiteral("GetNameOwner"));
-    message << watcherName;
-    call(message, [this](const QDBusMessage& reply) {
-        if (!ownerIsKnown_) {
-            setOwner(firstOf(reply).toString());
-        }
-    });
-}
-
-// The owner is addressed by its own name on the bus: what an earlier one still says does not count,
-// and listening to a well-known name would ask the bus who owns it, and wait for the answer.
+// The owner is addressed by its own name on the bus: what an earlier one still says does not count.
 void StatusNotifierWatcher::setOwner(const QString& owner) {
-    if (owner == owner_) {
-        return;
-    }
     listenToOwner(false);
     owner_ = owner;
     ++questions_;

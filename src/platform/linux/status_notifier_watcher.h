@@ -2,6 +2,8 @@
 // shows what is on it; for StatusNotifierItem alone. Nothing here waits for the bus.
 #pragma once
 
+#include "platform/linux/bus_name_owner.h"
+
 #include <QDBusConnection>
 #include <QDBusMessage>
 #include <QObject>
@@ -32,10 +34,8 @@ class StatusNotifierWatcher : public QObject {
     void add(const QString& service);
 
   private:
-    Q_SLOT void ownerChanged(const QString& name, const QString& before, const QString& now);
     Q_SLOT void askForHost();
 
-    void askForOwner();
     void setOwner(const QString& owner);
     void setHasHost(bool hasHost);
     void listenToOwner(bool listen);
@@ -45,8 +45,8 @@ class StatusNotifierWatcher : public QObject {
     Listeners listeners_;
     QString owner_;  // the bus's own name for the connection that keeps the list
     bool hasHost_ = false;
-    bool ownerIsKnown_ = false;
     std::uint64_t questions_ = 0;  // about the host; answers to all but the last are old
+    BusNameOwner keeper_;
 };
 
 }  // namespace tessellon
