@@ -18,7 +18,8 @@ namespace {
 namespace fs = std::filesystem;
 using Status = LoginItemStatus;
 
-constexpr const char* program = "/opt/tessellon/bin/tessellon";
+// One that can be run.
+constexpr const char* program = "/bin/true";
 
 class AutostartEntryTest : public testing::Test {
   protected:
@@ -50,7 +51,7 @@ TEST_F(AutostartEntryTest, ComesAndGoes) {
     EXPECT_EQ(one.registerItem(), std::nullopt);
     EXPECT_EQ(one.status(), Status::enabled);
     const auto text = readFile(ownFile());
-    EXPECT_NE(text.find("TryExec=/opt/tessellon/bin/tessellon\n"), std::string::npos) << text;
+    EXPECT_NE(text.find("TryExec=/bin/true\n"), std::string::npos) << text;
     const auto read = parseDesktopEntry(text);
     ASSERT_TRUE(read);
     EXPECT_EQ(read->name, "Tessellon");
@@ -109,7 +110,7 @@ TEST_F(AutostartEntryTest, WhatADesktopHasSwitchedOffStaysSo) {
 }
 
 TEST_F(AutostartEntryTest, RegisteringCorrectsWhatStartsSomethingElseOrNothing) {
-    EXPECT_EQ(statusWith(entry("", "env A=1 /opt/tessellon/bin/tessellon")), Status::enabled);
+    EXPECT_EQ(statusWith(entry("", "env A=1 /bin/true")), Status::enabled);
     const auto own = readFile(ownFile());
     EXPECT_EQ(item().registerItem(), std::nullopt);
     EXPECT_EQ(readFile(ownFile()), own) << "it starts us already";
@@ -127,6 +128,26 @@ TEST_F(AutostartEntryTest, RegisteringCorrectsWhatStartsSomethingElseOrNothing) 
         EXPECT_EQ(item().registerItem(), std::nullopt);
         EXPECT_EQ(item().status(), Status::enabled);
     }
+}
+
+TEST_F(AutostartEntryTest, AnEntryWhoseProgramIsGoneIsNone) {
+    const auto gone = (temporary_.path() / "gone").string();
+    writeFile(temporary_.path() / "text", "not to be run");
+    for (const auto& tried : {gone, temporary_.path().string(),
+                              (temporary_.path() / "text").string(), std::string("no-such-name")}) {
+        const auto dead = entry("TryExec=" + tried + "\n");
+        EXPECT_EQ(statusWith(dead), Status::notRegistered) << tried;
+        EXPECT_EQ(item().registerItem(), std::nullopt);
+        EXPECT_EQ(readFile(ownFile()).find(tried), std::string::npos) << "not corrected";
+        EXPECT_EQ(item().status(), Status::enabled);
+        EXPECT_EQ(statusWith(dead + "Hidden=true\n"), Status::requiresApproval)
+            << "the user's choice outlasts the program";
+    }
+    EXPECT_EQ(statusWith(entry("TryExec=true\n")), Status::enabled) << "found in PATH";
+
+    fs::remove(ownFile());
+    writeFile(systemFile("first"), entry("TryExec=" + gone + "\n"));
+    EXPECT_EQ(item().status(), Status::notRegistered);
 }
 
 TEST_F(AutostartEntryTest, AnEntryForAllUsersCountsUnlessTheUserHasAnOwn) {

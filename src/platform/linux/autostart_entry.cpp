@@ -113,12 +113,19 @@ std::string about(const fs::path& path, std::string_view what, const std::error_
     return about(path, what) + ": " + error.message() + ".";
 }
 
+/// Whether the condition that TryExec makes, a path or a name to be found in PATH, is met.
+bool canBeRun(const std::string& tryExec) {
+    return tryExec.empty() || GText(g_find_program_in_path(tryExec.c_str()));
+}
+
 std::optional<AutostartFile> readEntry(const fs::path& path,
                                        const std::vector<std::string>& desktops) {
     const auto content = readPrivateFile(path, largestEntry);
-    return content.outcome == FileContent::Outcome::read
-               ? parseAutostartFile(content.bytes, desktops)
-               : std::nullopt;
+    auto entry = content.outcome == FileContent::Outcome::read
+                     ? parseAutostartFile(content.bytes, desktops)
+                     : std::nullopt;
+    // One that the user has switched off stays that, whatever it would have started.
+    return entry && entry->isOn && !canBeRun(entry->tryExec) ? std::nullopt : entry;
 }
 
 /// Also for a link that leads nowhere: it hides what comes after it in the order of folders.
@@ -171,6 +178,7 @@ std::optional<AutostartFile> parseAutostartFile(std::string_view text,
         !lists(file, G_KEY_FILE_DESKTOP_KEY_NOT_SHOW_IN, desktops).value_or(false);
     AutostartFile entry;
     entry.program = execProgram(exec);
+    entry.tryExec = textOf(file, G_KEY_FILE_DESKTOP_KEY_TRY_EXEC);
     entry.isOn = !isHidden && flagOf(file, desktopSwitch, true) && isForDesktop;
     entry.isOurRemoval = isHidden && flagOf(file, removalMark, false);
     return entry;

@@ -29,7 +29,7 @@ class AutostartEntry final : public LoginItem {
     /// An entry that another program of this name would be started by counts as ours: registering
     /// corrects it. One that the desktop's settings have switched off, or that is for other
     /// desktops only, requires approval; one that was switched off for all users, or that no
-    /// desktop would start, counts as none.
+    /// desktop would start (because its TryExec cannot be run, say), counts as none.
     LoginItemStatus status() const override;
     std::optional<std::string> registerItem() override;
     std::optional<std::string> unregisterItem() override;
@@ -52,6 +52,9 @@ AutostartEntry::Places standardAutostartPlaces();
 struct AutostartFile {
     /// The first word of Exec.
     std::string program;
+    /// Without it, when it is named, the entry is not started: a path, or a name to be found in
+    /// PATH.
+    std::string tryExec;
     /// Not deleted at this level (Hidden), not switched off by a desktop's settings, and meant for
     /// this desktop.
     bool isOn = false;
@@ -59,7 +62,7 @@ struct AutostartFile {
     bool isOurRemoval = false;
 };
 
-/// Nothing when no desktop would start anything for this text.
+/// Nothing when no desktop would start anything for this text, whatever is installed.
 std::optional<AutostartFile> parseAutostartFile(std::string_view text,
                                                 const std::vector<std::string>& desktops);
 
