@@ -3,10 +3,8 @@
 #include "arrangements/apply.h"
 #include "arrangements/capture.h"
 #include "base/modifier_flag.h"
-#include "base/text.h"
 #include "menu/menu_placement.h"
 
-#include <algorithm>
 #include <string_view>
 #include <utility>
 
@@ -21,15 +19,17 @@ constexpr Seconds pauseAfterClose{0.3};
 constexpr Seconds releasePeriod{0.05};
 constexpr Seconds longestHold{5};
 
-bool isAscii(std::string_view text) {
-    return std::all_of(text.begin(), text.end(),
-                       [](char c) { return static_cast<unsigned char>(c) < 0x80; });
-}
-
 /// Whether a key types `character`, or has the place of that key in a layout of another script.
 bool isKey(const KeyEvent& event, std::string_view character, std::uint32_t place) {
-    const auto& typed = event.charactersIgnoringModifiers;
-    return isAscii(typed) ? toLower(typed) == character : (event.keyCode & 0xFFFFU) == place;
+    if (event.layoutIsLatin) {
+        return event.charactersIgnoringModifiers == character;
+    }
+    return (event.keyCode & 0xFFFFU) == place && (event.modifiers & modifier_flag::shift) == 0;
+}
+
+bool holdsOnlyCommand(const KeyEvent& event) {
+    return (event.modifiers & modifier_flag::all) == modifier_flag::command &&
+           !event.isOnFurtherLevel;
 }
 
 }  // namespace
@@ -196,7 +196,7 @@ KeyVerdict StatusMenu::onKey(const KeyEvent& event) {
         closeThen(openSettings_);
         return KeyVerdict::used;
     }
-    if (isKey(event, "q", virtual_key::q)) {
+    if (holdsOnlyCommand(event) && isKey(event, "q", virtual_key::q)) {
         closeThen([this] { services_.application.terminate(); });
         return KeyVerdict::used;
     }

@@ -202,7 +202,12 @@ TEST_F(StatusMenuTest, KeysCloseOpenSettingsAndQuit) {
     EXPECT_EQ(commandKey(otherKey, "f"), KeyVerdict::notUsed);
     EXPECT_EQ(commandKey(virtual_key::q, "a"), KeyVerdict::notUsed) << "Latin, in another place";
     EXPECT_EQ(commandKey(virtual_key::comma, ""), KeyVerdict::notUsed) << "a dead key";
-    EXPECT_EQ(commandKey(otherKey, "й"), KeyVerdict::notUsed);
+    for (const auto held : {modifier_flag::shift, modifier_flag::option, modifier_flag::control}) {
+        EXPECT_EQ(key(virtual_key::q, held == modifier_flag::shift ? "Q" : "q",
+                      modifier_flag::command | held),
+                  KeyVerdict::notUsed)
+            << held;
+    }
     ASSERT_TRUE(menu.isOpen());
 
     EXPECT_EQ(key(virtual_key::escape), KeyVerdict::used);
@@ -213,19 +218,63 @@ TEST_F(StatusMenuTest, KeysCloseOpenSettingsAndQuit) {
     EXPECT_EQ(commandKey(otherKey, ","), KeyVerdict::used);
     EXPECT_EQ(settingsOpened, 1);
     opened();
-    EXPECT_EQ(commandKey(virtual_key::comma, "б"), KeyVerdict::used);
+    EXPECT_EQ(key(otherKey, ",", modifier_flag::command | modifier_flag::option), KeyVerdict::used);
     EXPECT_EQ(settingsOpened, 2);
     EXPECT_EQ(application.terminations(), 0);
 
     opened();
     EXPECT_EQ(commandKey(otherKey, "q"), KeyVerdict::used);
-    opened();
-    EXPECT_EQ(key(virtual_key::q, "Q", modifier_flag::command | modifier_flag::shift),
-              KeyVerdict::used);
-    opened();
-    EXPECT_EQ(commandKey(virtual_key::q, "й"), KeyVerdict::used);
-    EXPECT_EQ(application.terminations(), 3);
+    EXPECT_EQ(application.terminations(), 1);
     EXPECT_FALSE(menu.isOpen());
+}
+
+TEST_F(StatusMenuTest, TheKeysAreThoseOfTheLayout) {
+    constexpr std::uint32_t placeOfX = 7;
+    constexpr std::uint32_t placeOfW = 13;
+    struct Layout {
+        const char* name;
+        bool isLatin;
+        std::uint32_t quits;
+        const char* typedByIt;
+        std::uint32_t opensSettings;
+        const char* typedByThat;
+    };
+    for (const auto& layout : {
+             Layout{"dvorak", true, placeOfX, "q", placeOfW, ","},
+             Layout{"il", false, virtual_key::q, "/", virtual_key::comma, "ת"},
+             Layout{"gr", false, virtual_key::q, ";", virtual_key::comma, ","},
+             Layout{"bg", false, virtual_key::q, ",", virtual_key::comma, "р"},
+             Layout{"ru", false, virtual_key::q, "й", virtual_key::comma, "б"},
+         }) {
+        SCOPED_TRACE(layout.name);
+        KeyEvent event;
+        event.layoutIsLatin = layout.isLatin;
+        event.modifiers = modifier_flag::command;
+        const auto typed = [&](std::uint32_t code, const char* text) {
+            event.keyCode = code;
+            event.charactersIgnoringModifiers = text;
+            return desktop_.eventMonitors().type(event);
+        };
+        const int terminationsBefore = application.terminations();
+        const int settingsBefore = settingsOpened;
+        opened();
+        EXPECT_EQ(typed(layout.quits, layout.typedByIt), KeyVerdict::used);
+        EXPECT_EQ(application.terminations(), terminationsBefore + 1);
+        EXPECT_EQ(settingsOpened, settingsBefore);
+        opened();
+        EXPECT_EQ(typed(layout.opensSettings, layout.typedByThat), KeyVerdict::used);
+        EXPECT_EQ(application.terminations(), terminationsBefore + 1);
+        EXPECT_EQ(settingsOpened, settingsBefore + 1);
+
+        opened();
+        EXPECT_EQ(typed(otherKey, layout.isLatin ? "й" : ","), KeyVerdict::notUsed);
+        event.modifiers |= modifier_flag::shift;
+        EXPECT_EQ(typed(layout.opensSettings, "<"), KeyVerdict::notUsed);
+        event.modifiers = modifier_flag::command;
+        event.isOnFurtherLevel = true;
+        EXPECT_EQ(typed(layout.quits, layout.typedByIt), KeyVerdict::notUsed);
+        menu.close();
+    }
 }
 
 TEST_F(StatusMenuTest, ATileSnapsTheWindowThatWasInFrontAtOpening) {
