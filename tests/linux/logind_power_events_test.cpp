@@ -10,6 +10,11 @@
 #include <QMap>
 #include <QStringList>
 #include <algorithm>
+#include <memory>
+#include <set>
+#include <string>
+#include <utility>
+#include <vector>
 
 #include <gtest/gtest.h>
 
@@ -106,11 +111,25 @@ TEST_F(LogindPowerEventsTest, ABusThatEndsIsForgiven) {
 
 TEST_F(LogindPowerEventsTest, ABusThatNeverAnswersDelaysNobody) {
     startSilentBus();
-    LogindPowerEvents waiting;
-    waiting.start();
+    auto waiting = std::make_unique<LogindPowerEvents>();
+    waiting->start();
     events.start();
     EXPECT_TRUE(silentBusIsCalled());
-    EXPECT_EQ(wakes, 0);  // and that both are taken down is the test
+    EXPECT_TRUE(endsAtOnce(std::move(waiting)));
+    EXPECT_EQ(wakes, 0);
+}
+
+TEST_F(LogindPowerEventsTest, ABusThatFallsSilentDelaysNobody) {
+    const std::vector<std::string> methods{"Hello", "GetId", "GetNameOwner"};
+    std::set<std::string> answered;
+    for (const auto& next : methods) {
+        auto& bus = startHalfDeadBus(answered);
+        auto waiting = std::make_unique<LogindPowerEvents>();
+        waiting->start();
+        EXPECT_TRUE(waitFor([&] { return bus.calls(next) > 0; })) << next;
+        EXPECT_TRUE(endsAtOnce(std::move(waiting))) << next;
+        answered.insert(next);
+    }
 }
 
 }  // namespace

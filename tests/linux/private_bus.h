@@ -2,6 +2,7 @@
 // for the test to play.
 #pragma once
 
+#include "half_dead_bus.h"
 #include "temporary_folder.h"
 
 #include <QCoreApplication>
@@ -13,8 +14,13 @@
 #include <QString>
 #include <QStringList>
 #include <functional>
+#include <memory>
+#include <optional>
+#include <set>
+#include <string>
 
 #include <gtest/gtest.h>
+#include <signal.h>
 
 namespace tessellon {
 
@@ -32,6 +38,7 @@ class PrivateBusTest : public testing::Test {
         for (const QString& name : peers_) {
             QDBusConnection::disconnectFromBus(name);
         }
+        continueBus();
         stopBus();
     }
 
@@ -45,6 +52,17 @@ class PrivateBusTest : public testing::Test {
     void stopBus() {
         bus_.kill();
         bus_.waitForFinished();
+    }
+
+    /// From now on the bus keeps everybody waiting.
+    void pauseBus() { signalBus(SIGSTOP); }
+    void continueBus() { signalBus(SIGCONT); }
+
+    /// A bus that lets everybody in and answers calls of those methods of its own, of which every
+    /// connection calls Hello first, and nothing else.
+    HalfDeadBus& startHalfDeadBus(const std::set<std::string>& answered) {
+        halfDead_.reset();
+        return halfDead_.emplace(socket().toStdString(), answered);
     }
 
     /// A bus that accepts whoever comes and never says a word.
@@ -76,12 +94,22 @@ class PrivateBusTest : public testing::Test {
                                                           : QString();
     }
 
+    /// Whether the object is taken down well before the bus libraries give up an answer, which they
+    /// do after 25 seconds.
+    template <typename Object>
+    static bool endsAtOnce(std::unique_ptr<Object> object) {
+        QElapsedTimer clock;
+        clock.start();
+        object.reset();
+        return !clock.hasExpired(patience);
+    }
+
     /// Runs the loop until `done`; false after ten seconds.
     static bool waitFor(const std::function<bool()>& done) {
         QElapsedTimer clock;
         clock.start();
         while (!done()) {
-            if (clock.elapsed() > 10'000) {
+            if (clock.hasExpired(patience)) {
                 return false;
             }
             QCoreApplication::processEvents(QEventLoop::AllEvents, 20);
@@ -90,6 +118,14 @@ class PrivateBusTest : public testing::Test {
     }
 
   private:
+    static constexpr int patience = 10'000;  // milliseconds
+
+    void signalBus(int number) {
+        if (bus_.state() == QProcess::Running) {
+            ::kill(static_cast<pid_t>(bus_.processId()), number);
+        }
+    }
+
     // One address for the whole process: bus libraries ask the environment only once.
     static QString socket() {
         static const TemporaryFolder folder;
@@ -99,6 +135,7 @@ class PrivateBusTest : public testing::Test {
 
     QProcess bus_;
     QLocalServer silent_;
+    std::optional<HalfDeadBus> halfDead_;
     QStringList peers_;
 };
 

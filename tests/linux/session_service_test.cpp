@@ -1,11 +1,16 @@
 // The program on the session bus, and the second start that asks for it.
 #include "platform/linux/session_service.h"
 
+#include "platform/linux/bus_wait.h"
 #include "private_bus.h"
 
 #include <QDBusMessage>
 #include <QDBusPendingCall>
 #include <future>
+#include <memory>
+#include <set>
+#include <string>
+#include <utility>
 
 namespace tessellon {
 namespace {
@@ -87,8 +92,42 @@ TEST_F(SessionServiceTest, WhoeverHangsIsNotWaitedFor) {
         EXPECT_FALSE(activateRunningInstance(":1", impatient));
         stopBus();
     }
+    for (const auto& answered : {std::set<std::string>{}, {"Hello"}, {"Hello", "GetId"}}) {
+        startHalfDeadBus(answered);
+        EXPECT_FALSE(activateRunningInstance(":1", impatient));
+    }
     startSilentBus();
     EXPECT_FALSE(activateRunningInstance(":1", impatient));
+}
+
+TEST_F(SessionServiceTest, ABusThatIsSlowAtTheStartIsWaitedFor) {
+    startBus();
+    auto asker = peer("asker");
+    pauseBus();
+    BusProbe probe(Bus::session, impatient);
+    service.start();
+    EXPECT_TRUE(probe.isSilent());
+    continueBus();
+    EXPECT_TRUE(waitFor([&] { return isOwned(asker); }));
+    EXPECT_TRUE(secondStart(":1"));
+}
+
+TEST_F(SessionServiceTest, ABusThatFallsSilentDelaysNobody) {
+    auto& bus = startHalfDeadBus({"Hello", "GetId"});
+    auto waiting = std::make_unique<SessionService>(":1");
+    waiting->start();
+    EXPECT_TRUE(waitFor([&] { return bus.calls("RequestName") > 0; }));
+    EXPECT_TRUE(endsAtOnce(std::move(waiting)));
+}
+
+TEST_F(SessionServiceTest, SilentIsABusThatDoesNotAnswerAQuestion) {
+    EXPECT_FALSE(BusProbe(Bus::session, patient).isSilent()) << "without a bus";
+    for (const auto& answered : {std::set<std::string>{}, {"Hello"}}) {
+        startHalfDeadBus(answered);
+        EXPECT_TRUE(BusProbe(Bus::session, impatient).isSilent());
+    }
+    startHalfDeadBus({"Hello", "GetId"});
+    EXPECT_FALSE(BusProbe(Bus::session, patient).isSilent());
 }
 
 }  // namespace

@@ -10,6 +10,7 @@
 #include <QDBusPendingCall>
 #include <QDBusVariant>
 #include <QDBusVirtualObject>
+#include <memory>
 #include <vector>
 
 namespace tessellon {
@@ -185,11 +186,23 @@ TEST_F(StatusNotifierItemTest, WithoutABusAndWithASilentOneItIsNotAvailable) {
     QCoreApplication::processEvents();
     EXPECT_FALSE(item.isAvailable());
     startSilentBus();
-    StatusNotifierItem waiting(halfTransparent, std::nullopt);
-    waiting.start();
-    waiting.setShown(true);
+    auto waiting = std::make_unique<StatusNotifierItem>(halfTransparent, std::nullopt);
+    waiting->start();
+    waiting->setShown(true);
     EXPECT_TRUE(silentBusIsCalled());
-    EXPECT_FALSE(waiting.isAvailable());
+    EXPECT_FALSE(waiting->isAvailable());
+    EXPECT_TRUE(endsAtOnce(std::move(waiting)));
+}
+
+TEST_F(StatusNotifierItemTest, ABusThatFallsSilentDelaysNobody) {
+    auto& bus = startHalfDeadBus({"Hello", "GetId"});
+    auto waiting = std::make_unique<StatusNotifierItem>(halfTransparent, std::nullopt);
+    waiting->start();
+    waiting->setShown(true);
+    EXPECT_TRUE(
+        waitFor([&] { return bus.calls("GetNameOwner") > 0 && bus.calls("RequestName") > 0; }));
+    EXPECT_FALSE(waiting->isAvailable());
+    EXPECT_TRUE(endsAtOnce(std::move(waiting)));
 }
 
 }  // namespace
