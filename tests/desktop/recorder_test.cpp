@@ -26,6 +26,7 @@ constexpr auto keyOfOneAndAHalf = static_cast<Key>(49);  // left of the digit 1
 constexpr auto tab = static_cast<Key>(23);
 constexpr auto space = static_cast<Key>(65);
 constexpr auto mute = static_cast<Key>(121);
+constexpr auto rightAlt = static_cast<Key>(108);
 
 constexpr int firstUnnamed = 256;
 constexpr int control = 0x40000;
@@ -285,6 +286,43 @@ TEST_P(RecorderTest, whatAnotherProgramHoldsIsRecordedAndMarked) {
     EXPECT_TRUE(waitUntil([&] { return state()["snap.leftHalf"].ends_with(" free"); }));
 }
 
+TEST_P(RecorderTest, aFurtherLevelOfTheLayoutIsNoPartOfAShortcut) {
+    if (!begin()) {
+        return;
+    }
+    desktop().run({"setxkbmap", "de"});
+    record("leftHalf");
+    desktop().keyboard().combination({Key::leftControl, rightAlt}, Key::h);
+    EXPECT_TRUE(waitUntil([&] { return says("note", hint); })) << state()["note"];
+    EXPECT_TRUE(says("recording", "snap.leftHalf"));
+    desktop().keyboard().combination({Key::leftControl}, Key::j);
+    const Stored controlJ{38, control, "J"};
+    EXPECT_EQ(settled("leftHalf", controlJ), controlJ);
+    EXPECT_TRUE(isIdle());
+}
+
+TEST_P(RecorderTest, theWindowMayBeMovedMeanwhile) {
+    if (!begin()) {
+        return;
+    }
+    record("leftHalf");
+    const auto at = desktop().windows().visibleFrame(window).value_or(Frame{});
+    auto& pointer = desktop().pointer();
+    pointer.moveTo({at.x + at.width / 2, at.y + 8});
+    pointer.press();
+    pointer.moveTo({at.x + at.width / 2 - 200, at.y + 108});
+    pointer.release();
+    // Whether it could be moved, and whether that ended the recording, is the window manager's say.
+    EXPECT_TRUE(waitUntil([&] { return desktop().x().windowManagerServes(); }));
+    desktop().keyboard().tap(Key::escape);
+    EXPECT_TRUE(isIdle());
+    EXPECT_TRUE(waitUntil([&] { return pointer.isFree(); }));
+    desktop().windows().place(window, {600, 300, 500, 400});
+    EXPECT_TRUE(waitUntil([&] { return says("key", placed); })) << state()["key"];
+    EXPECT_EQ(afterRecording("leftHalf", {Key::leftControl}, Key::j, {38, control, "J"}),
+              (Stored{38, control, "J"}));
+}
+
 TEST_P(RecorderTest, everyKeyOfEveryLayoutCanBeRecorded) {
     if (!begin()) {
         return;
@@ -349,7 +387,8 @@ TEST_P(HeldKeyboardRecorderTest, itEndsWhenSomebodyKeepsTheKeyboard) {
     EXPECT_TRUE(isIdle());
 }
 
-// Openbox passes no clicks on meanwhile.
+// Under Openbox the click that begins the recording has not come through while somebody else holds
+// the keyboard.
 INSTANTIATE_TEST_SUITE_P(On, HeldKeyboardRecorderTest, ::testing::Values("xfwm4", "kwin"),
                          windowManagerName);
 

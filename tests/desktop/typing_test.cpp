@@ -9,6 +9,8 @@
 namespace tessellon::desktop {
 namespace {
 
+constexpr auto rightAlt = static_cast<Key>(108);
+
 class TypingTest : public InputTest {
   protected:
     /// Whether the program in front got exactly these taps since the log was cleared.
@@ -179,7 +181,62 @@ TEST_P(OpenboxTypingTest, aLayoutThatIsSetMeanwhileCounts) {
     EXPECT_EQ(typed, "yz");
 }
 
-TEST_P(OpenboxTypingTest, theFirstWindowThatIsActiveAtAllTakesNothing) {
+TEST_P(OpenboxTypingTest, keysTellOfTheirLayoutAndItsLevels) {
+    if (!begin(GetParam())) {
+        return;
+    }
+    std::vector<KeyEvent> events;
+    const auto focus =
+        real->keyboardFocus().take({}, {.key =
+                                            [&](const TypedKey& key) {
+                                                if (key.transition == KeyTransition::pressed &&
+                                                    key.event.keyCode == virtual_key::q) {
+                                                    events.push_back(key.event);
+                                                }
+                                            },
+                                        .lost = {}});
+    const auto typed = [&](const std::vector<Key>& held) {
+        events.clear();
+        desktop().keyboard().combination(held, Key::q);
+        EXPECT_TRUE(comes([&] { return !events.empty(); }));
+        return events.empty() ? KeyEvent{} : events.back();
+    };
+    const auto setLayout = [&](const std::vector<std::string>& layout) {
+        std::vector<std::string> command{"setxkbmap", "-option", "", "-layout"};
+        command.insert(command.end(), layout.begin(), layout.end());
+        desktop().run(command);
+        real->serve();
+    };
+    using Layout = std::vector<std::string>;
+    for (const auto& latin : {Layout{"us"}, Layout{"us", "-variant", "dvorak"}, Layout{"de"},
+                              Layout{"fr"}, Layout{"fr", "-variant", "bepo"}, Layout{"tr"}}) {
+        setLayout(latin);
+        EXPECT_TRUE(typed({}).layoutIsLatin) << latin.front();
+        EXPECT_TRUE(typed({Key::leftShift, Key::leftSuper}).layoutIsLatin) << latin.front();
+    }
+    for (const auto* other : {"il", "gr", "bg", "ru"}) {
+        setLayout({other});
+        EXPECT_FALSE(typed({}).layoutIsLatin) << other;
+        EXPECT_FALSE(typed({Key::leftShift, Key::leftSuper}).layoutIsLatin) << other;
+    }
+    setLayout({"us,gr", "-option", "grp:caps_toggle"});
+    EXPECT_EQ(typed({}).charactersIgnoringModifiers, "q");
+    desktop().keyboard().tap(Key::capsLock);
+    EXPECT_EQ(typed({}).charactersIgnoringModifiers, ";");
+    EXPECT_FALSE(typed({}).layoutIsLatin);
+    desktop().keyboard().tap(Key::capsLock);
+    EXPECT_TRUE(typed({}).layoutIsLatin);
+
+    EXPECT_FALSE(typed({rightAlt}).isOnFurtherLevel) << "an Alt as any other";
+    setLayout({"de"});
+    EXPECT_FALSE(typed({Key::leftAlt}).isOnFurtherLevel);
+    const auto withAltGr = typed({Key::leftControl, rightAlt});
+    EXPECT_TRUE(withAltGr.isOnFurtherLevel);
+    EXPECT_EQ(withAltGr.modifiers, modifier_flag::control);
+    EXPECT_EQ(withAltGr.charactersIgnoringModifiers, "q");
+}
+
+TEST_P(OpenboxTypingTest, anyOtherWindowThatBecomesActiveTakesTheKeyboard) {
     if (!begin(GetParam())) {
         return;
     }
@@ -188,17 +245,20 @@ TEST_P(OpenboxTypingTest, theFirstWindowThatIsActiveAtAllTakesNothing) {
         x.setValues(x.root(), "_NET_ACTIVE_WINDOW", "WINDOW", {window});
         x.sync();
     };
-    announce(XCB_WINDOW_NONE);
-    int keys = 0;
-    bool lost = false;
-    const auto focus = real->keyboardFocus().take(
-        {}, {.key = [&](const TypedKey&) { ++keys; }, .lost = [&] { lost = true; }});
-    announce(log->window());
-    desktop().keyboard().tap(Key::a);
-    EXPECT_TRUE(comes([&] { return keys == 2; }));
-    EXPECT_FALSE(lost);
-    announce(x.root());
-    EXPECT_TRUE(comes([&] { return lost; }));
+    for (const auto first : {log->window(), xcb_window_t{XCB_WINDOW_NONE}}) {
+        announce(first);
+        int keys = 0;
+        bool lost = false;
+        const auto focus = real->keyboardFocus().take(
+            {}, {.key = [&](const TypedKey&) { ++keys; }, .lost = [&] { lost = true; }});
+        announce(XCB_WINDOW_NONE);
+        announce(first);
+        desktop().keyboard().tap(Key::a);
+        EXPECT_TRUE(comes([&] { return keys == 2; })) << "none for a moment";
+        EXPECT_FALSE(lost);
+        announce(first == log->window() ? x.root() : log->window());
+        EXPECT_TRUE(comes([&] { return lost; }));
+    }
 }
 
 INSTANTIATE_TEST_SUITE_P(On, OpenboxTypingTest, ::testing::Values("openbox"), windowManagerName);

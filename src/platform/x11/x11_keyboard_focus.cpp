@@ -290,7 +290,8 @@ X11KeyboardFocus::Scene X11KeyboardFocus::lookAtScene() const {
 
 void X11KeyboardFocus::onActivation() {
     const auto now = lookAtScene();
-    // Some window managers name no window for a moment.
+    // Some window managers name no window for a moment. Where none was active at first, one that
+    // becomes active is another all the same.
     if (now.activeWindow == XCB_WINDOW_NONE || now.activeWindow == holder_->scene.activeWindow) {
         return;
     }
@@ -300,7 +301,7 @@ void X11KeyboardFocus::onActivation() {
     const bool isSideEffect = services_.input.pressedButtons() == 0 &&
                               !(before.pointer == now.pointer) &&
                               isTouched(now.activeWindow, before.pointer, now.pointer);
-    if (before.activeWindow != XCB_WINDOW_NONE && !isSideEffect) {
+    if (!isSideEffect) {
         lose();
     }
 }
