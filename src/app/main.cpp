@@ -16,7 +16,7 @@
 #include "platform/linux/status_notifier_item.h"
 #include "platform/linux/symbolic_icon.h"
 #include "platform/linux/termination_signals.h"
-#include "platform/qt/network_feed_source.h"
+#include "platform/qt/child_feed_source.h"
 #include "platform/qt/qt_own_application.h"
 #include "platform/qt/qt_run_loop.h"
 #include "platform/qt/toolkit.h"
@@ -212,7 +212,7 @@ int run(int argc, char** argv) {
     StatusNotifierItem notifierItem(statusGlyphImage, iconFolder());
     TrayStatusItem statusItem(notifierItem, dockedIcon);
     QtOwnApplication ownApplication(loop);
-    NetworkFeedSource feedSource(TESSELLON_VERSION);
+    ChildFeedSource feedSource(feedFetchersOf(processExecutable(getpid()).value_or("")));
     QtUpdateViews updateViews;
     FeedUpdater updater({feedSource, updateViews, defaults, loop, std::chrono::system_clock::now},
                         *runningVersion, TESSELLON_UPDATE_FEED_URL);

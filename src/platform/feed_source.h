@@ -23,6 +23,7 @@ enum class FeedError : std::uint8_t {
     noSuchFile,
     notAFile,  // a folder, a pipe, a device
     fileNotReadable,
+    fetcherFailed,  // our own side: what was to fetch it could not be run, or broke
 };
 
 struct FeedFailure {

@@ -46,6 +46,8 @@ std::string describe(const FeedFailure& failure) {
             return "The update feed is not a regular file.";
         case FeedError::fileNotReadable:
             return "The file of the update feed cannot be read.";
+        case FeedError::fetcherFailed:
+            return "The part of Tessellon that reads the update feed did not work.";
     }
     return "The check did not work.";
 }
@@ -149,13 +151,17 @@ void FeedUpdater::finish(const FeedResult& result) {
 }
 
 void FeedUpdater::announce(const Update& update) {
-    services_.defaults.setString(preference::announcedVersion, update.version.text());
+    // A feed may go back to an older version, and on again.
+    if (!isAnnounced(update.version)) {
+        services_.defaults.setString(preference::announcedVersion, update.version.text());
+    }
     model_.setState(update);
 }
 
 bool FeedUpdater::isAnnounced(const Version& version) const {
     const auto stored = services_.defaults.stringForKey(preference::announcedVersion);
-    return stored && Version::parse(*stored) == version;
+    const auto announced = stored ? Version::parse(*stored) : std::nullopt;
+    return announced && version <= *announced;
 }
 
 void FeedUpdater::close() {

@@ -55,6 +55,7 @@ class FeedUpdater final : public Updater {
     void finish(const FeedResult& result);
     void close();
     void announce(const Update& update);
+    /// Whether the user has been told of this version or of a newer one.
     bool isAnnounced(const Version& version) const;
     UpdateWindow& window();
     double now() const;

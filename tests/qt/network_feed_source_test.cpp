@@ -4,11 +4,12 @@
 
 #include "linux/temporary_folder.h"
 #include "platform/qt/environment_proxy.h"
+#include "qt/event_loop.h"
+#include "qt/feed_server.h"
 #include "qt/self_signed_certificate.h"
 #include "ui/ui_fixture.h"
 
 #include <QCoreApplication>
-#include <QDeadlineTimer>
 #include <QSslCertificate>
 #include <QSslConfiguration>
 #include <QSslKey>
@@ -31,62 +32,10 @@ namespace tessellon {
 namespace {
 
 using PlainLoopback = NetworkFeedSource::PlainLoopback;
-
-/// Runs the event loop until the condition holds; false when it does not come to hold.
-bool waitFor(const std::function<bool()>& condition) {
-    for (QDeadlineTimer deadline(20000); !condition();) {
-        if (deadline.hasExpired()) {
-            return false;
-        }
-        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents, 50);
-    }
-    return true;
-}
-
-/// A server that answers each request, once its head is there, in the way it is told.
-class Server {
-  public:
-    using Answer = std::function<void(QTcpSocket&)>;
-
-    explicit Server(Answer answer) : Server(std::make_unique<QTcpServer>(), std::move(answer)) {}
-    Server(std::unique_ptr<QTcpServer> server, Answer answer)
-        : answer_(std::move(answer)), server_(std::move(server)) {
-        QObject::connect(server_.get(), &QTcpServer::pendingConnectionAvailable, server_.get(),
-                         [this] { accept(); });
-        EXPECT_TRUE(server_->listen(QHostAddress::LocalHost));
-    }
-
-    std::string address(const char* scheme = "http") const {
-        return std::string(scheme) + "://127.0.0.1:" + std::to_string(server_->serverPort()) +
-               "/feed.json";
-    }
-
-    /// The heads of the requests, oldest first.
-    std::vector<std::string> requests;
-
-  private:
-    void accept() {
-        auto* const socket = server_->nextPendingConnection();
-        QObject::connect(socket, &QTcpSocket::readyRead, server_.get(),
-                         [this, socket, head = std::string()]() mutable {
-                             head += socket->readAll().toStdString();
-                             if (head.ends_with("\r\n\r\n")) {
-                                 requests.push_back(std::exchange(head, {}));
-                                 answer_(*socket);
-                             }
-                         });
-    }
-
-    Answer answer_;
-    std::unique_ptr<QTcpServer> server_;
-};
+using Server = FeedServer;
 
 Server::Answer sends(const std::string& head, const std::string& body) {
-    return [head, body](QTcpSocket& socket) {
-        const auto text = "HTTP/1.1 " + head +
-                          "\r\nContent-Length: " + std::to_string(body.size()) + "\r\n\r\n" + body;
-        socket.write(text.data(), static_cast<qint64>(text.size()));
-    };
+    return Server::sends(head, body);
 }
 
 class NetworkFeedSourceTest : public testing::Test {
@@ -174,13 +123,8 @@ TEST_F(NetworkFeedSourceTest, NoMoreThanTheLimitIsTaken) {
     EXPECT_EQ(error(larger.address()), FeedError::tooLarge);
 
     bool wasLeft = false;
-    Server endless([&wasLeft](QTcpSocket& socket) {
-        const QByteArray block(16384, ' ');
-        QObject::connect(&socket, &QTcpSocket::disconnected, &socket, [&] { wasLeft = true; });
-        QObject::connect(&socket, &QTcpSocket::bytesWritten, &socket,
-                         [&socket, block] { socket.write(block); });
-        socket.write("HTTP/1.1 200 OK\r\n\r\n" + block);
-    });
+    Server endless(
+        Server::sendsForEver("HTTP/1.1 200 OK\r\n\r\n", std::string(16384, ' '), wasLeft));
     EXPECT_EQ(error(endless.address()), FeedError::tooLarge);
     EXPECT_TRUE(waitFor([&] { return wasLeft; })) << "the connection was kept";
 }

@@ -102,7 +102,7 @@ TEST_F(FeedUpdaterTest, EveryFailureHasItsOwnSentence) {
         EXPECT_TRUE(shown<CheckFailed>());
         return shown<CheckFailed>() ? shown<CheckFailed>()->problem : "";
     };
-    constexpr auto last = static_cast<int>(FeedError::fileNotReadable);
+    constexpr auto last = static_cast<int>(FeedError::fetcherFailed);
     for (int error = 0; error <= last; ++error) {
         updater().checkForUpdates();
         source.fail(static_cast<FeedError>(error), 503);
@@ -243,9 +243,19 @@ TEST_F(FeedUpdaterTest, AnAutomaticCheckTellsOfEachVersionOnce) {
     EXPECT_EQ(shown<Update>()->version, Version::parse("1.5"));
     views.model->closed();
 
+    nextDay("1.4");
+    nextDay("1.5");
+    updater().checkForUpdates();
+    source.answer(feedWith("1.4"));
+    EXPECT_EQ(views.windows, 3);
+    EXPECT_EQ(shown<Update>()->version, Version::parse("1.4")) << "what the user asks for is told";
+    views.model->closed();
+    nextDay("1.5");
+    EXPECT_EQ(views.windows, 3) << "the feed went back and on again";
+
     defaults.edit(preference::announcedVersion, std::string("garbage"));
     nextDay("1.5");
-    EXPECT_EQ(views.windows, 3);
+    EXPECT_EQ(views.windows, 4);
 }
 
 TEST_F(FeedUpdaterTest, WhatTheUserWasShownIsNotAnnouncedAgain) {
