@@ -36,9 +36,12 @@ MenuHeader::MenuHeader(const std::optional<LastSnap>& last, QWidget* parent) : M
     state_ = new Chip(QString(), palette::teal, ChipDot::none, this);
     state_->move(title->geometry().right() + 1 + spacing, 0);
     if (last) {
-        const auto text = std::string(tessellon::title(last->action)) + " \u00B7 " + last->app;
-        last_ = new MenuLabel(singleLine(text),
+        const auto action = QString::fromStdString(std::string(tessellon::title(last->action)));
+        const auto app = singleLine(last->app);
+        const auto separator = QStringLiteral(" \u00B7 ");
+        last_ = new MenuLabel(action + separator + isolated(app),
                               {lastSize, QFont::Medium, palette::muted, Qt::AlignRight}, this);
+        last_->setAccessibleName(action + separator + app);
         last_->setAccessibleDescription(QStringLiteral("Last snap"));
     }
     setPaused(false);

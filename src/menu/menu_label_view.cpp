@@ -1,5 +1,6 @@
 #include "menu/menu_label_view.h"
 
+#include "base/text.h"
 #include "ui/accessible_role.h"
 #include "ui/fonts.h"
 
@@ -11,6 +12,10 @@ namespace {
 
 // Far more than fits into any line of the panel. Measuring a text takes time for each character.
 constexpr qsizetype longestLine = 300;
+
+// FIRST STRONG ISOLATE and POP DIRECTIONAL ISOLATE, which do not show.
+constexpr QChar isolateStart(0x2068);
+constexpr QChar isolateEnd(0x2069);
 
 }  // namespace
 
@@ -43,12 +48,16 @@ void MenuLabel::paintEvent(QPaintEvent* /*event*/) {
 }
 
 QString singleLine(const std::string& text) {
-    auto line = QString::fromStdString(text).simplified();
+    auto line = QString::fromStdString(plainText(text)).simplified();
     if (line.size() > longestLine) {
         line.truncate(longestLine);
         line.append(QChar(0x2026));
     }
     return line;
+}
+
+QString isolated(const QString& line) {
+    return line.isEmpty() ? line : isolateStart + line + isolateEnd;
 }
 
 }  // namespace tessellon

@@ -12,12 +12,6 @@ constexpr double distanceToItem = 6;
 /// Between the panel and the edges of the visible area.
 constexpr double margin = 8;
 
-/// What the panel belongs to, and the area that it must not leave.
-struct Anchor {
-    Rect place;
-    Rect visible;
-};
-
 double squaredDistance(const Rect& rect, Point point) {
     const double dx = std::max({rect.minX() - point.x, point.x - rect.maxX(), 0.0});
     const double dy = std::max({rect.minY() - point.y, point.y - rect.maxY(), 0.0});
@@ -47,27 +41,13 @@ Rect visibleAround(const Displays& displays, const Screens& screens, const Rect&
     return screen ? screen->visibleFrame : Rect{};
 }
 
-Anchor findAnchor(const Displays& displays, const Screens& screens, const std::optional<Rect>& item,
-                  const std::optional<Point>& pointer) {
-    if (item) {
-        return {*item, visibleAround(displays, screens, *item)};
-    }
-    if (pointer) {
-        const Rect place{pointer->x, pointer->y, 0, 0};
-        return {place, visibleAround(displays, screens, place)};
-    }
-    const auto main = screens.mainScreen();
-    const auto visible = main ? main->visibleFrame : Rect{};
-    return {{visible.maxX(), visible.maxY(), 0, 0}, visible};
-}
-
-double leftEdge(const Anchor& anchor, double width) {
+double leftEdge(const MenuAnchor& anchor, double width) {
     const double centered = anchor.place.midX() - width * 0.5;
     return std::min(std::max(centered, anchor.visible.minX() + margin),
                     anchor.visible.maxX() - width - margin);
 }
 
-double bottomEdge(const Anchor& anchor, double height) {
+double bottomEdge(const MenuAnchor& anchor, double height) {
     const auto& [place, visible] = anchor;
     const double below = place.minY() - height - distanceToItem;
     const double above = place.maxY() + distanceToItem;
@@ -80,10 +60,21 @@ double bottomEdge(const Anchor& anchor, double height) {
 
 }  // namespace
 
-Rect menuPanelFrame(const Displays& displays, const Screens& screens,
-                    const std::optional<Rect>& item, const std::optional<Point>& pointer,
-                    Size panel) {
-    const auto anchor = findAnchor(displays, screens, item, pointer);
+MenuAnchor menuAnchor(const Displays& displays, const Screens& screens,
+                      const std::optional<Rect>& item, const std::optional<Point>& pointer) {
+    if (item) {
+        return {*item, visibleAround(displays, screens, *item)};
+    }
+    if (pointer) {
+        const Rect place{pointer->x, pointer->y, 0, 0};
+        return {place, visibleAround(displays, screens, place)};
+    }
+    const auto main = screens.mainScreen();
+    const auto visible = main ? main->visibleFrame : Rect{};
+    return {{visible.maxX(), visible.maxY(), 0, 0}, visible};
+}
+
+Rect menuPanelFrame(const MenuAnchor& anchor, Size panel) {
     return {leftEdge(anchor, panel.width), bottomEdge(anchor, panel.height), panel.width,
             panel.height};
 }

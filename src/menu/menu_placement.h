@@ -9,12 +9,22 @@
 
 namespace tessellon {
 
-/// The frame of a panel of this size below the item, above it where there is no room below. Without
-/// the item's place it is the pointer's, and without that the top right corner of the main screen.
-/// It stays within what docks leave of that screen; its top right part does where it is too large.
-/// Everything is in screen coordinates (bottom-left origin of the primary display, y up).
-Rect menuPanelFrame(const Displays& displays, const Screens& screens,
-                    const std::optional<Rect>& item, const std::optional<Point>& pointer,
-                    Size panel);
+/// What the panel belongs to. Everything here is in screen coordinates (bottom-left origin of the
+/// primary display, y up).
+struct MenuAnchor {
+    Rect place;
+    /// What docks leave of the screen there, which the panel must not leave; empty without a
+    /// screen.
+    Rect visible;
+};
+
+/// The anchor at the item. Without its place it is at the pointer, and without that at the top
+/// right corner of the main screen.
+MenuAnchor menuAnchor(const Displays& displays, const Screens& screens,
+                      const std::optional<Rect>& item, const std::optional<Point>& pointer);
+
+/// The frame of a panel of this size below the anchor, above it where there is no room below. It
+/// stays within the visible area; its top right part does where it is too large.
+Rect menuPanelFrame(const MenuAnchor& anchor, Size panel);
 
 }  // namespace tessellon

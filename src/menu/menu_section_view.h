@@ -26,12 +26,12 @@ class MenuSection : public QWidget {
     /// The controls from top to bottom.
     const std::vector<Row>& rows() const { return rows_; }
 
-  protected:
     // The widget is larger than its content, so that the rings around controls at its edge are
     // whole.
     static constexpr int sideOverhang = 10;
     static constexpr int verticalOverhang = 4;
 
+  protected:
     /// The top left corner of the content.
     static QPoint origin() { return {sideOverhang, verticalOverhang}; }
 

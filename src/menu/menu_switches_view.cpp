@@ -28,13 +28,14 @@ constexpr double subtitleSize = 10.5;
 constexpr double chipSpacing = 6;
 constexpr double lineSpacing = 1;
 
-/// The text in one line of `width` logical pixels, or in two of about the same length; what does
-/// not fit into them is cut.
-QStringList wrapped(const QString& text, double width) {
+/// The sentence in one line of `width` logical pixels, or in two of about the same length; what
+/// does not fit into them is cut. It may begin with a name, which is isolated in each line.
+QStringList wrapped(const QString& name, const QString& rest, double width) {
+    const QString text = name + rest;
     const QFont font = interfaceFont(subtitleSize);
     const auto widthOf = [&font](const QString& line) { return textWidth(font, line); };
     if (widthOf(text) <= width) {
-        return {text.trimmed()};
+        return {(isolated(name) + rest).trimmed()};
     }
     qsizetype best = 0;
     double bestWidth = std::numeric_limits<double>::infinity();
@@ -47,8 +48,13 @@ QStringList wrapped(const QString& text, double width) {
             bestWidth = longest;
         }
     }
+    const auto inName = std::min(best, name.size());
+    const auto first = isolated(name.left(inName).trimmed()) + text.mid(inName, best - inName);
+    // The second line takes what is left.
+    const auto second =
+        isolated(name.mid(inName).trimmed()) + text.mid(std::max(best, name.size()));
     QStringList lines;
-    for (const auto& line : {text.left(best).trimmed(), text.mid(best).trimmed()}) {
+    for (const auto& line : {first.trimmed(), second.trimmed()}) {
         if (!line.isEmpty()) {
             lines.append(fitText(line, width, subtitleSize, QFont::Medium, 1).text);
         }
@@ -76,7 +82,7 @@ void MenuSwitchText::breakLines() {
     const double room = width() - textLeft();
     // What is said of the name has to be read, so the name has one line at most.
     const auto name = fitText(name_, room, subtitleSize, QFont::Medium, 1).text;
-    lines_ = name == name_ ? wrapped(name + rest_, room) : QStringList{name, rest_.trimmed()};
+    lines_ = name == name_ ? wrapped(name, rest_, room) : QStringList{name, rest_.trimmed()};
     update();
 }
 
@@ -159,7 +165,7 @@ MenuSwitches::MenuSwitches(const std::optional<std::string>& appName, const Call
                                         : QStringLiteral("No app in front");
     ignoreText_->setSubtitle(name, ignoreSubtitle);
     ignore_->setAccessibleDescription(name + ignoreSubtitle);
-    placeRow(*ignoreText_, {ignore_}, ignoreText_->lineCount() > 1 ? tallRowHeight : rowHeight);
+    placeRow(*ignoreText_, {ignore_}, ignoreText_->lines().size() > 1 ? tallRowHeight : rowHeight);
 
     // The keyboard comes to it before it comes to the switch.
     tile_ = new MenuCapsuleButton(QStringLiteral("Tile now"), this);

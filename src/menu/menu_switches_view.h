@@ -33,8 +33,8 @@ class MenuSwitchText : public QWidget {
     /// Of a subtitle that is too long, `name` is shortened, which it begins with; "" for none.
     void setSubtitle(const QString& name, const QString& rest);
 
-    /// Of the subtitle in the present width.
-    int lineCount() const { return static_cast<int>(lines_.size()); }
+    /// The subtitle as it is drawn in the present width: one line or two.
+    const QStringList& lines() const { return lines_; }
 
   protected:
     void paintEvent(QPaintEvent* event) override;

@@ -13,6 +13,8 @@
 #include <cstdlib>
 #include <functional>
 #include <iterator>
+#include <limits>
+#include <span>
 #include <type_traits>
 
 namespace tessellon {
@@ -21,6 +23,8 @@ namespace {
 constexpr int panelWidth = 330;
 constexpr int padding = 12;
 constexpr int spacing = 10;
+// A row of tiles, and no less on any screen.
+constexpr int leastScrolledHeight = 64;
 constexpr double cornerRadius = 22;
 constexpr double borderWidth = 2;
 constexpr double ruleHeight = 1.5;
@@ -68,6 +72,15 @@ QAbstractButton* beside(const MenuSection::Row& row, const QAbstractButton& cont
     return nullptr;
 }
 
+/// The greatest height of a view within the area, in logical pixels of the screen there.
+int fittingHeight(const Rect& area, std::span<const QtScreenGeometry> screens) {
+    if (area.height <= 0) {
+        return std::numeric_limits<int>::max();
+    }
+    const QRect whole = toQtGeometry(area, screens);
+    return whole.height() - (fromQtGeometry(whole, screens).height > area.height ? 1 : 0);
+}
+
 /// Calls what the member of the model holds, which may destroy the model.
 template <typename... Args>
 void call(MenuModel* model, std::function<void(Args...)> MenuModel::*member,
@@ -79,7 +92,8 @@ void call(MenuModel* model, std::function<void(Args...)> MenuModel::*member,
 
 }  // namespace
 
-MenuView::MenuView(MenuModel& model, UserDefaults& defaults, Compositing& compositing)
+MenuView::MenuView(MenuModel& model, UserDefaults& defaults, Compositing& compositing,
+                   const Rect& area)
     : PanelWindow(PanelLevel::popUpMenu, PanelInput::takesClicks, compositing),
       model_(&model),
       defaults_(defaults),
@@ -88,13 +102,14 @@ MenuView::MenuView(MenuModel& model, UserDefaults& defaults, Compositing& compos
           defaults.changed().subscribe([this](std::string_view key) { settingChanged(key); })) {
     setAccessibleName(QStringLiteral("Tessellon"));
     makeSections();
-    placeSections();
+    const auto screens = qtScreens();
+    placeSections(fittingHeight(area, screens));
     refresh();
     // Else the toolkit would give the focus to the first tile, and that would show its ring.
     setFocus();
 
-    const auto screens = qtScreens();
-    const auto origin = screens.empty() ? QPoint() : screens.front().geometry.topLeft();
+    // On the screen where it will be, whose scale may be its own.
+    const auto origin = toQtGeometry(area, screens).topLeft();
     setScreenFrame(fromQtGeometry({origin, MenuView::sizeHint()}, screens));
 }
 
@@ -110,14 +125,16 @@ QSize MenuView::sizeHint() const {
 
 void MenuView::makeSections() {
     header_ = new MenuHeader(model_->last(), this);
-    auto* const heading = new MenuSnapHeading(this);
+    scroll_ = new MenuScroll(this);
+    auto* const middle = &scroll_->content();
+    auto* const heading = new MenuSnapHeading(middle);
     grid_ =
-        new MenuGrid([this](SnapAction action) { call(model_, &MenuModel::snap, action); }, this);
+        new MenuGrid([this](SnapAction action) { call(model_, &MenuModel::snap, action); }, middle);
     auto* const arrangements = new MenuArrangements(
         model_->arrangements(),
         {.save = [this] { call(model_, &MenuModel::save); },
          .apply = [this](const Arrangement& a) { call(model_, &MenuModel::apply, a); }},
-        this);
+        middle);
     const auto setSetting = [this](std::string_view key, bool value) {
         if (model_ != nullptr) {
             defaults_.setBool(key, value);
@@ -135,7 +152,7 @@ void MenuView::makeSections() {
              },
          .tiling = [setSetting](bool on) { setSetting(preference::tilingEnabled, on); },
          .tile = [this] { call(model_, &MenuModel::tile); }},
-        this);
+        middle);
     switches_->setIgnorable(model_->bundleID().has_value());
     auto* const footer =
         new MenuFooter({.settings = [this] { call(model_, &MenuModel::settings); },
@@ -152,17 +169,30 @@ void MenuView::makeSections() {
     }
 }
 
-void MenuView::placeSections() {
-    int top = padding;
+void MenuView::placeSections(int greatestHeight) {
+    constexpr int side = MenuSection::sideOverhang;
+    constexpr int overhang = MenuSection::verticalOverhang;
+    int scrolledHeight = -spacing;
     for (auto* const section : sections_) {
-        if (section == sections_.back()) {
-            ruleTop_ = top;
-            top += static_cast<int>(std::ceil(ruleHeight)) + spacing;
+        if (section != sections_.front() && section != sections_.back()) {
+            scrolledHeight += spacing;
+            section->moveContent({side, overhang + scrolledHeight});
+            scrolledHeight += section->contentHeight();
         }
-        section->moveContent({padding, top});
-        top += section->contentHeight() + spacing;
     }
-    height_ = top - spacing + padding;
+    auto& footer = *sections_.back();
+    const int footerRoom =
+        static_cast<int>(std::ceil(ruleHeight)) + spacing + footer.contentHeight() + padding;
+
+    header_->moveContent({padding, padding});
+    int top = padding + header_->contentHeight() + spacing;
+    const int room = std::max(greatestHeight - top - spacing - footerRoom, leastScrolledHeight);
+    scroll_->setGeometry(padding - side, top - overhang, MenuSection::contentWidth + 2 * side,
+                         std::min(scrolledHeight, room) + 2 * overhang);
+    scroll_->setContentHeight(scrolledHeight + 2 * overhang);
+    ruleTop_ = top + std::min(scrolledHeight, room) + spacing;
+    height_ = ruleTop_ + footerRoom;
+    footer.moveContent({padding, height_ - padding - footer.contentHeight()});
 }
 
 void MenuView::refresh() {
@@ -199,11 +229,19 @@ void MenuView::paintEvent(QPaintEvent* /*event*/) {
     }
     paintRoundedRect(painter, QRectF(rect()), cornerRadius, palette::paper,
                      {palette::ink, borderWidth});
+    painter.setRenderHint(QPainter::Antialiasing);  // its height is no whole number
     painter.fillRect(QRectF(padding, ruleTop_, MenuSection::contentWidth, ruleHeight),
                      palette::line);
 }
 
 bool MenuView::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::FocusIn) {
+        const auto* const control = static_cast<QWidget*>(watched);
+        if (scroll_->isAncestorOf(control)) {
+            scroll_->reveal(*control);
+        }
+        return false;
+    }
     if (event->type() != QEvent::KeyPress) {
         return PanelWindow::eventFilter(watched, event);
     }

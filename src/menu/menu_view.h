@@ -8,6 +8,7 @@
 #include "menu/menu_grid_view.h"
 #include "menu/menu_header_view.h"
 #include "menu/menu_model.h"
+#include "menu/menu_scroll_view.h"
 #include "menu/menu_switches_view.h"
 #include "platform/qt/panel_window.h"
 #include "platform/user_defaults.h"
@@ -20,8 +21,10 @@ namespace tessellon {
 class MenuView : public PanelWindow {
   public:
     /// The model has to be there until detach() or the end of the view, the settings as long as
-    /// the view. The view's frame is as large as the content needs; it keeps that size.
-    MenuView(MenuModel& model, UserDefaults& defaults, Compositing& compositing);
+    /// the view. The view's frame is as large as the content needs, but no higher than `area`
+    /// (screen coordinates) unless that is empty: else the middle of the content scrolls between
+    /// header and footer. It keeps that size.
+    MenuView(MenuModel& model, UserDefaults& defaults, Compositing& compositing, const Rect& area);
 
     /// Lets go of the model and the settings: from now on nothing that happens to the view has an
     /// effect.
@@ -40,7 +43,8 @@ class MenuView : public PanelWindow {
 
   private:
     void makeSections();
-    void placeSections();
+    /// In logical pixels.
+    void placeSections(int greatestHeight);
     void refresh();
     void settingChanged(std::string_view key);
     /// Moves the focus as an arrow key says; to the first control when none has it.
@@ -52,6 +56,7 @@ class MenuView : public PanelWindow {
     Token modelChanged_;
     Token settingChanged_;
     MenuHeader* header_ = nullptr;
+    MenuScroll* scroll_ = nullptr;
     MenuGrid* grid_ = nullptr;
     MenuSwitches* switches_ = nullptr;
     /// From top to bottom.

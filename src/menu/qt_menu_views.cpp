@@ -24,8 +24,8 @@ class MenuPanel final : public QtKeyPanel {
 
 }  // namespace
 
-std::unique_ptr<KeyPanel> QtMenuViews::makePanel(MenuModel& model) {
-    auto* const view = new MenuView(model, defaults_, compositing_);
+std::unique_ptr<KeyPanel> QtMenuViews::makePanel(MenuModel& model, const Rect& area) {
+    auto* const view = new MenuView(model, defaults_, compositing_, area);
     return std::make_unique<MenuPanel>(*view, PanelWindowPointer<>(view), keyboard_);
 }
 

@@ -17,7 +17,7 @@ class QtMenuViews final : public MenuViews {
     QtMenuViews(KeyboardFocus& keyboard, UserDefaults& defaults, Compositing& compositing)
         : keyboard_(keyboard), defaults_(defaults), compositing_(compositing) {}
 
-    std::unique_ptr<KeyPanel> makePanel(MenuModel& model) override;
+    std::unique_ptr<KeyPanel> makePanel(MenuModel& model, const Rect& area) override;
 
   private:
     KeyboardFocus& keyboard_;

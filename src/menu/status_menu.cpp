@@ -3,7 +3,6 @@
 #include "arrangements/apply.h"
 #include "arrangements/capture.h"
 #include "base/modifier_flag.h"
-#include "menu/menu_placement.h"
 
 #include <string_view>
 #include <utility>
@@ -62,12 +61,13 @@ void StatusMenu::show() {
     model_ = std::make_unique<MenuModel>(target.application, snapping, engine.lastSnap(),
                                          engine.services().defaults, services_.arrangements);
     setCallbacks(target.window);
-    panel_ = services_.views.makePanel(*model_);
+    const auto anchor = findAnchor();
+    panel_ = services_.views.makePanel(*model_, anchor.visible);
     if (!panel_) {
         model_.reset();
         return;
     }
-    placePanel();
+    panel_->setFrame(menuPanelFrame(anchor, panel_->frame().size()));
     watch();
     services_.item.setHighlighted(true);
     panel_->makeKeyAndOrderFront();
@@ -119,12 +119,11 @@ StatusMenu::Target StatusMenu::findTarget() const {
     return {std::move(front), engine.windows().focusedWindow()};
 }
 
-void StatusMenu::placePanel() {
+MenuAnchor StatusMenu::findAnchor() const {
     const auto& services = services_.engine.services();
     const auto item = services_.item.frame();
     const auto pointer = item ? std::nullopt : services.eventMonitors.pointerLocation();
-    panel_->setFrame(menuPanelFrame(services.displays, services_.engine.screens(), item, pointer,
-                                    panel_->frame().size()));
+    return menuAnchor(services.displays, services_.engine.screens(), item, pointer);
 }
 
 void StatusMenu::watch() {

@@ -6,6 +6,7 @@
 #include "base/token.h"
 #include "engine/window_engine.h"
 #include "menu/menu_model.h"
+#include "menu/menu_placement.h"
 #include "platform/accessibility.h"
 #include "platform/applications.h"
 #include "platform/beep.h"
@@ -31,8 +32,10 @@ class MenuViews {
     virtual ~MenuViews() = default;
 
     /// A panel that shows the model and is as large as that needs (the size of its frame, in
-    /// device pixels). The model outlives the panel. Null when there can be no panel.
-    virtual std::unique_ptr<KeyPanel> makePanel(MenuModel& model) = 0;
+    /// device pixels), but no higher than `area`, the part of a screen (screen coordinates) where
+    /// it will be; an empty one sets no limit. The model outlives the panel. Null when there can
+    /// be no panel.
+    virtual std::unique_ptr<KeyPanel> makePanel(MenuModel& model, const Rect& area) = 0;
 };
 
 class StatusMenu {
@@ -80,7 +83,7 @@ class StatusMenu {
     };
 
     Target findTarget() const;
-    void placePanel();
+    MenuAnchor findAnchor() const;
     void watch();
     void setCallbacks(const std::optional<Element>& window);
     /// The effect must not be part of the model, which closing destroys.

@@ -25,9 +25,14 @@ struct MenuPanelState {
 class FakeMenuPanel final : public KeyPanel {
   public:
     FakeMenuPanel(std::shared_ptr<MenuPanelState> state, MenuModel& model)
-        : state_(std::move(state)), model_(model) {}
+        : state_(std::move(state)) {
+        // What the model holds goes with it.
+        auto sentinel = std::make_shared<int>();
+        model_ = sentinel;
+        model.quit = [quit = model.quit, sentinel = std::move(sentinel)] { quit(); };
+    }
     ~FakeMenuPanel() override {
-        EXPECT_TRUE(model_.quit) << "the model outlives the panel";
+        EXPECT_FALSE(model_.expired()) << "the model outlives the panel";
         state_->exists = false;
     }
     FakeMenuPanel(const FakeMenuPanel&) = delete;
@@ -49,12 +54,13 @@ class FakeMenuPanel final : public KeyPanel {
 
   private:
     std::shared_ptr<MenuPanelState> state_;
-    MenuModel& model_;
+    std::weak_ptr<int> model_;
 };
 
 class FakeMenuViews final : public MenuViews {
   public:
-    std::unique_ptr<KeyPanel> makePanel(MenuModel& model) override {
+    std::unique_ptr<KeyPanel> makePanel(MenuModel& model, const Rect& area) override {
+        areas.push_back(area);
         if (!available) {
             return nullptr;
         }
@@ -66,6 +72,8 @@ class FakeMenuViews final : public MenuViews {
 
     bool available = true;
     std::vector<std::shared_ptr<MenuPanelState>> states;
+    /// What each panel was told that it must not leave.
+    std::vector<Rect> areas;
     FakeMenuPanel* panel = nullptr;
 };
 

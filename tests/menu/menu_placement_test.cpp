@@ -17,7 +17,7 @@ class MenuPlacementTest : public EngineTest {
     Rect frame(const std::optional<Rect>& item, const std::optional<Point>& pointer = std::nullopt,
                Size panel = size) {
         const Screens screens(desktop_.displays(), defaults_);
-        return menuPanelFrame(desktop_.displays(), screens, item, pointer, panel);
+        return menuPanelFrame(menuAnchor(desktop_.displays(), screens, item, pointer), panel);
     }
     Point origin(const std::optional<Rect>& item,
                  const std::optional<Point>& pointer = std::nullopt, Size panel = size) {

@@ -103,7 +103,7 @@ TEST_F(MenuViewTest, TheApplicationIsIgnoredAndNotAnyMore) {
 TEST_F(MenuViewTest, WithoutAnApplicationNothingIsIgnored) {
     // What the panel shows when it finds nobody in front.
     MenuModel model(std::nullopt, Snapping::unavailable, std::nullopt, defaults_, store);
-    MenuView alone(model, defaults_, compositing);
+    MenuView alone(model, defaults_, compositing, {});
     auto* const ignore = all<PillToggle>(alone).at(1);
     EXPECT_EQ(ignore->accessibleDescription(), QStringLiteral("No app in front"));
     click(*ignore);
@@ -123,7 +123,9 @@ TEST_F(MenuViewTest, TilingShowsItsButtonAndKeepsTheHeight) {
     EXPECT_TRUE(button.isVisible());
     EXPECT_TRUE(tiling.accessibleDescription().endsWith("Master on the left, the rest stacked"));
     EXPECT_EQ(view().screenFrame(), frame);
-    EXPECT_LE(all<MenuSwitchText>(view()).at(2)->lineCount(), 2);
+    const auto& lines = all<MenuSwitchText>(view()).at(2)->lines();
+    EXPECT_EQ(lines.size(), 2) << "beside the button";
+    EXPECT_EQ(lines.join(' '), QStringLiteral("Master on the left, the rest stacked"));
 
     open(browser, {300, 300, 500, 500});
     click(control("Tile now"));
@@ -229,7 +231,10 @@ TEST_F(MenuViewTest, LongNamesLeaveTheRestReadable) {
     store.save(std::vector{arrangement(std::string(2'000'000, 'W'))});
     openMenu();
     EXPECT_EQ(view().width(), 330);
-    EXPECT_EQ(all<MenuSwitchText>(view()).at(1)->lineCount(), 2);
+    const auto& lines = all<MenuSwitchText>(view()).at(1)->lines();
+    ASSERT_EQ(lines.size(), 2);
+    EXPECT_TRUE(lines[0].contains("The Extraordinarily")) << lines[0].toStdString();
+    EXPECT_EQ(lines[1], QStringLiteral("never snaps while this is on"));
     const auto image = picture();
     for (int y = 24; y < image.height() - 24; ++y) {
         for (const int x : {3, 7, 330 - 4, 330 - 8}) {
