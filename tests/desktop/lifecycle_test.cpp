@@ -1,13 +1,16 @@
 // Starting, ending, and everything that can be pulled away from under the program while it runs.
-#include "desktop_fixture.h"
+#include "harness/status_notifier_host.h"
+#include "linux/half_dead_bus.h"
+#include "menu_fixture.h"
 
+#include <filesystem>
+#include <fstream>
 #include <nlohmann/json.hpp>
 #include <random>
+#include <set>
 #include <thread>
 
 #include <signal.h>
-#include <sys/socket.h>
-#include <sys/un.h>
 #include <unistd.h>
 
 namespace tessellon::desktop {
@@ -74,7 +77,7 @@ TEST_P(WindowManagerLifeTest, aWindowManagerThatHangsDoesNotHangTheProgram) {
 
 INSTANTIATE_TEST_SUITE_P(On, WindowManagerLifeTest, testedWindowManagers(), windowManagerName);
 
-using LifecycleTest = DesktopTest;
+using LifecycleTest = MenuTesting<DesktopTest>;
 
 TEST_F(LifecycleTest, windowsThatDieWhileTheyAreSnapped) {
     useDesktop("openbox");
@@ -106,6 +109,7 @@ TEST_F(LifecycleTest, aSecondStartIsAnsweredByTheFirstInstance) {
     EXPECT_EQ(second.process().waitForEnd(patience), endedWell);
     EXPECT_EQ(second.standardError(), "");
     EXPECT_TRUE(program().running());
+    EXPECT_TRUE(waitUntilOpen()) << "the first one shows its panel";
 }
 
 TEST_F(LifecycleTest, aSecondStartSaysSoWhenTheFirstInstanceHangs) {
@@ -122,7 +126,8 @@ TEST_F(LifecycleTest, aSecondStartSaysSoWhenTheFirstInstanceHangs) {
     program().process().signal(SIGCONT);
     ASSERT_TRUE(end && end->exitCode);
     EXPECT_NE(*end->exitCode, 0);
-    EXPECT_NE(second.standardError(), "");
+    EXPECT_NE(second.standardError().find("does not answer"), std::string::npos)
+        << second.standardError();
     const xcb_window_t window = startClock(original);
     EXPECT_EQ(snap(window, Held::controlAlt, Key::left, leftHalf), leftHalf);
 }
@@ -196,22 +201,56 @@ TEST_F(LifecycleTest, aSilentSessionBusIsDoneWithout) {
     if (IsSkipped()) {
         return;
     }
-    sockaddr_un address{};
-    address.sun_family = AF_UNIX;
-    const std::string path = desktop().home() / "silent";
-    path.copy(std::data(address.sun_path), sizeof address.sun_path - 1);
-    const int listening = socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
-    ASSERT_EQ(bind(listening, reinterpret_cast<const sockaddr*>(&address), sizeof address), 0);
-    ASSERT_EQ(listen(listening, 8), 0);
-    program().setEnvironment("DBUS_SESSION_BUS_ADDRESS", "unix:path=" + path);
-    program().start();
+    const std::string socket = desktop().home() / "silent";
+    program().setEnvironment("DBUS_SESSION_BUS_ADDRESS", "unix:path=" + socket);
+    program().setEnvironment("DBUS_SYSTEM_BUS_ADDRESS", "unix:path=" + socket);
     programMaySpeak();
-    EXPECT_NE(program().standardError().find("session bus"), std::string::npos);
+    for (const auto& answered : {std::set<std::string>{}, {"Hello"}}) {
+        const HalfDeadBus bus(socket, answered);
+        program().start();
+        EXPECT_NE(program().standardError().find("session bus"), std::string::npos);
+        const xcb_window_t window = startClock(original);
+        EXPECT_EQ(snap(window, Held::controlAlt, Key::left, leftHalf), leftHalf);
+        EXPECT_EQ(program().stop(), endedWell);
+    }
+    program().start();
+}
+
+TEST_F(LifecycleTest, aSessionBusThatIsSlowAtTheStartIsThereLater) {
+    useDesktop("openbox");
+    if (IsSkipped()) {
+        return;
+    }
+    const auto found = desktop().home() / "found";
+    const auto opener = desktop().addProgramFolder("programs") / "xdg-open";
+    std::ofstream(opener) << "#!/bin/sh\nprintf '%s' \"$DBUS_SESSION_BUS_ADDRESS\" > '"
+                          << found.string() << "'\n";
+    std::filesystem::permissions(opener, std::filesystem::perms::owner_all);
+    const StatusNotifierHost host(desktop().environment());
+    desktop().busProcess().signal(SIGSTOP);
+    programMaySpeak();
+    program().start();
     const xcb_window_t window = startClock(original);
     EXPECT_EQ(snap(window, Held::controlAlt, Key::left, leftHalf), leftHalf);
-    EXPECT_EQ(program().stop(), endedWell);
-    close(listening);
-    program().start();
+    click(opened().settings());
+    EXPECT_TRUE(waitUntil([&] {
+        return fileContents(found) == desktop().environment().at("DBUS_SESSION_BUS_ADDRESS");
+    })) << "programs that are started from here find: "
+        << fileContents(found);
+    EXPECT_TRUE(waitUntilClosed());
+
+    desktop().busProcess().signal(SIGCONT);
+    ASSERT_TRUE(waitUntil([&] { return host.items().size() == 1; }));
+    letTheLastClosePass();
+    EXPECT_TRUE(host.activate(host.items().front(), 100, 100));
+    EXPECT_TRUE(waitUntilOpen());
+    desktop().keyboard().tap(Key::escape);
+    ASSERT_TRUE(waitUntilClosed());
+    desktop().run({"gdbus", "wait", "--session", "--timeout", "10", "app.tessellon.Tessellon"});
+    desktop().run({"gdbus", "call", "--session", "--dest", "app.tessellon.Tessellon",
+                   "--object-path", "/app/tessellon/Tessellon", "--method",
+                   "org.freedesktop.Application.Activate", "{}"});
+    EXPECT_TRUE(waitUntilOpen()) << "a start by the desktop is answered";
 }
 
 TEST_F(LifecycleTest, endsWellOnBothSignals) {

@@ -58,6 +58,9 @@ class PrivateDesktop {
     void killWindowManager();
     Process& windowManagerProcess() { return *windowManager_; }
 
+    /// What the session bus and the system's are.
+    Process& busProcess() { return *bus_; }
+
     /// Starts a compositing manager, which shows windows through each other, and waits until it is
     /// in charge.
     void startCompositor();
