@@ -41,9 +41,9 @@ struct KeyEvent {
     /// What the key types with no modifier but Shift; "" when that is nothing. Of a dead key it is
     /// its sign, of a key of the keypad what Num Lock makes of it.
     std::string charactersIgnoringModifiers;
-    /// The layout in use types each of the letters a to z with no modifier, so that a character
-    /// tells which key is meant. In other layouts, such as those of other scripts, signs may be
-    /// anywhere, and only the place of a key tells.
+    /// The layout in use is for a Latin script: some key types a plain q, so that a character tells
+    /// which key is meant. Layouts of other scripts have their signs anywhere, and those of a few
+    /// Latin ones, such as that of Esperanto, have no q; there only the place of a key tells.
     bool layoutIsLatin = true;
     /// A key that chooses a further level of signs, such as AltGr, is held. No shortcut can ask for
     /// it: modifier_flag has no bit for it.

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <array>
-#include <bitset>
 #include <clocale>
 #include <cstdlib>
 #include <cstring>
@@ -130,20 +129,19 @@ std::string KeyText::textIgnoringModifiers(const xcb_key_press_event_t& event) {
     return signOfDeadKey(symbol);
 }
 
-bool KeyText::typesAllLatinLetters(std::uint16_t state) {
+bool KeyText::typesLatinQ(std::uint16_t state) {
     setState(state);
-    std::bitset<'z' - 'a' + 1> letters;
     const auto last = xkb_keymap_max_keycode(keymap_.get());
     for (auto code = xkb_keymap_min_keycode(keymap_.get()); code <= last; ++code) {
         const auto layout = xkb_state_key_get_layout(state_.get(), code);
         const xkb_keysym_t* symbols = nullptr;
         if (layout != XKB_LAYOUT_INVALID &&
             xkb_keymap_key_get_syms_by_level(keymap_.get(), code, layout, 0, &symbols) == 1 &&
-            *symbols >= XKB_KEY_a && *symbols <= XKB_KEY_z) {
-            letters.set(*symbols - XKB_KEY_a);
+            *symbols == XKB_KEY_q) {
+            return true;
         }
     }
-    return letters.all();
+    return false;
 }
 
 KeyText::Typed KeyText::describe(const xcb_key_press_event_t& event) {
@@ -153,7 +151,7 @@ KeyText::Typed KeyText::describe(const xcb_key_press_event_t& event) {
     typed.event.modifiers = keyboard_.modifierFlags(event.state);
     typed.event.isOnFurtherLevel = (event.state & keyboard_.furtherLevelsMask()) != 0;
     if (state_) {
-        typed.event.layoutIsLatin = typesAllLatinLetters(event.state);
+        typed.event.layoutIsLatin = typesLatinQ(event.state);
         typed.event.charactersIgnoringModifiers = textIgnoringModifiers(event);
         typed.event.characters = textWith(event.detail, event.state);
         typed.symbol = xkb_state_key_get_one_sym(state_.get(), event.detail);

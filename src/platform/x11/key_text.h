@@ -43,7 +43,7 @@ class KeyText {
     void setState(std::uint16_t state);
     std::string textWith(xcb_keycode_t code, std::uint16_t state);
     std::string textIgnoringModifiers(const xcb_key_press_event_t& event);
-    bool typesAllLatinLetters(std::uint16_t state);
+    bool typesLatinQ(std::uint16_t state);
     void compose(Typed& typed);
 
     const Keyboard& keyboard_;
