@@ -91,6 +91,8 @@ TEST_F(MenuPlacementTest, WithoutThePlaceOfTheItemItIsAtThePointer) {
     desktop_.setMainScreen(2);
     EXPECT_EQ(origin(std::nullopt), (Point{2862, 474}));
     desktop_.setScreens({});
+    const Screens none(desktop_.displays(), defaults_);
+    EXPECT_EQ(menuAnchor(desktop_.displays(), none, Rect{500, 900, 20, 20}, {}).visible, Rect{});
     EXPECT_EQ(frame(std::nullopt, Point{1000, 900}).size(), size);
 }
 

@@ -1,5 +1,7 @@
 // The status item's panel as it is drawn and clicked.
+#include "menu/menu_label_view.h"
 #include "menu/menu_view_fixture.h"
+#include "ui/fonts.h"
 
 #include <QImage>
 #include <cstddef>
@@ -228,7 +230,9 @@ TEST_F(MenuViewTest, LongNamesLeaveTheRestReadable) {
     desktop_.launch({300, "com.long", name, ActivationPolicy::regular, /*hidden=*/false});
     desktop_.focus(open(300, {0, 0, 800, 600}));
     engine().snap(leftTwoThirds);
-    store.save(std::vector{arrangement(std::string(2'000'000, 'W'))});
+    auto saved = arrangement(std::string(2'000'000, 'W'));
+    saved.combo = KeyCombo{300, modifier_flag::command, std::string(1000, 'W')};
+    store.save(std::vector{saved});
     openMenu();
     EXPECT_EQ(view().width(), 330);
     const auto& lines = all<MenuSwitchText>(view()).at(1)->lines();
@@ -236,11 +240,59 @@ TEST_F(MenuViewTest, LongNamesLeaveTheRestReadable) {
     EXPECT_TRUE(lines[0].contains("The Extraordinarily")) << lines[0].toStdString();
     EXPECT_EQ(lines[1], QStringLiteral("never snaps while this is on"));
     const auto image = picture();
+    // The caps stand at the end of their row, before them the end of the name.
+    const auto* const row = all<MenuArrangementRow>(view()).front();
+    const int middle = row->mapTo(&view(), row->rect().center()).y();
+    EXPECT_LT(image.pixelColor(330 - 12 - 8 - 1, middle).lightness(), 80);
+    EXPECT_TRUE(isBlend(image.pixelColor(330 - 12 - 4, middle), palette::cream, 1));
     for (int y = 24; y < image.height() - 24; ++y) {
         for (const int x : {3, 7, 330 - 4, 330 - 8}) {
             EXPECT_TRUE(isBlend(image.pixelColor(x, y), palette::paper, 1)) << x << ", " << y;
         }
     }
+}
+
+TEST_F(MenuViewTest, NamesCannotTurnOurWords) {
+    const std::string name = "Evil\u202Eapp\u2067\u200B";
+    desktop_.launch({300, "com.evil", name, ActivationPolicy::regular, /*hidden=*/false});
+    desktop_.focus(open(300, {0, 0, 800, 600}));
+    engine().snap(leftHalf);
+    store.save(std::vector{arrangement("a\u202Eb\x1B[1m\u200Dc\xFF")});
+    openMenu();
+    EXPECT_EQ(control("Ignore this app").accessibleDescription(),
+              QStringLiteral("Evilapp never snaps while this is on"));
+    EXPECT_EQ(all<MenuSwitchText>(view()).at(1)->lines().join(' '),
+              QStringLiteral("\u2068Evilapp\u2069 never snaps while this is on"));
+    EXPECT_EQ(all<MenuArrangementRow>(view()).front()->accessibleName(),
+              QStringLiteral("ab[1m\u200Dc"));
+    // A name that is written from right to left, whole in one line and broken into two.
+    for (const QString& words :
+         {QStringLiteral("אבג"), QStringLiteral("אבגד הוזח טיכל מנסע פצקר")}) {
+        MenuSwitchText text({Symbol::plus, palette::ink, QString(), QString()}, nullptr);
+        text.resize(190, 48);
+        text.setSubtitle(words, QStringLiteral(" never snaps"));
+        for (const auto& line : text.lines()) {
+            EXPECT_EQ(line.count(QChar(0x2068)), line.count(QChar(0x2069))) << line.toStdString();
+        }
+        EXPECT_TRUE(text.lines().last().endsWith(QStringLiteral("\u2069 never snaps")));
+        const QFont font = interfaceFont(10.5);
+        EXPECT_EQ(textWidth(font, isolated(words)), textWidth(font, words)) << "they do not show";
+    }
+}
+
+TEST_F(MenuViewTest, NamesOfKeysAreWholeUpToALimit) {
+    std::vector<Arrangement> saved;
+    for (const auto* const label : {"Page Down", "Keypad Enter", "WWWWWWWWWWWWWWWWWWWW"}) {
+        saved.push_back(arrangement(label));
+        saved.back().combo = KeyCombo{300, modifier_flag::control | modifier_flag::option, label};
+    }
+    store.save(saved);
+    openMenu();
+    const auto rows = all<MenuArrangementRow>(view());
+    EXPECT_TRUE(rows[0]->accessibleDescription().endsWith("Control Alt Page Down"));
+    EXPECT_TRUE(rows[1]->accessibleDescription().endsWith("Control Alt Keypad Enter"));
+    EXPECT_TRUE(rows[2]->accessibleDescription().endsWith(QChar(0x2026)));
+    EXPECT_GT(rows[2]->accessibleDescription().count('W'), 4);
 }
 
 TEST_F(MenuViewTest, WithoutACompositorTheCornersAreCutOff) {

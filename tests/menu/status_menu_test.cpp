@@ -96,6 +96,7 @@ TEST_F(StatusMenuTest, ThePressedItemOpensItForTheWindowInFront) {
     EXPECT_TRUE(panel().key);
     EXPECT_TRUE(panel().visible);
     EXPECT_EQ(panel().frame, panelFrame);
+    EXPECT_EQ(views.areas.back(), (Rect{0, 0, 1920, 1055}));
     EXPECT_TRUE(item.isHighlighted());
     EXPECT_EQ(menu.model()->appName(), "App 100");
     EXPECT_EQ(menu.model()->bundleID(), "com.editor");

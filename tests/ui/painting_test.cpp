@@ -134,13 +134,19 @@ TEST_F(Painting, ChipPadsItsTextAndStartsWithItsDot) {
     EXPECT_GE(plain.height(), lineHeight(interfaceFont(11, QFont::DemiBold)) + 6);
     EXPECT_DOUBLE_EQ(chipSize("Beta", ChipDot::leading).width(), plain.width() + 12);
 
-    Chip chip("Beta", palette::coral, ChipDot::leading);
+    QWidget control;
+    Chip chip("Beta", palette::coral, ChipDot::leading, &control);
     chip.resize(chip.sizeHint());
     const int middle = chip.height() / 2;
     QImage image = drawn(chip);
     EXPECT_TRUE(shows(image, 12, middle, palette::coral));
     EXPECT_NEAR(image.pixelColor(7, middle).alphaF(), 0.18, 0.02);
     EXPECT_TRUE(shows(image, chip.width() / 2.0, 0, palette::ink));
+    control.setEnabled(false);
+    image = drawn(chip);
+    EXPECT_NEAR(image.pixelColor(12, middle).alphaF(), 0.45, 0.02) << "dimmed with its control";
+    EXPECT_NEAR(image.pixelColor(7, middle).alphaF(), 0.18 * 0.45, 0.02);
+    control.setEnabled(true);
     chip.setLayoutDirection(Qt::RightToLeft);
     image = drawn(chip);
     EXPECT_TRUE(shows(image, chip.width() - 14, middle, palette::coral));

@@ -57,7 +57,7 @@ TEST_F(StatusGlyph, FitsIntoTheMiddleInItsColor) {
 }
 
 TEST_F(StatusGlyph, TraysGetItWithSharpEdges) {
-    for (const int size : {16, 18, 20, 22, 24, 32, 36, 48, 64}) {
+    for (const int size : {16, 20, 22, 24, 32, 48, 64}) {
         const IconImage image = statusGlyphImage(size, 0xE0E0E0);
         ASSERT_EQ(image.size, size);
         ASSERT_EQ(image.pixels.size(), static_cast<std::size_t>(size * size));
@@ -87,6 +87,25 @@ TEST_F(StatusGlyph, TraysGetItWithSharpEdges) {
             EXPECT_EQ(pixelAt(image, i, size - 1), Pixel::empty) << size;
         }
     }
+}
+
+TEST_F(StatusGlyph, KeepsItsMeasuresInItsOwnSize) {
+    const auto alphaAt = [](const IconImage& image, int x, int y) {
+        return static_cast<int>(image.pixels[static_cast<std::size_t>(y * image.size + x)] >> 24U);
+    };
+    const IconImage image = statusGlyphImage(18, 0);
+    ASSERT_EQ(image.size, 18);
+    // Half of the columns at 2 and 10, a quarter of row 8 and of row 9, as the figures have it.
+    EXPECT_NEAR(alphaAt(image, 2, 4), 128, 12);
+    EXPECT_NEAR(alphaAt(image, 10, 13), 128, 12);
+    EXPECT_NEAR(alphaAt(image, 13, 8), 64, 12);
+    EXPECT_NEAR(alphaAt(image, 13, 9), 64, 12);
+    // In twice the size halves are whole pixels.
+    const IconImage twice = statusGlyphImage(36, 0);
+    EXPECT_EQ(alphaAt(twice, 4, 8), 255);
+    EXPECT_EQ(alphaAt(twice, 5, 8), 0);
+    EXPECT_EQ(alphaAt(twice, 20, 28), 0);
+    EXPECT_EQ(alphaAt(twice, 21, 28), 255);
 }
 
 TEST_F(StatusGlyph, PicturesArePremultiplied) {
