@@ -102,16 +102,16 @@ void Recorder::onKey(const KeyEvent& event) {
     const HotkeyTarget target = *target_;
     const auto modifiers = event.modifiers & modifier_flag::all;
     // A combination that leaves out one of the keys that are held would be another one.
-    if (event.isOnFurtherLevel) {
-        suggestModifier(event);
-    } else if (modifiers == 0 && clears(event)) {
+    const bool canBeStored = (modifiers & modifiersOfShortcuts) != 0 && !event.isOnFurtherLevel;
+    const bool isPlain = modifiers == 0 && !event.isOnFurtherLevel;
+    if (isPlain && clears(event)) {
         services_.bindings.setCombo(std::nullopt, target);
         services_.hotkeys.registerHotkeys();
         note_.reset();
         stop();
-    } else if (modifiers == 0 && event.keyCode == virtual_key::escape) {
+    } else if (isPlain && event.keyCode == virtual_key::escape) {
         stop();
-    } else if ((modifiers & modifiersOfShortcuts) == 0) {
+    } else if (!canBeStored) {
         suggestModifier(event);
     } else {
         const auto moved = services_.bindings.assignCombo(
