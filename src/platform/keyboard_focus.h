@@ -35,7 +35,8 @@ class KeyboardFocus {
 
     /// Sends all that is typed from now on to the receiver, until the token is dropped. The focus
     /// counts as lost when a button goes down outside of `panelFrame` (screen coordinates), when
-    /// another window is activated, and when somebody else keeps the keyboard.
+    /// another window is activated or another workspace shown, and when somebody else keeps the
+    /// keyboard.
     virtual Token take(const Rect& panelFrame, Receiver receiver) = 0;
 };
 

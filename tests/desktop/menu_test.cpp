@@ -177,6 +177,14 @@ TEST_P(MenuTest, everyWayOutWorks) {
         desktop().pointer().click(button);
         EXPECT_TRUE(waitUntilClosed()) << "the bare desktop was clicked";
     }
+
+    // Not every window manager comes with more than one.
+    desktop().keyboard().tap(Key::escape);
+    desktop().run({"wmctrl", "-n", "2"});
+    desktop().windows().activate(terminal.window);
+    openedAt(pointerHome);
+    desktop().run({"wmctrl", "-s", "1"});
+    EXPECT_TRUE(waitUntilClosed()) << "another workspace is shown";
 }
 
 TEST_P(MenuTest, commandAndCommaOpensTheSettingsFile) {

@@ -1,5 +1,7 @@
 #include "platform/x11/x11_keyboard_focus.h"
 
+#include "platform/x11/properties.h"
+
 #include <algorithm>
 #include <utility>
 
@@ -178,8 +180,9 @@ void X11KeyboardFocus::onEvent(const xcb_generic_event_t& event) {
     } else if (eventType(event) == XCB_PROPERTY_NOTIFY && holder_) {
         const auto& change = eventAs<xcb_property_notify_event_t>(event);
         if (change.window == services_.connection.root() &&
-            change.atom == services_.connection.atom(Atom::netActiveWindow)) {
-            onActivation();
+            (change.atom == services_.connection.atom(Atom::netActiveWindow) ||
+             change.atom == services_.connection.atom(Atom::netCurrentDesktop))) {
+            onSceneChange();
         }
     }
 }
@@ -270,17 +273,21 @@ void X11KeyboardFocus::onButton(std::uint32_t button) {
 X11KeyboardFocus::Scene X11KeyboardFocus::lookAtScene() const {
     auto* xcb = services_.connection.xcb();
     services_.connection.countRoundTrip();
-    const auto activeWindow = xcb_get_property_unchecked(
-        xcb, 0, services_.connection.root(), services_.connection.atom(Atom::netActiveWindow),
-        XCB_ATOM_WINDOW, 0, 1);
+    const auto ask = [&](Atom name) {
+        return xcb_get_property_unchecked(xcb, 0, services_.connection.root(),
+                                          services_.connection.atom(name),
+                                          XCB_GET_PROPERTY_TYPE_ANY, 0, 1);
+    };
+    const auto answer = [&](xcb_get_property_cookie_t cookie) {
+        const Reply<xcb_get_property_reply_t> reply(xcb_get_property_reply(xcb, cookie, nullptr));
+        return firstCardinal(rawProperty(reply.get())).value_or(0);
+    };
+    const auto activeWindow = ask(Atom::netActiveWindow);
+    const auto workspace = ask(Atom::netCurrentDesktop);
     const auto pointer = xcb_query_pointer_unchecked(xcb, services_.connection.root());
     Scene scene;
-    const Reply<xcb_get_property_reply_t> active(
-        xcb_get_property_reply(xcb, activeWindow, nullptr));
-    if (active && active->format == 32 && xcb_get_property_value_length(active.get()) >= 4) {
-        scene.activeWindow =
-            *static_cast<const xcb_window_t*>(xcb_get_property_value(active.get()));
-    }
+    scene.activeWindow = answer(activeWindow);
+    scene.workspace = answer(workspace);
     if (const Reply<xcb_query_pointer_reply_t> reply{
             xcb_query_pointer_reply(xcb, pointer, nullptr)}) {
         scene.pointer = {double(reply->root_x), double(reply->root_y)};
@@ -288,8 +295,12 @@ X11KeyboardFocus::Scene X11KeyboardFocus::lookAtScene() const {
     return scene;
 }
 
-void X11KeyboardFocus::onActivation() {
+void X11KeyboardFocus::onSceneChange() {
     const auto now = lookAtScene();
+    if (now.workspace != holder_->scene.workspace) {
+        lose();  // whatever the panel is about stayed behind
+        return;
+    }
     // Some window managers name no window for a moment. Where none was active at first, one that
     // becomes active is another all the same.
     if (now.activeWindow == XCB_WINDOW_NONE || now.activeWindow == holder_->scene.activeWindow) {

@@ -48,6 +48,7 @@ class X11KeyboardFocus : public KeyboardFocus {
   private:
     struct Scene {
         xcb_window_t activeWindow = XCB_WINDOW_NONE;
+        std::uint32_t workspace = 0;
         Point pointer;  // root coordinates
     };
     struct Holder {
@@ -85,7 +86,7 @@ class X11KeyboardFocus : public KeyboardFocus {
     void lingerAtPress(const xcb_key_press_event_t& event);
     void onButton(std::uint32_t button);
     Scene lookAtScene() const;
-    void onActivation();
+    void onSceneChange();
     bool isTouched(xcb_window_t window, Point from, Point to) const;
 
     Services services_;
