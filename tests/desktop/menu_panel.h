@@ -69,6 +69,7 @@ class MenuPanel {
     }
 
     Position settings() const { return fromBottom(padding + 20, footerMiddle); }
+    Position updates() const { return fromBottom(width / 2, footerMiddle); }
     Position quit() const { return fromBottom(width - padding - 20, footerMiddle); }
 
   private:
