@@ -169,9 +169,7 @@ class Fetch : public QObject {
         const auto target = reply_->attribute(QNetworkRequest::RedirectionTargetAttribute).toUrl();
         if (!target.isEmpty()) {
             redirect(reply_->url().resolved(target));
-        } else if (status >= 300) {
-            finish(FeedFailure{FeedError::httpStatus, status});
-        } else if (reply_->error() != QNetworkReply::NoError) {
+        } else if (status < 300 && reply_->error() != QNetworkReply::NoError) {
             finish(failure(errorOf(reply_->error())));
         } else if (status != 200) {
             finish(FeedFailure{FeedError::httpStatus, status});
