@@ -13,6 +13,7 @@
 #include <csignal>
 #include <cstdint>
 #include <limits>
+#include <memory>
 #include <optional>
 #include <utility>
 
@@ -23,6 +24,9 @@ namespace tessellon {
 namespace {
 
 using Callback = std::function<void(FeedResult)>;
+
+/// In milliseconds.
+constexpr int killedWithin = 100;
 
 /// In the child, before it becomes the fetcher: it goes when the program goes, can be ended by
 /// signals that the program keeps waiting, and gets none of the program's descriptors.
@@ -41,16 +45,16 @@ void prepareChild(pid_t program) {
 /// has gone.
 class ChildFetch : public QObject {
   public:
-    ChildFetch(const ChildFeedSource::Limits& limits, Callback callback)
-        : limits_(limits), callback_(std::move(callback)) {
+    ChildFetch(const ChildFeedSource::Limits& limits, Callback callback, QObject* parent)
+        : QObject(parent), limits_(limits), callback_(std::move(callback)) {
         deadline_.setSingleShot(true);
         connect(&deadline_, &QTimer::timeout, this, [this] { finish(FeedError::timedOut); });
         deadline_.start(std::chrono::ceil<std::chrono::milliseconds>(limits.total));
-        connect(&process_, &QProcess::readyReadStandardOutput, this, [this] { take(); });
-        connect(&process_, &QProcess::finished, this, [this] { ended(); });
+        connect(process_.get(), &QProcess::readyReadStandardOutput, this, [this] { take(); });
+        connect(process_.get(), &QProcess::finished, this, [this] { ended(); });
         // Queued, since the process may fail while it is being started.
         connect(
-            &process_, &QProcess::errorOccurred, this,
+            process_.get(), &QProcess::errorOccurred, this,
             [this](QProcess::ProcessError error) {
                 if (error == QProcess::FailedToStart) {
                     complain("cannot be started");
@@ -60,13 +64,25 @@ class ChildFetch : public QObject {
             Qt::QueuedConnection);
     }
 
+    ChildFetch(const ChildFetch&) = delete;
+    ChildFetch& operator=(const ChildFetch&) = delete;
+    ~ChildFetch() override {
+        process_->disconnect(this);
+        process_->kill();
+        // What was killed is gone at once, unless it hangs in the kernel. Then it is left alone:
+        // the toolkit's destructor would wait for it.
+        if (process_->state() != QProcess::NotRunning && !process_->waitForFinished(killedWithin)) {
+            static_cast<void>(process_.release());
+        }
+    }
+
     void start(const std::filesystem::path& fetcher, const std::string& address) {
-        process_.setProgram(QString::fromStdString(fetcher.string()));
-        process_.setArguments({QString::fromStdString(address)});
-        process_.setStandardInputFile(QProcess::nullDevice());
-        process_.setProcessChannelMode(QProcess::ForwardedErrorChannel);
-        process_.setChildProcessModifier([program = getpid()] { prepareChild(program); });
-        process_.start(QIODevice::ReadOnly);
+        process_->setProgram(QString::fromStdString(fetcher.string()));
+        process_->setArguments({QString::fromStdString(address)});
+        process_->setStandardInputFile(QProcess::nullDevice());
+        process_->setProcessChannelMode(QProcess::ForwardedErrorChannel);
+        process_->setChildProcessModifier([program = getpid()] { prepareChild(program); });
+        process_->start(QIODevice::ReadOnly);
     }
 
     void cancel() {
@@ -77,7 +93,7 @@ class ChildFetch : public QObject {
   private:
     /// Leaves nothing unread, so that the pipe is no place to keep more than the limit in.
     void take() {
-        const auto part = process_.readAllStandardOutput();
+        const auto part = process_->readAllStandardOutput();
         bytes_.insert(bytes_.end(), part.begin(), part.end());
         if (bytes_.size() > limits_.size + longestFeedReportHead) {
             finish(FeedError::tooLarge);
@@ -85,13 +101,13 @@ class ChildFetch : public QObject {
     }
 
     void ended() {
-        if (process_.exitStatus() != QProcess::NormalExit) {
+        if (process_->exitStatus() != QProcess::NormalExit) {
             complain("was ended by a signal");
             finish(FeedError::fetcherFailed);
             return;
         }
         auto result = parseFeedReport(bytes_);
-        if (!result || process_.exitCode() != EXIT_SUCCESS) {
+        if (!result || process_->exitCode() != EXIT_SUCCESS) {
             complain("did not tell what it found");
             finish(FeedError::fetcherFailed);
             return;
@@ -105,7 +121,7 @@ class ChildFetch : public QObject {
     }
 
     void complain(const char* what) const {
-        logWarning("the update feed's fetcher '" + process_.program().toStdString() + "' " + what);
+        logWarning("the update feed's fetcher '" + process_->program().toStdString() + "' " + what);
     }
 
     void finish(FeedError error) { finish(FeedFailure{error, 0}); }
@@ -120,21 +136,20 @@ class ChildFetch : public QObject {
 
     void end() {
         deadline_.stop();
-        process_.disconnect(this);
-        if (process_.state() == QProcess::NotRunning) {
+        process_->disconnect(this);
+        if (process_->state() == QProcess::NotRunning) {
             deleteLater();
             return;
         }
-        // Nobody waits for it: with the event loop it is noted when it is gone, and without one the
-        // program ends.
-        connect(&process_, &QProcess::finished, this, &QObject::deleteLater);
-        process_.kill();
+        // Nobody waits for it: the event loop tells when it is gone.
+        connect(process_.get(), &QProcess::finished, this, &QObject::deleteLater);
+        process_->kill();
     }
 
     ChildFeedSource::Limits limits_;
     Callback callback_;
     QTimer deadline_;
-    QProcess process_;
+    std::unique_ptr<QProcess> process_ = std::make_unique<QProcess>();
     std::vector<std::uint8_t> bytes_;
 };
 
@@ -147,7 +162,7 @@ ChildFeedSource::ChildFeedSource(std::vector<std::filesystem::path> fetchers, co
     : fetchers_(std::move(fetchers)), limits_(limits) {}
 
 Token ChildFeedSource::fetch(const std::string& address, Callback callback) {
-    auto* const fetch = new ChildFetch(limits_, std::move(callback));
+    auto* const fetch = new ChildFetch(limits_, std::move(callback), &fetches_);
     const auto found =
         std::find_if(fetchers_.begin(), fetchers_.end(), [](const std::filesystem::path& each) {
             std::error_code error;

@@ -5,6 +5,7 @@
 #include "platform/feed_source.h"
 #include "platform/types.h"
 
+#include <QObject>
 #include <cstddef>
 #include <filesystem>
 #include <string>
@@ -23,7 +24,8 @@ class ChildFeedSource final : public FeedSource {
 
     /// `fetchers` are the paths at which the program may be that fetches a feed (feed_fetcher.h);
     /// the first that is there when a feed is wanted is started. A QCoreApplication must exist
-    /// during fetches. Nothing that a fetcher does leads to anything but a FeedResult.
+    /// during fetches. Nothing that a fetcher does leads to anything but a FeedResult. Fetches end
+    /// with the source.
     explicit ChildFeedSource(std::vector<std::filesystem::path> fetchers);
     ChildFeedSource(std::vector<std::filesystem::path> fetchers, const Limits& limits);
 
@@ -32,6 +34,7 @@ class ChildFeedSource final : public FeedSource {
   private:
     std::vector<std::filesystem::path> fetchers_;
     Limits limits_;
+    QObject fetches_;  // the parent of those whose process has not ended
 };
 
 /// Where the fetcher of the program at the path `program` is installed, or was built.

@@ -39,7 +39,7 @@ void limitResources() {
     // In seconds; whoever waits for the result does not wait longer.
     limit(RLIMIT_CPU, 30);
 #ifndef TESSELLON_ADDRESS_SANITIZER  // which needs more by far
-    // A fetch with TLS needs a fifth of it.
+    // Several times what a fetch with TLS needs.
     constexpr rlim_t mostMemory = 256U << 20U;
     limit(RLIMIT_DATA, mostMemory);
 #endif
