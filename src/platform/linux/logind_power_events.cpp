@@ -14,7 +14,7 @@ namespace tessellon {
 
 struct LogindPowerEvents::Listening {
     explicit Listening(std::function<void()> woke)
-        : listener(std::move(woke)), bus(Bus::system, [this](QDBusConnection connection) {
+        : listener(std::move(woke)), bus(Bus::system, [this](const QDBusConnection& connection) {
               logind = std::make_unique<BusNameOwner>(
                   connection, QStringLiteral("org.freedesktop.login1"),
                   [this, connection](const QString& owner) { listenTo(connection, owner); });
