@@ -6,7 +6,6 @@
 #include <QWheelEvent>
 #include <cstddef>
 #include <cstdint>
-#include <string>
 #include <utility>
 #include <vector>
 
@@ -26,12 +25,9 @@ class MenuScrollTest : public MenuViewTest {
     void openOn(double width, double height) {
         openOn({0, 0, width, height}, {0, 0, width, height - 30});
     }
-    void saveArrangements(int count) {
-        std::vector<Arrangement> saved;
-        for (int i = 0; i < count; ++i) {
-            saved.push_back(arrangement("Arrangement " + std::to_string(i)));
-        }
-        store.save(saved);
+    void saveFourArrangements() {
+        store.save(std::vector{arrangement("Writing"), arrangement("Reading"),
+                               arrangement("Talking"), arrangement("Drawing")});
     }
     MenuScroll& scroll() const { return *all<MenuScroll>(view()).front(); }
     /// The bar beside the content.
@@ -53,7 +49,7 @@ class MenuScrollTest : public MenuViewTest {
 };
 
 TEST_F(MenuScrollTest, ThePanelStaysInsideOfTheVisibleArea) {
-    saveArrangements(4);
+    saveFourArrangements();
     desktop_.launch({300, "com.long", "An Application with a Long Name", ActivationPolicy::regular,
                      /*hidden=*/false});
     desktop_.focus(open(300, {0, 0, 800, 600}));
@@ -91,7 +87,7 @@ TEST_F(MenuScrollTest, ThePanelStaysInsideOfTheVisibleArea) {
 }
 
 TEST_F(MenuScrollTest, TheVisiblePartFollowsTheKeyboard) {
-    saveArrangements(4);
+    saveFourArrangements();
     defaults_.setBool(preference::tilingEnabled, true);
     for (const double height : {600.0, 480.0, 300.0}) {
         openOn(800, height);
@@ -113,7 +109,7 @@ TEST_F(MenuScrollTest, TheVisiblePartFollowsTheKeyboard) {
 }
 
 TEST_F(MenuScrollTest, TheMouseReachesEverything) {
-    saveArrangements(4);
+    saveFourArrangements();
     openOn(1024, 600);
     const double largest = scroll().largestOffset();
     ASSERT_GT(largest, 90);
@@ -148,7 +144,7 @@ TEST_F(MenuScrollTest, TheMouseReachesEverything) {
 }
 
 TEST_F(MenuScrollTest, WhatIsCutOffFadesAway) {
-    saveArrangements(4);
+    saveFourArrangements();
     openOn(1024, 600);
     const int top = scroll().y();
     const int bottom = scroll().geometry().bottom();
