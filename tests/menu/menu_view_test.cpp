@@ -257,13 +257,13 @@ TEST_F(MenuViewTest, NamesCannotTurnOurWords) {
     desktop_.launch({300, "com.evil", name, ActivationPolicy::regular, /*hidden=*/false});
     desktop_.focus(open(300, {0, 0, 800, 600}));
     engine().snap(leftHalf);
-    store.save(std::vector{arrangement("a\u202Eb\x1B[1m\u200Dc\xFF")});
+    store.save(std::vector{arrangement("a\u202Eb\x1B[1m\u200Dc")});
     openMenu();
     EXPECT_EQ(control("Ignore this app").accessibleDescription(),
               QStringLiteral("Evilapp never snaps while this is on"));
     EXPECT_EQ(all<MenuSwitchText>(view()).at(1)->lines().join(' '),
               QStringLiteral("\u2068Evilapp\u2069 never snaps while this is on"));
-    EXPECT_EQ(all<MenuArrangementRow>(view()).front()->accessibleName(),
+    EXPECT_EQ(all<MenuArrangementRow>(view()).at(0)->accessibleName(),
               QStringLiteral("ab[1m\u200Dc"));
     // A name that is written from right to left, whole in one line and broken into two.
     for (const QString& words :
