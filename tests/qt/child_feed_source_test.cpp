@@ -43,7 +43,7 @@ class ChildFeedSourceTest : public testing::Test {
 
     /// A fetcher that does something else. "$folder" is this test's folder, "$1" the address.
     fs::path script(const std::string& lines) const {
-        const auto path = temporary.path() / "script";
+        auto path = temporary.path() / "script";
         writeFile(path, "#!/bin/sh\nfolder='" + temporary.path().string() + "'\n" + lines + "\n");
         fs::permissions(path, fs::perms::owner_all);
         return path;
@@ -249,7 +249,8 @@ TEST_F(ChildFeedSourceTest, TheFetcherIsFoundBesideTheProgramAndWhereItIsInstall
     const auto good = script("echo document 2; printf {}");
     std::optional<FeedResult> result;
     ChildFeedSource source({temporary.path() / "absent", good, temporary.path() / "third"});
-    const auto token = source.fetch("https://a.example/", [&](FeedResult got) { result = got; });
+    const auto token =
+        source.fetch("https://a.example/", [&](const FeedResult& got) { result = got; });
     EXPECT_TRUE(waitFor([&] { return result.has_value(); }));
     EXPECT_EQ(result, bytes("{}"));
 }
