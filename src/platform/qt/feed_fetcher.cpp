@@ -12,12 +12,13 @@
 #include <sys/resource.h>
 #include <unistd.h>
 
-#if defined(__has_feature)
+// GCC and Clang each have a way to tell; the toolkit defines Clang's for GCC too.
+#if defined(__SANITIZE_ADDRESS__)
+#define TESSELLON_ADDRESS_SANITIZER
+#elif defined(__has_feature)
 #if __has_feature(address_sanitizer)
 #define TESSELLON_ADDRESS_SANITIZER
 #endif
-#elif defined(__SANITIZE_ADDRESS__)
-#define TESSELLON_ADDRESS_SANITIZER
 #endif
 
 namespace tessellon {
