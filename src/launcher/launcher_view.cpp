@@ -1,5 +1,6 @@
 #include "launcher/launcher_view.h"
 
+#include "base/text.h"
 #include "platform/qt/screen_coordinates.h"
 #include "ui/chip.h"
 #include "ui/fonts.h"
@@ -105,8 +106,9 @@ QSize LauncherView::sizeHint() const {
 }
 
 void LauncherView::makeSearchRow() {
-    // A line break in a name would end the line of the placeholder.
-    const auto name = QString::fromStdString(model_->appName()).simplified();
+    // A line break in a name would end the line of the placeholder, and what turns the direction of
+    // writing would turn our own words.
+    const auto name = QString::fromStdString(plainText(model_->appName())).simplified();
     const QRect content = rowRect().adjusted(rowSidePadding, rowVerticalPadding, -rowSidePadding,
                                              -rowVerticalPadding);
     auto* const chip = new Chip(chipText(name), palette::teal, ChipDot::none, this);
