@@ -22,7 +22,7 @@ class LauncherTest : public EngineTest {
         defaults_.setDouble(preference::padding, 0);
     }
 
-    LauncherPanelState& panel() { return *views.states.back(); }
+    KeyPanelState& panel() { return *views.states.back(); }
     std::size_t panelsMade() const { return views.states.size(); }
 
     /// Types a key as the desktop would; notUsed when it goes on to the search field.

@@ -2,11 +2,9 @@
 // on Qt's platform without a display.
 #include "launcher/launcher_view.h"
 
-#include "engine/engine_fixture.h"
+#include "fakes/panel_view_fixture.h"
 #include "launcher/launcher.h"
 #include "launcher/qt_launcher_views.h"
-#include "platform/memory/memory_beep.h"
-#include "platform/memory/memory_compositing.h"
 #include "ui/chip.h"
 #include "ui/palette.h"
 
@@ -17,9 +15,9 @@
 #include <QDeadlineTimer>
 #include <QImage>
 #include <QMouseEvent>
-#include <QTemporaryFile>
+#include <algorithm>
+#include <cmath>
 #include <cstdlib>
-#include <memory>
 #include <stdexcept>
 #include <string>
 #include <string_view>
@@ -28,105 +26,16 @@
 namespace tessellon {
 namespace {
 
-namespace symbol {
-constexpr std::uint32_t tab = 0xFF09;
-constexpr std::uint32_t backspace = 0xFF08;
-constexpr std::uint32_t home = 0xFF50;
-constexpr std::uint32_t keypadFour = 0xFFB4;
-constexpr std::uint32_t cyrillicEf = 0x6C6;
-}  // namespace symbol
-
-/// The keyboard as the desktop in memory has it: what no monitor uses goes to whoever took it.
-class FakeKeyboard final : public KeyboardFocus {
-  public:
-    explicit FakeKeyboard(MemoryEventMonitors& monitors) : monitors_(monitors) {}
-
-    Token take(const Rect& panelFrame, Receiver receiver) override {
-        frame = panelFrame;
-        receiver_ = std::make_shared<Receiver>(std::move(receiver));
-        return Token([this] { receiver_.reset(); });
-    }
-
-    void press(const TypedKey& key) {
-        const auto receiver = receiver_;
-        if (monitors_.type(key.event) == KeyVerdict::notUsed && receiver) {
-            receiver->key(key);
-        }
-        if (const auto current = receiver_) {
-            auto released = key;
-            released.transition = KeyTransition::released;
-            current->key(released);
-        }
-    }
-    void lose() {
-        const auto receiver = receiver_;
-        receiver->lost();
-    }
-    bool isTaken() const { return receiver_ != nullptr; }
-
-    Rect frame;
-
-  private:
-    MemoryEventMonitors& monitors_;
-    std::shared_ptr<Receiver> receiver_;
-};
-
-/// One application for all tests of this program.
-class Toolkit : public testing::Environment {
-  public:
-    void SetUp() override {
-        // The screen that the desktop in memory has.
-        if (!screens_.open()) {
-            throw std::runtime_error("no temporary file");
-        }
-        screens_.write(R"({"synchronousWindowSystemEvents": true, "windowFrameMargins": false,
-            "screens": [{"name": "One", "x": 0, "y": 0, "width": 1920, "height": 1080,
-                         "logicalDpi": 96, "logicalBaseDpi": 96, "dpr": 1}]})");
-        screens_.close();
-        qputenv("QT_QPA_PLATFORM", "offscreen:configfile=" + screens_.fileName().toUtf8());
-        static int count = 1;
-        static char name[] = "launcher_view_test";
-        static char* arguments[] = {name, nullptr};
-        application_ = std::make_unique<QApplication>(count, arguments);
-    }
-    void TearDown() override { application_.reset(); }
-
-  private:
-    QTemporaryFile screens_;
-    std::unique_ptr<QApplication> application_;
-};
-const auto* const toolkit = testing::AddGlobalTestEnvironment(new Toolkit);
-
-class LauncherViewTest : public EngineTest {
+class LauncherViewTest : public PanelViewTest<LauncherView> {
   protected:
-    LauncherViewTest() {
-        defaults_.setDouble(preference::gap, 0);
-        defaults_.setDouble(preference::padding, 0);
-        QCursor::setPos(1, 1);
-        window_ = openFocused({100, 100, 800, 600});
-    }
     void TearDown() override {
         launcher.close(Launcher::Activation::none);
         settle();
     }
 
-    static void settle() {
-        QApplication::processEvents();
-        QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-    }
-
     void openLauncher() {
         launcher.toggle();
         settle();
-    }
-    LauncherView& view() const {
-        for (auto* const widget : QApplication::topLevelWidgets()) {
-            auto* const found = dynamic_cast<LauncherView*>(widget);
-            if (found != nullptr && found->isVisible()) {
-                return *found;
-            }
-        }
-        throw std::runtime_error("the launcher is not shown");
     }
     QLineEdit& field() const { return *view().findChild<QLineEdit*>(); }
     LauncherTile& tile(SnapAction action) const {
@@ -162,7 +71,7 @@ class LauncherViewTest : public EngineTest {
             key.symbol = static_cast<unsigned char>(c);
             key.event.characters = std::string(1, c);
             key.event.charactersIgnoringModifiers = key.event.characters;
-            keyboard.press(key);
+            press(key);
         }
     }
     void key(std::uint32_t keySymbol, std::uint64_t modifiers = 0, std::string characters = {}) {
@@ -171,12 +80,12 @@ class LauncherViewTest : public EngineTest {
         typed.event.modifiers = modifiers;
         typed.event.characters = characters;
         typed.event.charactersIgnoringModifiers = std::move(characters);
-        keyboard.press(typed);
+        press(typed);
     }
     void keyAt(std::uint32_t keyCode) {
         TypedKey typed;
         typed.event.keyCode = keyCode;
-        keyboard.press(typed);
+        press(typed);
     }
     static void movePointer(const QPoint& position) {
         QCursor::setPos(position);
@@ -220,13 +129,7 @@ class LauncherViewTest : public EngineTest {
                << seen.name().toStdString() << " is not " << expected.name().toStdString();
     }
 
-    Element window_;
-    MemoryBeep beep;
-    MemoryCompositing compositing;
-    NotificationCenter notifications;
-    ArrangementStore store{defaults_, notifications};
     KeyBindings bindings{defaults_, store};
-    FakeKeyboard keyboard{desktop_.eventMonitors()};
     QtLauncherViews views{keyboard, bindings, compositing};
     Launcher launcher{engine(), views, beep, notifications};
 };
@@ -237,9 +140,9 @@ TEST_F(LauncherViewTest, IsCentredAndLaidOutInFourColumns) {
     openLauncher();
     const auto geometry = view().geometry();
     EXPECT_EQ(geometry.width(), 472);
-    EXPECT_EQ(keyboard.frame.width, 472);
-    EXPECT_EQ(keyboard.frame.midX(), 960);
-    EXPECT_EQ(keyboard.frame.midY(), 527.5);
+    EXPECT_EQ(keyboard.frame().width, 472);
+    EXPECT_EQ(keyboard.frame().midX(), 960);
+    EXPECT_EQ(keyboard.frame().midY(), 527.5);
 
     const int top = tile(leftHalf).y();
     EXPECT_EQ(tile(leftHalf).geometry(), QRect(16, top, 104, 96));
@@ -313,11 +216,11 @@ TEST_F(LauncherViewTest, EditingKeysWorkAsInAnyField) {
     cyrillic.event.keyCode = 0;
     cyrillic.event.charactersIgnoringModifiers = "ф";
     cyrillic.event.modifiers = modifier_flag::control;
-    keyboard.press(cyrillic);
+    press(cyrillic);
     EXPECT_EQ(field().selectedText(), QStringLiteral("bottom")) << "by the place of the key";
     cyrillic.event.characters = "ф";
     cyrillic.event.modifiers = 0;
-    keyboard.press(cyrillic);
+    press(cyrillic);
     EXPECT_EQ(field().text(), QStringLiteral("ф"));
 
     key('c', modifier_flag::command, "c");

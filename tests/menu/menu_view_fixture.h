@@ -3,128 +3,41 @@
 #pragma once
 
 #include "base/modifier_flag.h"
-#include "engine/engine_fixture.h"
+#include "fakes/panel_view_fixture.h"
 #include "menu/menu_view.h"
 #include "menu/qt_menu_views.h"
 #include "menu/status_menu.h"
 #include "platform/memory/manual_run_loop.h"
-#include "platform/memory/memory_beep.h"
-#include "platform/memory/memory_compositing.h"
 #include "platform/memory/memory_own_application.h"
 #include "platform/memory/memory_status_item.h"
 #include "platform/memory/memory_updater.h"
 #include "ui/palette.h"
 
 #include <QApplication>
-#include <QCursor>
 #include <QEnterEvent>
 #include <QImage>
 #include <QMouseEvent>
-#include <QTemporaryFile>
 #include <cmath>
 #include <cstdlib>
-#include <memory>
 #include <stdexcept>
 #include <string>
 #include <vector>
 
 namespace tessellon {
 
-namespace symbol {
-constexpr std::uint32_t tab = 0xFF09;
-constexpr std::uint32_t backtab = 0xFE20;
-constexpr std::uint32_t enter = 0xFF0D;
-constexpr std::uint32_t left = 0xFF51;
-constexpr std::uint32_t up = 0xFF52;
-constexpr std::uint32_t right = 0xFF53;
-constexpr std::uint32_t down = 0xFF54;
-}  // namespace symbol
-
-/// The keyboard as the desktop in memory has it: what no monitor uses goes to whoever took it.
-class FakeKeyboard final : public KeyboardFocus {
-  public:
-    explicit FakeKeyboard(MemoryEventMonitors& monitors) : monitors_(monitors) {}
-
-    Token take(const Rect& /*panelFrame*/, Receiver receiver) override {
-        receiver_ = std::make_shared<Receiver>(std::move(receiver));
-        return Token([this] { receiver_.reset(); });
-    }
-
-    void press(const TypedKey& key) {
-        const auto receiver = receiver_;
-        if (monitors_.type(key.event) == KeyVerdict::notUsed && receiver) {
-            receiver->key(key);
-        }
-        if (const auto current = receiver_) {
-            auto released = key;
-            released.transition = KeyTransition::released;
-            current->key(released);
-        }
-    }
-
-  private:
-    MemoryEventMonitors& monitors_;
-    std::shared_ptr<Receiver> receiver_;
-};
-
-/// One application for all tests of this program.
-class Toolkit : public testing::Environment {
-  public:
-    void SetUp() override {
-        // The screen that the desktop in memory has.
-        if (!screens_.open()) {
-            throw std::runtime_error("no temporary file");
-        }
-        screens_.write(R"({"synchronousWindowSystemEvents": true, "windowFrameMargins": false,
-            "screens": [{"name": "One", "x": 0, "y": 0, "width": 1920, "height": 1080,
-                         "logicalDpi": 96, "logicalBaseDpi": 96, "dpr": 1}]})");
-        screens_.close();
-        qputenv("QT_QPA_PLATFORM", "offscreen:configfile=" + screens_.fileName().toUtf8());
-        static int count = 1;
-        static char name[] = "menu_view_test";
-        static char* arguments[] = {name, nullptr};
-        application_ = std::make_unique<QApplication>(count, arguments);
-    }
-    void TearDown() override { application_.reset(); }
-
-  private:
-    QTemporaryFile screens_;
-    std::unique_ptr<QApplication> application_;
-};
-inline const auto* const toolkit = testing::AddGlobalTestEnvironment(new Toolkit);
-
-class MenuViewTest : public EngineTest {
+class MenuViewTest : public PanelViewTest<MenuView> {
   protected:
-    MenuViewTest() {
-        defaults_.setDouble(preference::gap, 0);
-        defaults_.setDouble(preference::padding, 0);
-        QCursor::setPos(1, 1);
-        item.setFrame(Rect{900, 1056, 20, 24});
-        window_ = openFocused({100, 100, 800, 600});
-    }
+    MenuViewTest() { item.setFrame(Rect{900, 1056, 20, 24}); }
     void TearDown() override {
         menu.close();
         settle();
     }
 
-    static void settle() {
-        QApplication::processEvents();
-        QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-    }
     void openMenu() {
         menu.close();
         settle();
         menu.show();
         settle();
-    }
-    MenuView& view() const {
-        for (auto* const widget : QApplication::topLevelWidgets()) {
-            auto* const found = dynamic_cast<MenuView*>(widget);
-            if (found != nullptr && found->isVisible()) {
-                return *found;
-            }
-        }
-        throw std::runtime_error("the panel is not shown");
     }
     /// The widgets of one kind. (The toolkit's own search knows only its own classes.)
     template <typename Widget>
@@ -160,7 +73,7 @@ class MenuViewTest : public EngineTest {
         TypedKey typed;
         typed.symbol = keySymbol;
         typed.event.modifiers = modifiers;
-        keyboard.press(typed);
+        press(typed);
     }
     static void sendMouse(QWidget& widget, QEvent::Type type, const QPointF& at) {
         const bool isDown = type != QEvent::MouseButtonRelease;
@@ -220,16 +133,10 @@ class MenuViewTest : public EngineTest {
 
     static constexpr Rect leftHalfFrame{0, 25, 960, 1055};
 
-    Element window_;
     MemoryStatusItem item;
     MemoryUpdater updater;
     MemoryOwnApplication application;
-    MemoryBeep beep;
-    MemoryCompositing compositing;
     ManualRunLoop loop;
-    NotificationCenter notifications;
-    ArrangementStore store{defaults_, notifications};
-    FakeKeyboard keyboard{desktop_.eventMonitors()};
     QtMenuViews views{keyboard, defaults_, compositing};
     int settingsOpened = 0;
     StatusMenu menu{{.engine = engine(),

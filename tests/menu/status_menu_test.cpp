@@ -29,7 +29,7 @@ class StatusMenuTest : public EngineTest {
         item.setFrame(itemFrame);
     }
 
-    MenuPanelState& panel() { return *views.states.back(); }
+    KeyPanelState& panel() { return *views.states.back(); }
     std::size_t panelsMade() const { return views.states.size(); }
 
     /// Opens the panel, however short ago it was closed.

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "platform/keyboard_focus.h"
+#include "platform/memory/memory_event_monitors.h"
 
 #include <memory>
 #include <optional>
@@ -26,6 +27,20 @@ class MemoryKeyboardFocus final : public KeyboardFocus {
     bool isTaken() const { return *holder_ != nullptr; }
     /// The frame that the last holder gave.
     const Rect& frame() const { return frame_; }
+
+    /// Presses and releases a key: what no local key monitor uses goes to whoever held the keyboard
+    /// when it went down, its release to whoever holds it by then.
+    void press(MemoryEventMonitors& monitors, const TypedKey& key) {
+        const auto holder = *holder_;
+        if (monitors.type(key.event) == KeyVerdict::notUsed && holder) {
+            holder->key(key);
+        }
+        if (const auto current = *holder_) {
+            auto released = key;
+            released.transition = KeyTransition::released;
+            current->key(released);
+        }
+    }
 
     /// A button goes down elsewhere, or another window is activated.
     void lose() {
