@@ -8,6 +8,8 @@
 #include <utility>
 #include <vector>
 
+#include <gtest/gtest.h>
+
 namespace tessellon {
 
 /// What a test sees of a panel, also after the panel is gone.
@@ -21,11 +23,11 @@ struct KeyPanelState {
 
 class FakeKeyPanel final : public KeyPanel {
   public:
-    /// `atEnd` is called when the panel is destroyed.
-    FakeKeyPanel(std::shared_ptr<KeyPanelState> state, std::function<void()> atEnd)
-        : state_(std::move(state)), atEnd_(std::move(atEnd)) {}
+    /// `model` expires with what the panel shows.
+    FakeKeyPanel(std::shared_ptr<KeyPanelState> state, std::weak_ptr<void> model)
+        : state_(std::move(state)), model_(std::move(model)) {}
     ~FakeKeyPanel() override {
-        atEnd_();
+        EXPECT_FALSE(model_.expired()) << "the model outlives the panel";
         state_->exists = false;
     }
     FakeKeyPanel(const FakeKeyPanel&) = delete;
@@ -47,16 +49,24 @@ class FakeKeyPanel final : public KeyPanel {
 
   private:
     std::shared_ptr<KeyPanelState> state_;
-    std::function<void()> atEnd_;
+    std::weak_ptr<void> model_;
 };
 
 /// Makes the panels of a feature, and keeps what happened to each.
 class FakeKeyPanels {
   public:
-    std::unique_ptr<KeyPanel> make(const Size& size, std::function<void()> atEnd) {
+    /// A panel for the model that `callback` is a member of.
+    template <typename... Arguments>
+    std::unique_ptr<KeyPanel> make(const Size& size, std::function<void(Arguments...)>& callback) {
+        // What the model holds goes with it.
+        auto sentinel = std::make_shared<int>();
+        const std::weak_ptr<void> model = sentinel;
+        callback = [inner = callback, sentinel = std::move(sentinel)](Arguments... arguments) {
+            inner(arguments...);
+        };
         states.push_back(std::make_shared<KeyPanelState>());
         states.back()->frame = {0, 0, size.width, size.height};
-        auto made = std::make_unique<FakeKeyPanel>(states.back(), std::move(atEnd));
+        auto made = std::make_unique<FakeKeyPanel>(states.back(), model);
         panel = made.get();
         return made;
     }
