@@ -31,9 +31,9 @@ class EventMonitors {
     using Callback = std::function<void()>;
     using KeyHandler = std::function<KeyVerdict(const KeyEvent&)>;
 
-    /// Calls back for every such event that is meant for another program, until the token is
-    /// dropped. A drag or release belongs to the program in whose window the button went down.
-    /// Several motions that are waiting at once may be told as one. Nothing when the desktop
+    /// Calls back for every such event from now on that is meant for another program, until the
+    /// token is dropped. A drag or release belongs to the program in whose window the button went
+    /// down. Several motions that are waiting at once may be told as one. Nothing when the desktop
     /// refuses.
     virtual std::optional<Token> addGlobalMonitor(MonitoredEvent event, Callback callback) = 0;
 

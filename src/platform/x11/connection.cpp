@@ -90,6 +90,18 @@ void Connection::dispatch() {
     }
 }
 
+std::uint32_t Connection::mark() const {
+    const auto request = xcb_no_operation(xcb_);
+    // What happens from now on has to come after it.
+    xcb_flush(xcb_);
+    return request.sequence;
+}
+
+bool Connection::toldIsOlderThan(std::uint32_t mark) const {
+    // An event carries the number of the request that the server had served last.
+    return told_ != nullptr && static_cast<std::int32_t>(told_->full_sequence - mark) < 0;
+}
+
 void Connection::sync() {
     countRoundTrip();
     const Reply<xcb_get_input_focus_reply_t> reply(

@@ -56,6 +56,12 @@ class Connection {
     /// The event that the action listeners are hearing of; null while none is told.
     const xcb_generic_event_t* told() const { return told_; }
 
+    /// A moment in the order of what the server does. Costs no round trip.
+    std::uint32_t mark() const;
+    /// Whether the event that is told happened before a mark, and was merely told late; false while
+    /// none is told.
+    bool toldIsOlderThan(std::uint32_t mark) const;
+
     /// Called after the events of a turn were handed out, before the loop waits again.
     const Signal<>& idle() const { return idle_; }
     /// Emitted once when the server is gone.

@@ -75,18 +75,28 @@ const Signal<>& X11EventMonitors::signalFor(const Signals& signals, MonitoredEve
     return signals.flags;
 }
 
+/// Another way than the display's may bring the news of a press first, the bus of a tray for
+/// instance. Whoever begins to listen on account of it has nothing to do with that press.
+EventMonitors::Callback X11EventMonitors::sinceNow(Callback callback) const {
+    return [this, mark = connection_.mark(), callback = std::move(callback)] {
+        if (!connection_.toldIsOlderThan(mark)) {
+            callback();
+        }
+    };
+}
+
 std::optional<Token> X11EventMonitors::addGlobalMonitor(MonitoredEvent event, Callback callback) {
     if (!input_.isAvailable()) {
         return std::nullopt;
     }
-    return signalFor(global_, event).subscribe(std::move(callback));
+    return signalFor(global_, event).subscribe(sinceNow(std::move(callback)));
 }
 
 std::optional<Token> X11EventMonitors::addLocalMonitor(MonitoredEvent event, Callback callback) {
     if (!input_.isAvailable()) {
         return std::nullopt;
     }
-    return signalFor(local_, event).subscribe(std::move(callback));
+    return signalFor(local_, event).subscribe(sinceNow(std::move(callback)));
 }
 
 std::optional<Token> X11EventMonitors::addLocalKeyMonitor(KeyHandler handler) {

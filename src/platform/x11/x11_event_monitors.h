@@ -38,6 +38,7 @@ class X11EventMonitors : public EventMonitors {
     };
 
     static const Signal<>& signalFor(const Signals& signals, MonitoredEvent event);
+    Callback sinceNow(Callback callback) const;
     Audience audienceOfPress() const;
     bool belongsToUs(xcb_window_t topLevel) const;
 

@@ -55,6 +55,7 @@ Token X11KeyboardFocus::take(const Rect& panelFrame, Receiver receiver) {
     holder_.emplace(Holder{.id = id,
                            .panelFrame = panelFrame,
                            .receiver = std::make_shared<const Receiver>(std::move(receiver)),
+                           .since = services_.connection.mark(),
                            .scene = {},
                            .text = KeyText(services_.keyboard),
                            .pressed = {},
@@ -261,7 +262,7 @@ void X11KeyboardFocus::lingerAtPress(const xcb_key_press_event_t& event) {
 }
 
 void X11KeyboardFocus::onButton(std::uint32_t button) {
-    if (!holder_ || isWheel(button)) {
+    if (!holder_ || isWheel(button) || services_.connection.toldIsOlderThan(holder_->since)) {
         return;
     }
     const auto pointer = services_.monitors.pointerLocation();

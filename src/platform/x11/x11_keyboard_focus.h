@@ -55,7 +55,8 @@ class X11KeyboardFocus : public KeyboardFocus {
         std::uint64_t id = 0;
         Rect panelFrame;
         std::shared_ptr<const Receiver> receiver;
-        Scene scene;  // as of the activation that was looked at last
+        std::uint32_t since = 0;  // a mark of the connection
+        Scene scene;              // as of the activation that was looked at last
         KeyText text;
         std::set<xcb_keycode_t> pressed;
         std::set<xcb_keycode_t> given;  // those of them that the receiver knows of
