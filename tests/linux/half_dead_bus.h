@@ -45,6 +45,9 @@ class HalfDeadBus {
         g_dbus_server_stop(server_);
         g_main_loop_quit(loop_);
         thread_.join();
+        // The wait for more connections ends with word to the one who waits.
+        while (g_main_context_iteration(context_, FALSE) != FALSE) {
+        }
         for (auto* const connection : connections_) {
             g_dbus_connection_close_sync(connection, nullptr, nullptr);
             g_object_unref(connection);
