@@ -38,16 +38,17 @@ class HalfDeadBus {
         thread_ = std::thread([this] {
             g_main_context_push_thread_default(context_);
             g_main_loop_run(loop_);
+            // In the thread that waits for connections: the library loses what it holds for that
+            // otherwise.
+            g_dbus_server_stop(server_);
+            while (g_main_context_iteration(context_, FALSE) != FALSE) {
+            }
             g_main_context_pop_thread_default(context_);
         });
     }
     ~HalfDeadBus() {
-        g_dbus_server_stop(server_);
         g_main_loop_quit(loop_);
         thread_.join();
-        // The wait for more connections ends with word to the one who waits.
-        while (g_main_context_iteration(context_, FALSE) != FALSE) {
-        }
         for (auto* const connection : connections_) {
             g_dbus_connection_close_sync(connection, nullptr, nullptr);
             g_object_unref(connection);
