@@ -287,7 +287,11 @@ TEST_P(OpenboxInputTest, aDragOfTheWindowManagersIsWatched) {
     EXPECT_TRUE(comes([&] { return drags == 0; }));
     pointer.press();
     EXPECT_TRUE(comes([&] { return monitors.pressedMouseButtons() == 1; }));
-    pointer.moveTo({1200, 405});
+    // At the speed of a hand: the window manager is with it at every step.
+    for (int step = 0; step <= 10; ++step) {
+        pointer.jumpTo({1100 + 10 * step, 305 + 10 * step});
+        EXPECT_TRUE(comes([&] { return desktop().x().windowManagerServes(); }));
+    }
     EXPECT_TRUE(comes([&] { return drags > 0; }));
     desktop().keyboard().press(Key::rightSuper);
     EXPECT_TRUE(
