@@ -71,6 +71,8 @@ TEST_P(DragTest, commandShowsTheGridAndTheDropSnaps) {
     drop();
     EXPECT_EQ(desktop().windows().settle(window, topLeft), topLeft);
     releaseCommand();
+    // A window that is not where it was told to go is told once more.
+    program().waitUntilIdle();
 
     // Let go of before the drop: the window stays where it was carried.
     EXPECT_EQ(desktop().windows().place(window, original), original);
