@@ -100,9 +100,9 @@ void explainMissingDisplay() {
 }
 
 /// Where panels find the icon that they draw in their own color.
-std::optional<std::filesystem::path> iconFolder() {
+std::optional<std::filesystem::path> iconFolder(const std::filesystem::path& program) {
     const std::filesystem::path runtime = environment("XDG_RUNTIME_DIR");
-    return symbolicIconFolder(processExecutable(getpid()).value_or(""),
+    return symbolicIconFolder(program,
                               runtime.is_absolute() ? std::optional(runtime) : std::nullopt);
 }
 
@@ -209,10 +209,11 @@ int run(int argc, char** argv) {
     x11::X11Compositing compositing(*connection);
     x11::X11Beep beep(*connection);
     x11::X11TrayIcon dockedIcon(*connection, displays, loop, "Tessellon", statusGlyphImage);
-    StatusNotifierItem notifierItem(statusGlyphImage, iconFolder());
+    const auto ownProgram = processExecutable(getpid()).value_or("");
+    StatusNotifierItem notifierItem(statusGlyphImage, iconFolder(ownProgram));
     TrayStatusItem statusItem(notifierItem, dockedIcon);
     QtOwnApplication ownApplication(loop);
-    ChildFeedSource feedSource(feedFetchersOf(processExecutable(getpid()).value_or("")));
+    ChildFeedSource feedSource(feedFetchersOf(ownProgram));
     QtUpdateViews updateViews;
     FeedUpdater updater({feedSource, updateViews, defaults, loop, std::chrono::system_clock::now},
                         *runningVersion, TESSELLON_UPDATE_FEED_URL);

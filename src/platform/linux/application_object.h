@@ -1,5 +1,5 @@
 // The object that desktops talk to when they start an application by its name on the bus, with the
-// interface org.freedesktop.Application (Desktop Entry Specification, D-Bus Activation); for
+// interface org.freedesktop.Application (XDG desktop entries, D-Bus activation); for
 // SessionService alone.
 #pragma once
 

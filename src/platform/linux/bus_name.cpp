@@ -6,7 +6,7 @@
 namespace tessellon {
 namespace {
 
-// D-Bus specification, RequestName.
+// As D-Bus numbers the flags and answers of RequestName.
 constexpr unsigned doNotQueue = 0x4;
 constexpr unsigned primaryOwner = 1;
 constexpr unsigned alreadyOwner = 4;

@@ -14,8 +14,8 @@ namespace tessellon {
 
 enum class Bus { session, system };
 
-/// Where the bus listens, as the D-Bus specification writes addresses: what the environment names,
-/// else the well-known place. Empty when there is no such bus; none is ever started.
+/// Where the bus listens, as D-Bus writes addresses: what the environment names, else the
+/// well-known place. Empty when there is no such bus; none is ever started.
 std::string busAddress(Bus bus);
 
 struct UnrefGObject {

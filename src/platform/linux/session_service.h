@@ -1,6 +1,6 @@
 // The program as an application on the session bus, which desktops activate by its name, and the
-// question with which a second start wakes the one that runs (Desktop Entry Specification, D-Bus
-// Activation).
+// question with which a second start wakes the one that runs (XDG desktop entries, D-Bus
+// activation).
 #pragma once
 
 #include "base/signal.h"
