@@ -59,6 +59,10 @@ class Accessibility {
     /// EWMH is alive.
     virtual bool isTrusted() const = 0;
 
+    /// Has the desktop help the user to what isTrusted asks for. Nothing for the user on success,
+    /// else what they can do themselves, in a sentence.
+    virtual std::optional<std::string> requestTrust() = 0;
+
     /// Emitted after isTrusted has changed, and after another window manager has taken over: what
     /// was under way with the former one will not come to its end.
     const Signal<>& trustChanged() const { return trustChanged_; }

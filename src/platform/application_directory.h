@@ -4,6 +4,8 @@
 
 #include <optional>
 #include <string>
+#include <string_view>
+#include <vector>
 
 namespace tessellon {
 
@@ -13,6 +15,8 @@ struct InstalledApplication {
     std::string identifier;
     /// The Name of the entry in the user's language.
     std::string name;
+    /// The name or the absolute path of its icon; empty when it has none.
+    std::string icon{};
     bool operator==(const InstalledApplication&) const = default;
 };
 
@@ -33,6 +37,17 @@ class ApplicationDirectory {
     /// matches counts: the GTK application id, the StartupWMClass of an entry, an entry named like
     /// the window class, an entry that runs the executable.
     virtual std::optional<InstalledApplication> lookUp(const ApplicationHints& hints) const = 0;
+
+    /// The application with exactly this identifier, whether menus show it or not; or nothing.
+    virtual std::optional<InstalledApplication> withIdentifier(
+        std::string_view identifier) const = 0;
+
+    /// The application of exactly this name, in the user's language or in that of the entry.
+    /// Applications for all users come before the user's own. Nothing when there is none.
+    virtual std::optional<InstalledApplication> named(std::string_view name) const = 0;
+
+    /// The applications that menus show, by name in the order of the user's language.
+    virtual std::vector<InstalledApplication> shown() const = 0;
 };
 
 }  // namespace tessellon

@@ -24,6 +24,10 @@ class LoginItem {
     /// wrong, in words for the user.
     virtual std::optional<std::string> registerItem() = 0;
     virtual std::optional<std::string> unregisterItem() = 0;
+
+    /// Shows the user where the desktop lists the programs that start at login. False when this
+    /// desktop has nothing that could be opened.
+    virtual bool openSystemSettings() = 0;
 };
 
 }  // namespace tessellon

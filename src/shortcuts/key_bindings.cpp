@@ -103,6 +103,11 @@ void KeyBindings::resetToDefaults() {
     rebound_.emit();
 }
 
+void KeyBindings::useControlCommand() {
+    willReset_.emit();
+    rebound_.emit();
+}
+
 std::string KeyBindings::shortcutText(SnapAction action) const {
     const auto combo = comboFor(HotkeyTarget::snap(action));
     return combo ? displayText(*combo) : std::string();

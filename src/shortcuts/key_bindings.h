@@ -63,14 +63,20 @@ class KeyBindings {
     /// anew. Arrangements keep theirs.
     void resetToDefaults();
 
+    /// Binds every target whose built-in shortcut is held with ⌃⌥ or ⌃⌥⇧ to ⌃⌘ or ⌃⌘⇧ and the same
+    /// key, for desktops that hold the former, and has the hot keys registered anew. Other targets
+    /// keep theirs, even the same one; resetToDefaults undoes it.
+    void useControlCommand();
+
     /// The combination of a snap action as one text, such as "⌃⌥←"; "" when it has none.
     std::string shortcutText(SnapAction action) const;
 
-    /// Emitted at the end of assignCombo and resetToDefaults; the hot keys are registered anew
-    /// then.
+    /// Emitted at the end of assignCombo, resetToDefaults and useControlCommand; the hot keys are
+    /// registered anew then.
     const Signal<>& rebound() const { return rebound_; }
 
-    /// Emitted before resetToDefaults changes anything; a recording in progress ends then.
+    /// Emitted before resetToDefaults or useControlCommand changes anything; a recording in
+    /// progress ends then.
     const Signal<>& willReset() const { return willReset_; }
 
     /// Emitted when somebody else has changed the stored settings; any target may be another.

@@ -39,6 +39,12 @@ PillButton::PillButton(const QString& text, PillButtonStyle style, QWidget* pare
     new FocusRing(*this, buttonHeight / 2.0);
 }
 
+PillButton::PillButton(const QString& text, PillButtonStyle style, PillButtonSize /*size*/,
+                       QWidget* parent)
+    : PillButton(text, style, parent) {}
+
+void PillButton::setSymbol(Symbol /*symbol*/, SymbolSide /*side*/) {}
+
 QSize PillButton::sizeHint() const {
     const auto content = static_cast<int>(std::ceil(textWidth(buttonFont(), text())));
     return {std::max(content + 2 * sidePadding, leastWidth), buttonHeight};

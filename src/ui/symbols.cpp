@@ -85,6 +85,8 @@ QPainterPath symbolPath(Symbol symbol) {
                 addBox(path, QRectF(x, 14, 6, 6));
             }
             break;
+        default:
+            break;
     }
     return path;
 }

@@ -20,6 +20,31 @@ enum class Symbol : std::uint8_t {
     /// An eye that is struck out.
     eyeSlash,
     squareGrid2x2,
+    /// Three lines with a knob on each.
+    sliderHorizontal3,
+    keyboard,
+    /// Three lines, each shorter than the one above it.
+    line3HorizontalDecrease,
+    display2,
+    pawprint,
+    pawprintFill,
+    xmark,
+    eye,
+    arrowCounterclockwise,
+    trash,
+    arrowTriangle2Circlepath,
+    handWave,
+    handRaised,
+    heart,
+    /// An arrow that leaves a square.
+    arrowUpForwardSquare,
+    checkmark,
+    checkmarkCircleFill,
+    arrowLeft,
+    arrowRight,
+    arrowUpRight,
+    wifi,
+    battery75,
 };
 
 /// The lines of the symbol on a grid of 24 × 24 units, to be stroked with round ends and joins;

@@ -206,6 +206,10 @@ AutostartEntry::Places standardAutostartPlaces() {
 AutostartEntry::AutostartEntry(Places places, fs::path program)
     : places_(std::move(places)), program_(std::move(program)) {}
 
+bool AutostartEntry::openSystemSettings() {
+    return false;
+}
+
 fs::path AutostartEntry::path() const {
     return places_.own / fileName;
 }

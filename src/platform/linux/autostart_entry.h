@@ -33,6 +33,7 @@ class AutostartEntry final : public LoginItem {
     LoginItemStatus status() const override;
     std::optional<std::string> registerItem() override;
     std::optional<std::string> unregisterItem() override;
+    bool openSystemSettings() override;
 
     /// The user's entry, which need not exist.
     std::filesystem::path path() const;

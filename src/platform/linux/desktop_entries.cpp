@@ -265,6 +265,19 @@ std::optional<InstalledApplication> DesktopEntries::lookUp(const ApplicationHint
                                 item->entry.name.empty() ? item->identifier : item->entry.name};
 }
 
+std::optional<InstalledApplication> DesktopEntries::withIdentifier(
+    std::string_view /*identifier*/) const {
+    return std::nullopt;
+}
+
+std::optional<InstalledApplication> DesktopEntries::named(std::string_view /*name*/) const {
+    return std::nullopt;
+}
+
+std::vector<InstalledApplication> DesktopEntries::shown() const {
+    return {};
+}
+
 const DesktopEntries::Catalog& DesktopEntries::catalog() const {
     const auto now = loop_.uptime();
     const bool isCheckDue = !catalog_ || now - checkedAt_ >= checkInterval;

@@ -27,6 +27,10 @@ class DesktopEntries final : public ApplicationDirectory {
     /// in the more important folder, then the alphabet.
     std::optional<InstalledApplication> lookUp(const ApplicationHints& hints) const override;
 
+    std::optional<InstalledApplication> withIdentifier(std::string_view identifier) const override;
+    std::optional<InstalledApplication> named(std::string_view name) const override;
+    std::vector<InstalledApplication> shown() const override;
+
   private:
     class Catalog;
 

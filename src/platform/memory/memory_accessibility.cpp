@@ -35,6 +35,12 @@ bool MemoryAccessibility::isTrusted() const {
     return desktop_.isTrusted();
 }
 
+std::optional<std::string> MemoryAccessibility::requestTrust() {
+    desktop_.countTrustRequest();
+    return desktop_.isTrusted() ? std::nullopt
+                                : std::optional<std::string>("Start a window manager.");
+}
+
 Element MemoryAccessibility::applicationElement(Pid pid) const {
     return {ElementKind::application, static_cast<std::uint32_t>(pid), 0};
 }

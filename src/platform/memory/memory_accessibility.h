@@ -30,6 +30,7 @@ class MemoryAccessibility final : public Accessibility {
     explicit MemoryAccessibility(MemoryDesktop& desktop) : desktop_(desktop) {}
 
     bool isTrusted() const override;
+    std::optional<std::string> requestTrust() override;
     void announceTrust() const { trustChanged_.emit(); }
     void setMessagingTimeout(Seconds timeout) override { timeout_ = timeout; }
     Element applicationElement(Pid pid) const override;

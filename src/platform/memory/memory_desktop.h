@@ -139,6 +139,8 @@ class MemoryDesktop {
     /// as when one window manager replaces another.
     void setTrusted(bool trusted);
     bool isTrusted() const { return trusted_; }
+    void countTrustRequest() { ++trustRequests_; }
+    int trustRequests() const { return trustRequests_; }
     void setWindowListAvailable(bool available) { windowListAvailable_ = available; }
     bool isWindowListAvailable() const { return windowListAvailable_; }
 
@@ -160,6 +162,7 @@ class MemoryDesktop {
     std::optional<Point> pointer_;
     std::vector<Pid> activations_;
     bool trusted_ = true;
+    int trustRequests_ = 0;
     bool windowListAvailable_ = true;
     std::uint64_t nextId_ = 1;
     std::uint64_t nextGeneration_ = 1;

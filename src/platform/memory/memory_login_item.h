@@ -21,6 +21,11 @@ class MemoryLoginItem final : public LoginItem {
         return set(LoginItemStatus::notRegistered);
     }
 
+    bool openSystemSettings() override {
+        ++openings_;
+        return true;
+    }
+
     /// The state as the user or the desktop changes it.
     void setStatus(LoginItemStatus status) { status_ = status; }
     /// What registering leads to when it succeeds; enabled unless told otherwise.
@@ -30,6 +35,7 @@ class MemoryLoginItem final : public LoginItem {
 
     int registrations() const { return registrations_; }
     int removals() const { return removals_; }
+    int openings() const { return openings_; }
 
   private:
     std::optional<std::string> set(LoginItemStatus status) {
@@ -45,6 +51,7 @@ class MemoryLoginItem final : public LoginItem {
     std::optional<std::string> problem_;
     int registrations_ = 0;
     int removals_ = 0;
+    int openings_ = 0;
 };
 
 }  // namespace tessellon

@@ -80,6 +80,15 @@ bool X11Accessibility::isTrusted() const {
     return mirror_.windowManagerAlive() && !connection_.isLost();
 }
 
+std::optional<std::string> X11Accessibility::requestTrust() {
+    if (isTrusted()) {
+        return std::nullopt;
+    }
+    // There is nothing that could be asked or switched on.
+    return "On this desktop all it takes is a window manager that follows EWMH, and none is "
+           "running. Start one and come back here.";
+}
+
 void X11Accessibility::setMessagingTimeout(Seconds timeout) {
     writer_.setTimeout(timeout);
 }

@@ -19,6 +19,7 @@ class X11Accessibility : public Accessibility {
     X11Accessibility(Connection& connection, WindowMirror& mirror, const RawInput& input);
 
     bool isTrusted() const override;
+    std::optional<std::string> requestTrust() override;
     void setMessagingTimeout(Seconds timeout) override;
     Element applicationElement(Pid pid) const override;
     std::optional<Pid> pidOf(const Element& element) const override;

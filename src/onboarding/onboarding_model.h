@@ -1,0 +1,75 @@
+// What the welcome tour shows: the step, the permission, and what the user has tried so far.
+#pragma once
+
+#include "base/notification_center.h"
+#include "base/signal.h"
+#include "base/token.h"
+#include "onboarding/tour.h"
+#include "platform/accessibility.h"
+#include "platform/login_item.h"
+#include "platform/run_loop.h"
+#include "platform/user_defaults.h"
+#include "shortcuts/hotkeys.h"
+#include "shortcuts/key_bindings.h"
+
+#include <functional>
+#include <set>
+
+namespace tessellon {
+
+/// What the tour reads, changes and sets off. It owns none of them.
+struct OnboardingServices {
+    Accessibility& accessibility;
+    UserDefaults& defaults;
+    LoginItem& loginItem;
+    KeyBindings& keyBindings;
+    Hotkeys& hotkeys;
+    NotificationCenter& notifications;
+    RunLoop& runLoop;
+};
+
+class OnboardingModel {
+  public:
+    static constexpr int stepCount = 4;
+    /// The step that asks for the permission.
+    static constexpr int permissionStep = 1;
+
+    /// `step` is the first to be shown, 0 to 3; `finish` runs when the user ends the tour, and may
+    /// destroy the model. Watches the permission and the events from now on.
+    OnboardingModel(const OnboardingServices& services, int step, std::function<void()> finish);
+    OnboardingModel(const OnboardingModel&) = delete;
+    OnboardingModel& operator=(const OnboardingModel&) = delete;
+
+    const OnboardingServices& services() const { return services_; }
+
+    int step() const { return step_; }
+    void goTo(int step);
+
+    /// Whether windows of other programs can be moved, looked at once a second.
+    bool trusted() const { return trusted_; }
+    /// What has been tried, whatever step was shown.
+    const std::set<Tour::Event>& done() const { return done_; }
+
+    /// Ends the tour for good.
+    void finish() const;
+
+    /// Stops watching, once the tour is not to be seen any more.
+    void stop();
+
+    /// Emitted after something of the above has changed.
+    const Signal<>& changed() const { return changed_; }
+
+  private:
+    void poll();
+
+    OnboardingServices services_;
+    int step_;
+    std::function<void()> finish_;
+    bool trusted_;
+    std::set<Tour::Event> done_;
+    Token timer_;
+    Token observer_;
+    Signal<> changed_;
+};
+
+}  // namespace tessellon

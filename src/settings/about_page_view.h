@@ -1,0 +1,16 @@
+// The program itself: its version, the tour, and updates.
+#pragma once
+
+#include "settings/settings_services.h"
+
+#include <QWidget>
+
+namespace tessellon {
+
+class AboutPage : public QWidget {
+  public:
+    /// Shows everything as it is now; what `services` names must outlive the page.
+    explicit AboutPage(const SettingsServices& services, QWidget* parent = nullptr);
+};
+
+}  // namespace tessellon

@@ -1,0 +1,36 @@
+// The rounded sheet on which the parts of a page lie.
+#pragma once
+
+#include "ui/shapes.h"
+
+#include <QColor>
+#include <QVBoxLayout>
+#include <QWidget>
+
+namespace tessellon {
+
+struct CardStyle {
+    QColor fill;
+    double radius = 16;
+    int horizontalPadding = 14;
+    int verticalPadding = 14;
+    Border border{};
+};
+
+/// A column of widgets on a sheet.
+class Card : public QWidget {
+  public:
+    explicit Card(const CardStyle& style, QWidget* parent = nullptr);
+
+    QVBoxLayout& column() { return *column_; }
+    void setFill(const QColor& fill);
+
+  protected:
+    void paintEvent(QPaintEvent* event) override;
+
+  private:
+    CardStyle style_;
+    QVBoxLayout* column_;
+};
+
+}  // namespace tessellon

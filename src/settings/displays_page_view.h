@@ -1,0 +1,16 @@
+// The displays in their order, each with its own gap if the user wants one.
+#pragma once
+
+#include "settings/settings_services.h"
+
+#include <QWidget>
+
+namespace tessellon {
+
+class DisplaysPage : public QWidget {
+  public:
+    /// Shows everything as it is now; what `services` names must outlive the page.
+    explicit DisplaysPage(const SettingsServices& services, QWidget* parent = nullptr);
+};
+
+}  // namespace tessellon

@@ -1,0 +1,27 @@
+// One setting: its name, a line about it and the control that changes it.
+#pragma once
+
+#include <QString>
+#include <QWidget>
+
+namespace tessellon {
+
+class TextLabel;
+
+class Row : public QWidget {
+  public:
+    /// Takes `trailing`, the control at its trailing edge, as its child. Without a subtitle there
+    /// is no second line.
+    Row(const QString& title, const QString& subtitle, QWidget* trailing,
+        QWidget* parent = nullptr);
+
+    void setSubtitle(const QString& subtitle);
+
+    /// Puts another widget below the texts, such as a link or an error; takes it as its child.
+    void addBelow(QWidget* widget);
+
+  private:
+    TextLabel* subtitle_ = nullptr;
+};
+
+}  // namespace tessellon
