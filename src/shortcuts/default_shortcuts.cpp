@@ -28,4 +28,14 @@ std::optional<KeyCombo> defaultCombo(const HotkeyTarget& target) {
     return std::nullopt;
 }
 
+std::optional<KeyCombo> controlCommandCombo(const HotkeyTarget& target) {
+    auto combo = defaultCombo(target);
+    if (!combo || (combo->mods != default_shortcut_detail::controlOption &&
+                   combo->mods != default_shortcut_detail::withShift)) {
+        return std::nullopt;
+    }
+    combo->mods = (combo->mods & ~modifier_flag::option) | modifier_flag::command;
+    return combo;
+}
+
 }  // namespace tessellon

@@ -50,4 +50,8 @@ inline constexpr std::array<DefaultShortcut, allSnapActions.size()> defaultShort
 /// The built-in shortcut of a target; nothing for arrangements.
 std::optional<KeyCombo> defaultCombo(const HotkeyTarget& target);
 
+/// The built-in shortcut with ⌘ in place of ⌥, for desktops that hold those with ⌃⌥; nothing for
+/// targets whose built-in shortcut is held with other modifiers than ⌃⌥ or ⌃⌥⇧, or that have none.
+std::optional<KeyCombo> controlCommandCombo(const HotkeyTarget& target);
+
 }  // namespace tessellon

@@ -51,9 +51,7 @@ void KeyBindings::setCombo(const std::optional<KeyCombo>& combo, const HotkeyTar
     } else {
         keymap.insert_or_assign(target.targetID(), combo.value_or(clearedCombo));
     }
-    if (auto json = encodeKeymap(keymap); json && mayReplaceKeymap()) {
-        defaults_.setObject(preference::keymap, *std::move(json));
-    }
+    replaceKeymap(keymap);
 }
 
 std::optional<std::string> KeyBindings::assignCombo(std::int64_t keyCode, std::uint64_t mods,
@@ -105,7 +103,25 @@ void KeyBindings::resetToDefaults() {
 
 void KeyBindings::useControlCommand() {
     willReset_.emit();
+    auto keymap = loadKeymap();
+    for (const auto action : allSnapActions) {
+        const auto target = HotkeyTarget::snap(action);
+        if (auto combo = controlCommandCombo(target)) {
+            keymap.insert_or_assign(target.targetID(), *std::move(combo));
+        }
+    }
+    replaceKeymap(keymap);
     rebound_.emit();
+}
+
+bool KeyBindings::usesControlCommand() const {
+    const Stored stored{loadKeymap(), {}};
+    return std::all_of(allSnapActions.begin(), allSnapActions.end(), [&stored](SnapAction action) {
+        const auto target = HotkeyTarget::snap(action);
+        const auto wanted = controlCommandCombo(target);
+        const auto current = comboFor(target, stored);
+        return !wanted || (current && sameShortcut(*current, *wanted));
+    });
 }
 
 std::string KeyBindings::shortcutText(SnapAction action) const {
@@ -168,6 +184,12 @@ std::optional<Keymap> KeyBindings::readKeymap() const {
 bool KeyBindings::mayReplaceKeymap() {
     return !defaults_.objectForKey(preference::keymap) || readKeymap() ||
            defaults_.keepAside(preference::keymap);
+}
+
+void KeyBindings::replaceKeymap(const Keymap& keymap) {
+    if (auto json = encodeKeymap(keymap); json && mayReplaceKeymap()) {
+        defaults_.setObject(preference::keymap, *std::move(json));
+    }
 }
 
 void KeyBindings::setArrangementCombo(const std::optional<KeyCombo>& combo, const Uuid& id) {

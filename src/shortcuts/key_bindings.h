@@ -68,6 +68,9 @@ class KeyBindings {
     /// keep theirs, even the same one; resetToDefaults undoes it.
     void useControlCommand();
 
+    /// Whether every target has the combination that useControlCommand would give it.
+    bool usesControlCommand() const;
+
     /// The combination of a snap action as one text, such as "⌃⌥←"; "" when it has none.
     std::string shortcutText(SnapAction action) const;
 
@@ -97,6 +100,7 @@ class KeyBindings {
     std::optional<Keymap> readKeymap() const;
     /// Keeps a stored keymap that cannot be read aside; false when that fails.
     bool mayReplaceKeymap();
+    void replaceKeymap(const Keymap& keymap);
     void setArrangementCombo(const std::optional<KeyCombo>& combo, const Uuid& id);
 
     UserDefaults& defaults_;

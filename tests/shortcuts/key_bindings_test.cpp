@@ -125,6 +125,42 @@ TEST_F(KeyBindingsTest, ResettingLeavesArrangementsAlone) {
     EXPECT_TRUE(bindings.comboFor(desk));
 }
 
+TEST_F(KeyBindingsTest, ControlCommandTakesThePlaceOfControlOption) {
+    const auto desk = addArrangementNamed("Desk", KeyCombo{5, controlCommand, "G"});
+    bindings.setCombo(std::nullopt, snap(SnapAction::center));
+    bindings.setCombo(KeyCombo{4, controlOption, "H"}, snap(SnapAction::leftHalf));
+    bindings.setCombo(KeyCombo{0, controlOption, "A"}, snap(SnapAction::nextDisplay));
+    bindings.setCombo(std::nullopt, HotkeyTarget::tile());
+    EXPECT_FALSE(bindings.usesControlCommand());
+
+    int writes = 0;
+    std::string order;
+    const auto written = defaults.changed().subscribe([&](std::string_view) { ++writes; });
+    const auto reset =
+        bindings.willReset().subscribe([&] { order += writes == 0 ? "before " : "late "; });
+    const auto rebound = bindings.rebound().subscribe([&] { order += "after"; });
+    bindings.useControlCommand();
+    EXPECT_EQ(order, "before after");
+    EXPECT_EQ(writes, 1);
+    EXPECT_TRUE(bindings.usesControlCommand());
+    for (const auto& [action, keyCode, key, mods] : defaultShortcuts) {
+        const auto shortcut = bindings.shortcutText(action);
+        if (mods == controlOptionCommand) {
+            EXPECT_EQ(shortcut, action == SnapAction::nextDisplay ? "⌃⌥A" : "⌃⌥⌘←");
+        } else {
+            EXPECT_EQ(shortcut,
+                      (action == SnapAction::almostMaximize ? "⌃⇧⌘" : "⌃⌘") + std::string(key));
+        }
+    }
+    EXPECT_EQ(bindings.comboFor(HotkeyTarget::tile()), std::nullopt);
+    EXPECT_EQ(bindings.comboFor(desk), (KeyCombo{5, controlCommand, "G"}));
+
+    bindings.resetToDefaults();
+    EXPECT_FALSE(bindings.usesControlCommand());
+    EXPECT_EQ(bindings.shortcutText(SnapAction::leftHalf), "⌃⌥←");
+    EXPECT_EQ(storedKeymap(), "(nothing)");
+}
+
 TEST_F(KeyBindingsTest, UnreadableStorageIsIgnoredAndKeptAsideWhenReplaced) {
     for (const auto* bad : {"", "[]", "{\"tile\":{\"keyCode\":1,\"mods\":0}}", "{\"tile\":",
                             "{\"tile\":{\"keyCode\":1,\"mods\":0,\"key\":\"a\"},\"x\":1}"}) {
@@ -145,6 +181,10 @@ TEST_F(KeyBindingsTest, UnreadableStorageIsIgnoredAndKeptAsideWhenReplaced) {
     defaults.setString(preference::keymap, "not data");
     bindings.resetToDefaults();
     EXPECT_EQ(defaults.keptAside().size(), 6U);
+    storeKeymap("broken");
+    bindings.useControlCommand();
+    EXPECT_EQ(defaults.keptAside().size(), 7U);
+    EXPECT_TRUE(bindings.usesControlCommand());
 }
 
 TEST_F(KeyBindingsTest, WhatCannotBeWrittenLeavesStorageAsItWas) {

@@ -22,6 +22,7 @@ class ShortcutsTest : public testing::Test {
 
     static constexpr std::uint64_t controlOption = modifier_flag::control | modifier_flag::option;
     static constexpr std::uint64_t controlOptionCommand = controlOption | modifier_flag::command;
+    static constexpr std::uint64_t controlCommand = modifier_flag::control | modifier_flag::command;
 
     static HotkeyTarget snap(SnapAction action) { return HotkeyTarget::snap(action); }
 
