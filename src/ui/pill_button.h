@@ -4,6 +4,8 @@
 #include "ui/symbols.h"
 
 #include <QAbstractButton>
+#include <QColor>
+#include <QPainter>
 #include <QString>
 #include <cstdint>
 #include <optional>
@@ -38,7 +40,13 @@ class PillButton : public QAbstractButton {
     void keyPressEvent(QKeyEvent* event) override;
 
   private:
+    double contentWidth() const;
+    void paintContent(QPainter& painter, const QColor& color) const;
+
     PillButtonStyle style_;
+    PillButtonSize size_;
+    std::optional<Symbol> symbol_;
+    SymbolSide symbolSide_ = SymbolSide::leading;
 };
 
 }  // namespace tessellon

@@ -13,6 +13,9 @@ class TextField : public QLineEdit {
     TextField(const QString& accessibleName, const QString& placeholder, QWidget* parent = nullptr);
 
     QSize sizeHint() const override;
+
+  protected:
+    void paintEvent(QPaintEvent* event) override;
 };
 
 }  // namespace tessellon

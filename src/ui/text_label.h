@@ -19,6 +19,8 @@ class TextLabel : public QLabel {
               TextWrap wrap = TextWrap::words, QWidget* parent = nullptr);
 
     void setColor(const QColor& color);
+
+    int heightForWidth(int width) const override;
 };
 
 }  // namespace tessellon

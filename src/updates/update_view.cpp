@@ -6,6 +6,7 @@
 #include "ui/glyph.h"
 #include "ui/palette.h"
 #include "ui/shapes.h"
+#include "ui/text_label.h"
 
 #include <QCloseEvent>
 #include <QHBoxLayout>
@@ -50,7 +51,7 @@ QString fromUtf8(const std::string& text) {
 }
 
 /// The paper that the notes lie on.
-class Card : public QWidget {
+class NotesCard : public QWidget {
   public:
     using QWidget::QWidget;
 
@@ -62,16 +63,10 @@ class Card : public QWidget {
     }
 };
 
-QLabel* makeLabel(double size, QFont::Weight weight, const QColor& color, int width,
-                  QWidget* parent) {
-    auto* const label = new QLabel(parent);
-    label->setFont(interfaceFont(size, weight));
-    label->setTextFormat(Qt::PlainText);  // what was fetched is never markup
-    label->setWordWrap(true);
+TextLabel* makeLabel(double size, QFont::Weight weight, const QColor& color, int width,
+                     QWidget* parent) {
+    auto* const label = new TextLabel({}, size, weight, color, TextWrap::words, parent);
     label->setFixedWidth(width);
-    auto colors = label->palette();
-    colors.setColor(QPalette::WindowText, color);
-    label->setPalette(colors);
     return label;
 }
 
@@ -171,7 +166,7 @@ void UpdateView::makeContent() {
     top->addLayout(words);
     column->addLayout(top);
 
-    notesCard_ = new Card(this);
+    notesCard_ = new NotesCard(this);
     notesCard_->setFixedWidth(contentWidth);
     auto* const inCard = new QVBoxLayout(notesCard_);
     inCard->setContentsMargins(cardPadding, cardPadding, cardPadding, cardPadding);

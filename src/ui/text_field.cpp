@@ -1,0 +1,57 @@
+#include "ui/text_field.h"
+
+#include "ui/control_style.h"
+#include "ui/focus_ring.h"
+#include "ui/fonts.h"
+#include "ui/palette.h"
+#include "ui/shapes.h"
+
+#include <QPainter>
+#include <QPalette>
+
+namespace tessellon {
+namespace {
+
+constexpr int fieldHeight = 34;
+constexpr int usualWidth = 220;
+constexpr double radius = 10;
+constexpr double fontSize = 13;
+constexpr int textMargin = 9;
+constexpr double selectionOpacity = 0.4;
+
+}  // namespace
+
+TextField::TextField(const QString& accessibleName, const QString& placeholder, QWidget* parent)
+    : QLineEdit(parent) {
+    setAccessibleName(accessibleName);
+    setPlaceholderText(placeholder);
+    setFont(interfaceFont(fontSize));
+    setFrame(false);
+    setTextMargins(textMargin, 0, textMargin, 0);
+    setFixedHeight(fieldHeight);
+    auto colors = palette();
+    colors.setColor(QPalette::Base, Qt::transparent);  // the paper below is ours
+    colors.setColor(QPalette::Text, palette::ink);
+    colors.setColor(QPalette::Disabled, QPalette::Text, palette::muted);
+    colors.setColor(QPalette::PlaceholderText, palette::muted);
+    colors.setColor(QPalette::Highlight, palette::withOpacity(palette::teal, selectionOpacity));
+    colors.setColor(QPalette::HighlightedText, palette::ink);
+    setPalette(colors);
+    new FocusRing(*this, radius);
+}
+
+QSize TextField::sizeHint() const {
+    return {usualWidth, fieldHeight};
+}
+
+void TextField::paintEvent(QPaintEvent* event) {
+    {
+        QPainter painter(this);
+        painter.setOpacity(isEnabled() ? 1 : control_style::disabledOpacity);
+        paintRoundedRect(painter, rect(), radius, palette::paper,
+                         {palette::ink, control_style::outline});
+    }
+    QLineEdit::paintEvent(event);
+}
+
+}  // namespace tessellon
