@@ -3,7 +3,6 @@
 #include "app/notification_names.h"
 
 #include <any>
-#include <string>
 #include <utility>
 
 namespace tessellon {
@@ -18,7 +17,10 @@ OnboardingModel::OnboardingModel(const OnboardingServices& services, int step,
     : services_(services),
       step_(step),
       finish_(std::move(finish)),
-      trusted_(services.accessibility.isTrusted()) {
+      trusted_(services.accessibility.isTrusted()),
+      shortcutTask_(shortcutTask(services.keyBindings, services.hotkeys)),
+      offer_(services.keyBindings, services.hotkeys, services.notifications),
+      launchAtLogin_(isRegisteredAtLogin()) {
     timer_ = services_.runLoop.every(pollPeriod, [this] { poll(); });
     observer_ = services_.notifications.observe(
         notification::tourEvent, [this](const NotificationCenter::Object& object) {
@@ -28,12 +30,46 @@ OnboardingModel::OnboardingModel(const OnboardingServices& services, int step,
                 changed_.emit();
             }
         });
+    hotkeysChanged_ = services_.notifications.observe(
+        notification::hotkeysChanged,
+        [this](const NotificationCenter::Object& /*object*/) { updateShortcutTask(); });
+    offerChanged_ = offer_.changed().subscribe([this] { changed_.emit(); });
 }
 
 void OnboardingModel::goTo(int step) {
     if (std::exchange(step_, step) != step) {
         changed_.emit();
     }
+}
+
+void OnboardingModel::requestTrust() {
+    trustNote_ = services_.accessibility.requestTrust();
+    poll();
+    changed_.emit();
+}
+
+bool OnboardingModel::offersControlCommand() const {
+    const auto& taken = services_.hotkeys.takenTargets();
+    return offer_.isDue() && taken.contains(HotkeyTarget::snap(SnapAction::leftHalf));
+}
+
+void OnboardingModel::useControlCommand() {
+    offer_.accept();
+}
+
+void OnboardingModel::setLaunchAtLogin(bool launches) {
+    const bool current = isRegisteredAtLogin();
+    launchAtLogin_ = launches;
+    if (launches != current) {
+        auto& item = services_.loginItem;
+        loginNote_ = launches ? item.registerItem() : item.unregisterItem();
+        if (loginNote_) {
+            launchAtLogin_ = current;
+        } else if (item.status() == LoginItemStatus::requiresApproval) {
+            loginNote_ = "Approve in System Settings › Login Items";
+        }
+    }
+    changed_.emit();
 }
 
 void OnboardingModel::finish() const {
@@ -44,13 +80,34 @@ void OnboardingModel::finish() const {
 void OnboardingModel::stop() {
     timer_.reset();
     observer_.reset();
+    hotkeysChanged_.reset();
+    offerChanged_.reset();
 }
 
 void OnboardingModel::poll() {
     const bool trusted = services_.accessibility.isTrusted();
-    if (std::exchange(trusted_, trusted) != trusted) {
+    if (std::exchange(trusted_, trusted) == trusted) {
+        return;
+    }
+    if (trusted) {
+        trustNote_.reset();
+    }
+    changed_.emit();
+}
+
+void OnboardingModel::updateShortcutTask() {
+    // While a shortcut is recorded none is registered, which says nothing of what works.
+    if (services_.hotkeys.recordingPause()) {
+        return;
+    }
+    auto task = shortcutTask(services_.keyBindings, services_.hotkeys);
+    if (std::exchange(shortcutTask_, task) != task) {
         changed_.emit();
     }
+}
+
+bool OnboardingModel::isRegisteredAtLogin() const {
+    return services_.loginItem.status() != LoginItemStatus::notRegistered;
 }
 
 }  // namespace tessellon

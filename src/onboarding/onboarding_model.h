@@ -5,15 +5,20 @@
 #include "base/signal.h"
 #include "base/token.h"
 #include "onboarding/tour.h"
+#include "onboarding/tour_tasks.h"
 #include "platform/accessibility.h"
 #include "platform/login_item.h"
 #include "platform/run_loop.h"
 #include "platform/user_defaults.h"
+#include "shortcuts/control_command_offer.h"
 #include "shortcuts/hotkeys.h"
 #include "shortcuts/key_bindings.h"
 
 #include <functional>
+#include <optional>
 #include <set>
+#include <string>
+#include <vector>
 
 namespace tessellon {
 
@@ -47,8 +52,30 @@ class OnboardingModel {
 
     /// Whether windows of other programs can be moved, looked at once a second.
     bool trusted() const { return trusted_; }
+    /// Has the desktop help the user to the permission.
+    void requestTrust();
+    /// What the user can do where the desktop could not help, in a sentence; nothing once trusted.
+    const std::optional<std::string>& trustNote() const { return trustNote_; }
+
     /// What has been tried, whatever step was shown.
     const std::set<Tour::Event>& done() const { return done_; }
+    /// What there is to try, in order.
+    std::vector<TourTask> tasks() const { return tourTasks(done_, shortcutTask_); }
+    /// The modifiers that shortcuts are held with, such as "⌃⌥"; "" when most have none.
+    const std::string& shortcutModifiers() const { return shortcutTask_.modifiers; }
+
+    /// Whether to offer ⌃⌘ instead of ⌃⌥: another program has the shortcut that would be tried
+    /// first.
+    bool offersControlCommand() const;
+    void useControlCommand();
+
+    /// Whether the program starts at login, as its switch shows it.
+    bool launchAtLogin() const { return launchAtLogin_; }
+    /// What the user should know of the last change of it.
+    const std::optional<std::string>& loginNote() const { return loginNote_; }
+    /// Registers the program or takes it off, unless that is done already. The switch goes back
+    /// when it fails.
+    void setLaunchAtLogin(bool launches);
 
     /// Ends the tour for good.
     void finish() const;
@@ -61,14 +88,23 @@ class OnboardingModel {
 
   private:
     void poll();
+    void updateShortcutTask();
+    bool isRegisteredAtLogin() const;
 
     OnboardingServices services_;
     int step_;
     std::function<void()> finish_;
     bool trusted_;
+    std::optional<std::string> trustNote_;
     std::set<Tour::Event> done_;
+    ShortcutTask shortcutTask_;
+    ControlCommandOffer offer_;
+    bool launchAtLogin_;
+    std::optional<std::string> loginNote_;
     Token timer_;
     Token observer_;
+    Token hotkeysChanged_;
+    Token offerChanged_;
     Signal<> changed_;
 };
 
