@@ -7,7 +7,9 @@
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const std::string_view text(reinterpret_cast<const char*>(data), size);
-    static_cast<void>(tessellon::parseDesktopEntry(text));
+    if (const auto entry = tessellon::parseDesktopEntry(text)) {
+        static_cast<void>(tessellon::isShown(*entry, {"XFCE", "KDE"}));
+    }
     static_cast<void>(tessellon::isGenericLauncher(tessellon::execProgram(text)));
     return 0;
 }

@@ -1,15 +1,19 @@
 #include "platform/linux/autostart_entry.h"
 
+#include "linux/environment.h"
 #include "linux/temporary_folder.h"
 #include "platform/linux/desktop_entry.h"
 
+#include <chrono>
 #include <filesystem>
 #include <optional>
 #include <string>
+#include <thread>
 #include <vector>
 
 #include <gtest/gtest.h>
 #include <sys/stat.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
 namespace tessellon {
@@ -228,6 +232,46 @@ TEST_F(AutostartEntryTest, ALinkStaysALink) {
     EXPECT_TRUE(fs::is_symlink(ownFile()));
     EXPECT_TRUE(fs::is_regular_file(kept));
     EXPECT_EQ(item().status(), Status::enabled);
+}
+
+/// What a program that was started wrote when it ran; empty when it does not in a long time.
+std::string waitForText(const fs::path& file) {
+    const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(20);
+    while (!fs::exists(file) && std::chrono::steady_clock::now() < end) {
+        std::this_thread::sleep_for(std::chrono::milliseconds(2));
+    }
+    return readFile(file);
+}
+
+TEST_F(AutostartEntryTest, OpensWhatTheDesktopHasForItElseTheFolder) {
+    const auto programs = temporary_.path() / "bin";
+    const auto told = temporary_.path() / "told";
+    const Environment path("PATH", programs.string());
+    const auto install = [&](const std::string& name) {
+        // Renamed once it is whole, so that whoever waits for it reads all of it.
+        writeFile(programs / name, "#!/bin/sh\nPATH=/usr/bin:/bin\necho \"${0##*/} $*\" > '" +
+                                       told.string() + ".new'\nmv '" + told.string() + ".new' '" +
+                                       told.string() + "'\n");
+        fs::permissions(programs / name, fs::perms::owner_all);
+    };
+    const auto opened = [&](const char* desktop) -> std::string {
+        fs::remove(told);
+        AutostartEntry entry({own(), {}, {"other", desktop}}, program);
+        return entry.openSystemSettings() ? waitForText(told) : "nothing";
+    };
+    fs::create_directories(programs);
+    EXPECT_EQ(opened("XFCE"), "nothing");
+    install("xdg-open");
+    EXPECT_EQ(opened("XFCE"), "xdg-open " + own().string() + "\n");
+    EXPECT_TRUE(fs::is_directory(own()));
+    install("xfce4-settings-manager");
+    EXPECT_EQ(opened("XFCE"), "xfce4-settings-manager \n");
+    install("xfce4-session-settings");
+    EXPECT_EQ(opened("XFCE"), "xfce4-session-settings \n");
+    install("kcmshell5");
+    EXPECT_EQ(opened("KDE"), "kcmshell5 kcm_autostart\n");
+    EXPECT_EQ(opened("sway"), "xdg-open " + own().string() + "\n");
+    EXPECT_EQ(waitpid(-1, nullptr, WNOHANG), -1) << "a dead child is left behind";
 }
 
 TEST_F(AutostartEntryTest, PlacesComeFromTheEnvironment) {

@@ -1,5 +1,6 @@
 #include "platform/linux/desktop_entries.h"
 
+#include "linux/environment.h"
 #include "linux/temporary_folder.h"
 #include "platform/linux/desktop_entry.h"
 #include "platform/linux/process_info.h"
@@ -10,6 +11,7 @@
 #include <optional>
 #include <string>
 #include <utility>
+#include <vector>
 
 #include <fcntl.h>
 #include <gtest/gtest.h>
@@ -21,30 +23,6 @@ namespace tessellon {
 namespace {
 
 namespace fs = std::filesystem;
-
-/// Sets an environment variable until the end of the test.
-class Environment {
-  public:
-    Environment(const char* name, const std::string& value) : name_(name) {
-        if (const char* before = std::getenv(name)) {
-            before_ = before;
-        }
-        setenv(name, value.c_str(), 1);
-    }
-    Environment(const Environment&) = delete;
-    Environment& operator=(const Environment&) = delete;
-    ~Environment() {
-        if (before_) {
-            setenv(name_, before_->c_str(), 1);
-        } else {
-            unsetenv(name_);
-        }
-    }
-
-  private:
-    const char* name_;
-    std::optional<std::string> before_;
-};
 
 std::string entryText(const std::string& lines) {
     return "[Desktop Entry]\nType=Application\n" + lines + "\n";
@@ -68,6 +46,10 @@ class DesktopEntriesTest : public testing::Test {
         const auto found = entries_.lookUp(hints);
         return found ? found->identifier : "";
     }
+    std::string idNamed(const std::string& name) const {
+        const auto found = entries_.named(name);
+        return found ? found->identifier : "";
+    }
     std::string idForClass(const std::string& windowClass) const {
         return idFor({"", "", windowClass, ""});
     }
@@ -77,7 +59,7 @@ class DesktopEntriesTest : public testing::Test {
 
     TemporaryFolder temporary_;
     ManualRunLoop loop_;
-    DesktopEntries entries_{loop_, {own(), system()}};
+    DesktopEntries entries_{loop_, {{own(), ApplicationFolder::Owner::user}, {system()}}};
     Environment path_{"PATH", (temporary_.path() / "bin").string()};
     Environment language_{"LANGUAGE", "de:fr"};
     Environment locale_{"LC_ALL", "de_DE.UTF-8"};
@@ -175,6 +157,79 @@ TEST_F(DesktopEntriesTest, newEntriesAreNoticedAfterAWhile) {
     fs::remove(own() / "late.desktop");
     loop_.advance(Seconds(2.5));
     EXPECT_EQ(idForClass("late"), "");
+}
+
+TEST_F(DesktopEntriesTest, identifiersAndNamesFindWhatTheyAreExactly) {
+    add(system() / "org.example.Files.desktop",
+        "Name=Files\nName[de]=Dateien\nIcon=folder\nIcon[de]=ordner");
+    add(system() / "quiet.desktop", "Name=Quiet\nNoDisplay=true");
+    writeFile(system() / "gone.desktop", entryText("Name=Gone\nHidden=true"));
+    EXPECT_EQ(entries_.withIdentifier("org.example.Files"),
+              (InstalledApplication{"org.example.Files", "Dateien", "ordner"}));
+    EXPECT_EQ(entries_.lookUp({"org.example.Files", "", "", ""}),
+              entries_.withIdentifier("org.example.Files"));
+    EXPECT_TRUE(entries_.withIdentifier("quiet"));
+    for (const auto* missing : {"", "gone", "org.example.files", "org.example.Files.desktop"}) {
+        EXPECT_EQ(entries_.withIdentifier(missing), std::nullopt) << missing;
+    }
+    EXPECT_EQ(idNamed("Dateien"), "org.example.Files");
+    EXPECT_EQ(idNamed("Files"), "org.example.Files");
+    EXPECT_EQ(idNamed("Quiet"), "quiet");
+    for (const auto* missing : {"", "files", "File", "Gone", "org.example.Files"}) {
+        EXPECT_EQ(idNamed(missing), "") << missing;
+    }
+}
+
+TEST_F(DesktopEntriesTest, ofOneNameTheShownOneCountsThenTheOneForEveryone) {
+    add(own() / "a-own.desktop", "Name=Viewer");
+    EXPECT_EQ(idNamed("Viewer"), "a-own");
+    add(system() / "b-everyone.desktop", "Name=Viewer");
+    add(system() / "a-helper.desktop", "Name=Viewer\nNoDisplay=true");
+    loop_.advance(Seconds(2.5));
+    EXPECT_EQ(idNamed("Viewer"), "b-everyone");
+}
+
+TEST_F(DesktopEntriesTest, menusShowWhatThisDesktopCanRunByName) {
+    const Environment desktop("XDG_CURRENT_DESKTOP", "Sub:XFCE");
+    addProgram("there");
+    add(system() / "y.desktop", "Name=bild\nTerminal=true\nTryExec=there");
+    add(system() / "x.desktop", "Name=Alt");
+    add(own() / "w.desktop", "Name=Zug\nOnlyShowIn=GNOME;XFCE;");
+    for (const auto* hidden : {"OnlyShowIn=GNOME;", "OnlyShowIn=", "NotShowIn=KDE;Sub;",
+                               "NoDisplay=true", "Hidden=true", "TryExec=not-there"}) {
+        add(system() / (std::string(hidden) + ".desktop"), std::string("Name=No\n") + hidden);
+    }
+    add(system() / "nameless.desktop", "Icon=x");
+    std::vector<std::string> names;
+    for (const auto& application : entries_.shown()) {
+        names.push_back(application.name);
+    }
+    EXPECT_EQ(names, (std::vector<std::string>{"Alt", "bild", "Zug"}));
+}
+
+TEST(ApplicationFoldersTest, exportsFollowUnlessTheSessionNamesThem) {
+    using Owner = ApplicationFolder::Owner;
+    const Environment home("HOME", "/home/me");
+    const Environment own("XDG_DATA_HOME", "");
+    const Environment shared("XDG_DATA_DIRS",
+                             "/home/me/.local/share/flatpak/exports/share:/usr/local/share/:"
+                             "/usr/share:/usr/share/");
+    const ApplicationFolder ownExports{"/home/me/.local/share/flatpak/exports/share/applications",
+                                       Owner::user};
+    const ApplicationFolder snaps{"/var/lib/snapd/desktop/applications", Owner::everyone};
+    EXPECT_EQ(applicationFolders(),
+              (std::vector<ApplicationFolder>{
+                  {"/home/me/.local/share/applications", Owner::user},
+                  ownExports,
+                  {"/usr/local/share/applications", Owner::everyone},
+                  {"/usr/share/applications", Owner::everyone},
+                  {"/var/lib/flatpak/exports/share/applications", Owner::everyone},
+                  snaps}));
+    const Environment few("XDG_DATA_DIRS", "/var/lib/snapd/desktop");
+    const auto folders = applicationFolders();
+    ASSERT_EQ(folders.size(), 4U);
+    EXPECT_EQ(folders[1], snaps);
+    EXPECT_EQ(folders[2], ownExports);
 }
 
 TEST_F(DesktopEntriesTest, damagedFilesAreLeftOut) {

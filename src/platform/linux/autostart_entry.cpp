@@ -2,12 +2,14 @@
 
 #include "base/text.h"
 #include "platform/linux/base_directories.h"
+#include "platform/linux/current_desktop.h"
 #include "platform/linux/desktop_entry.h"
+#include "platform/linux/detached_program.h"
 #include "platform/linux/private_file.h"
 
 #include <algorithm>
+#include <array>
 #include <cerrno>
-#include <cstdlib>
 #include <memory>
 #include <system_error>
 #include <utility>
@@ -27,6 +29,36 @@ constexpr const char* desktopSwitch = "X-GNOME-Autostart-enabled";
 /// Tells an entry that we have switched off from one that the user has.
 constexpr const char* removalMark = "X-Tessellon-Removed";
 constexpr std::size_t largestEntry = 65536;
+
+/// A program that lists what is started at login, and the desktop that it belongs to.
+struct LoginSettings {
+    std::string_view desktop;
+    const char* program;
+    /// The page that it is to show; null when it has but one.
+    const char* page = nullptr;
+
+    std::vector<std::string> command() const {
+        return page != nullptr ? std::vector<std::string>{program, page}
+                               : std::vector<std::string>{program};
+    }
+};
+
+/// The best of a desktop first.
+constexpr std::array loginSettings{
+    LoginSettings{"XFCE", "xfce4-session-settings"},
+    LoginSettings{"XFCE", "xfce4-settings-manager"},
+    LoginSettings{"KDE", "kcmshell6", "kcm_autostart"},
+    LoginSettings{"KDE", "kcmshell5", "kcm_autostart"},
+    LoginSettings{"LXQt", "lxqt-config-session"},
+    LoginSettings{"MATE", "mate-session-properties"},
+    LoginSettings{"X-Cinnamon", "cinnamon-settings", "startup"},
+    LoginSettings{"LXDE", "lxsession-edit"},
+    LoginSettings{"LXDE", "lxsession-default-apps"},
+    LoginSettings{"Budgie", "budgie-desktop-settings"},
+    LoginSettings{"GNOME", "gnome-session-properties"},
+    LoginSettings{"GNOME", "gnome-tweaks"},
+    LoginSettings{"Unity", "gnome-session-properties"},
+};
 
 struct KeyFileDeleter {
     void operator()(GKeyFile* file) const { g_key_file_free(file); }
@@ -193,13 +225,7 @@ AutostartEntry::Places standardAutostartPlaces() {
     for (const auto& each : systemConfigFolders()) {
         places.system.push_back(each / folder);
     }
-    const char* variable = std::getenv("XDG_CURRENT_DESKTOP");
-    std::string_view rest = variable != nullptr ? variable : "";
-    while (!rest.empty()) {
-        const auto end = std::min(rest.find(':'), rest.size());
-        places.desktops.emplace_back(rest.substr(0, end));
-        rest.remove_prefix(std::min(end + 1, rest.size()));
-    }
+    places.desktops = currentDesktops();
     return places;
 }
 
@@ -207,7 +233,20 @@ AutostartEntry::AutostartEntry(Places places, fs::path program)
     : places_(std::move(places)), program_(std::move(program)) {}
 
 bool AutostartEntry::openSystemSettings() {
-    return false;
+    for (const auto& settings : loginSettings) {
+        const bool isHere = std::find(places_.desktops.begin(), places_.desktops.end(),
+                                      settings.desktop) != places_.desktops.end();
+        if (isHere && startDetached(settings.command())) {
+            return true;
+        }
+    }
+    if (places_.own.empty()) {
+        return false;
+    }
+    std::error_code error;
+    makePrivateFolder(places_.own, error);
+    return !error && (startDetached({"xdg-open", places_.own.string()}) ||
+                      startDetached({"gio", "open", places_.own.string()}));
 }
 
 fs::path AutostartEntry::path() const {

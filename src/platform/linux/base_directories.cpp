@@ -74,9 +74,13 @@ std::vector<path> systemConfigFolders() {
     return folders;
 }
 
+std::optional<path> ownDataFolder() {
+    return userFolder("XDG_DATA_HOME", ".local/share");
+}
+
 std::vector<path> dataFolders() {
     std::vector<path> folders;
-    if (auto own = userFolder("XDG_DATA_HOME", ".local/share")) {
+    if (auto own = ownDataFolder()) {
         folders.push_back(std::move(*own));
     }
     appendFolders(folders, "XDG_DATA_DIRS", "/usr/local/share:/usr/share");

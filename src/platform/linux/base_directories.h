@@ -20,6 +20,9 @@ std::optional<std::filesystem::path> configFolder();
 /// /etc/xdg. Relative paths are left out.
 std::vector<std::filesystem::path> systemConfigFolders();
 
+/// The user's folder of data: $XDG_DATA_HOME, else ~/.local/share. Nothing without a home folder.
+std::optional<std::filesystem::path> ownDataFolder();
+
 /// The folders of shared data, the most important first: $XDG_DATA_HOME (else ~/.local/share), then
 /// $XDG_DATA_DIRS (else /usr/local/share and /usr/share). Relative paths are left out.
 std::vector<std::filesystem::path> dataFolders();

@@ -2,6 +2,7 @@
 
 #include "base/text.h"
 #include "platform/linux/base_directories.h"
+#include "platform/linux/current_desktop.h"
 #include "platform/linux/desktop_entry.h"
 #include "platform/linux/private_file.h"
 
@@ -16,6 +17,7 @@
 #include <tuple>
 #include <utility>
 
+#include <glib.h>
 #include <unistd.h>
 
 namespace tessellon {
@@ -70,8 +72,33 @@ std::string_view lastPart(std::string_view identifier) {
 struct Item {
     std::string identifier;
     DesktopEntry entry;
+    ApplicationFolder::Owner owner;
     std::string executable;  // resolved; empty when unknown
 };
+
+struct GFreeDeleter {
+    void operator()(void* memory) const { g_free(memory); }
+};
+using GText = std::unique_ptr<char, GFreeDeleter>;
+
+/// Whether menus of this session show it.
+bool isShownHere(const Item& item, const std::vector<std::string>& desktops) {
+    const auto& tried = item.entry.tryExec;
+    return isShown(item.entry, desktops) &&
+           (tried.empty() || GText(g_find_program_in_path(tried.c_str())));
+}
+
+InstalledApplication applicationOf(const Item& item) {
+    return {item.identifier, item.entry.name.empty() ? item.identifier : item.entry.name,
+            item.entry.icon};
+}
+
+/// What sorts texts as people who read the language of the session expect, in any letter case.
+std::string collationKey(const std::string& text) {
+    const GText folded(g_utf8_casefold(text.data(), static_cast<gssize>(text.size())));
+    const GText key(g_utf8_collate_key(folded.get(), -1));
+    return key.get();
+}
 
 /// Entries by one of their texts, the best of equal ones first.
 class Index {
@@ -108,21 +135,27 @@ class Index {
 /// All entries as they were when the folders were read.
 class DesktopEntries::Catalog {
   public:
-    explicit Catalog(const std::vector<fs::path>& folders);
+    explicit Catalog(const std::vector<ApplicationFolder>& folders);
     Catalog(const Catalog&) = delete;
     Catalog& operator=(const Catalog&) = delete;
 
     bool isStale() const;
     const Item* find(const ApplicationHints& hints) const;
+    const Item* withIdentifier(std::string_view identifier) const {
+        return byId_.first(identifier);
+    }
+    /// What is installed, in the order in which equal matches count.
+    const std::vector<const Item*>& installed() const { return installed_; }
 
   private:
-    void scan(const fs::path& folder, const std::string& idPrefix, int depth);
-    void addFile(const fs::path& file, std::string identifier);
+    void scan(const ApplicationFolder& place, const std::string& idPrefix, int depth);
+    void addFile(const fs::path& file, std::string identifier, ApplicationFolder::Owner owner);
     void addToIndexes(const Item& item);
     const Item* runsExecutable(const std::string& executable) const;
 
     std::map<fs::path, fs::file_time_type> folderTimes_;
     std::deque<Item> items_;
+    std::vector<const Item*> installed_;
     Index byId_;
     Index byLowerId_;
     Index byLastPart_;
@@ -132,7 +165,7 @@ class DesktopEntries::Catalog {
     Index byExecutable_;
 };
 
-DesktopEntries::Catalog::Catalog(const std::vector<fs::path>& folders) {
+DesktopEntries::Catalog::Catalog(const std::vector<ApplicationFolder>& folders) {
     for (const auto& folder : folders) {
         scan(folder, "", 0);
     }
@@ -147,15 +180,18 @@ DesktopEntries::Catalog::Catalog(const std::vector<fs::path>& folders) {
         if (item.entry.noDisplay) {
             notShown.push_back(&item);
         } else {
-            addToIndexes(item);
+            installed_.push_back(&item);
         }
     }
-    for (const auto* item : notShown) {
+    installed_.insert(installed_.end(), notShown.begin(), notShown.end());
+    for (const auto* item : installed_) {
         addToIndexes(*item);
     }
 }
 
-void DesktopEntries::Catalog::scan(const fs::path& folder, const std::string& idPrefix, int depth) {
+void DesktopEntries::Catalog::scan(const ApplicationFolder& place, const std::string& idPrefix,
+                                   int depth) {
+    const auto& folder = place.path;
     std::error_code error;
     // A folder that is not there yet is remembered with the time that stands for the failure.
     folderTimes_[folder] = fs::last_write_time(folder, error);
@@ -168,15 +204,17 @@ void DesktopEntries::Catalog::scan(const fs::path& folder, const std::string& id
         const auto name = file.path().filename().string();
         if (!file.is_directory(error)) {
             if (name.ends_with(suffix)) {
-                addFile(file.path(), idPrefix + name.substr(0, name.size() - suffix.size()));
+                addFile(file.path(), idPrefix + name.substr(0, name.size() - suffix.size()),
+                        place.owner);
             }
         } else if (depth < maxFolderDepth) {
-            scan(file.path(), idPrefix + name + "-", depth + 1);
+            scan({file.path(), place.owner}, idPrefix + name + "-", depth + 1);
         }
     }
 }
 
-void DesktopEntries::Catalog::addFile(const fs::path& file, std::string identifier) {
+void DesktopEntries::Catalog::addFile(const fs::path& file, std::string identifier,
+                                      ApplicationFolder::Owner owner) {
     const auto content = readPrivateFile(file, maxEntryBytes);
     if (content.outcome != FileContent::Outcome::read) {
         return;
@@ -189,7 +227,7 @@ void DesktopEntries::Catalog::addFile(const fs::path& file, std::string identifi
     if (executable.empty()) {
         executable = resolveProgram(entry->tryProgram);
     }
-    items_.push_back({std::move(identifier), std::move(*entry), std::move(executable)});
+    items_.push_back({std::move(identifier), std::move(*entry), owner, std::move(executable)});
 }
 
 void DesktopEntries::Catalog::addToIndexes(const Item& item) {
@@ -243,15 +281,34 @@ const Item* DesktopEntries::Catalog::runsExecutable(const std::string& executabl
     return best != candidates.end() ? *best : nullptr;
 }
 
-std::vector<fs::path> applicationFolders() {
-    auto folders = dataFolders();
-    for (auto& folder : folders) {
-        folder /= "applications";
+std::vector<ApplicationFolder> applicationFolders() {
+    using Owner = ApplicationFolder::Owner;
+    const auto home = homeFolder();
+    std::vector<ApplicationFolder> folders;
+    const auto add = [&folders](const fs::path& path, Owner owner) {
+        const auto normal = path.lexically_normal();
+        if (std::none_of(folders.begin(), folders.end(),
+                         [&normal](const auto& folder) { return folder.path == normal; })) {
+            folders.push_back({normal, owner});
+        }
+    };
+    const auto isInHome = [&home](const fs::path& path) {
+        return home && !path.lexically_relative(*home).string().starts_with("..");
+    };
+    const auto own = ownDataFolder();
+    for (const auto& folder : dataFolders()) {
+        add(folder / "applications",
+            folder == own || isInHome(folder) ? Owner::user : Owner::everyone);
     }
+    if (own) {
+        add(*own / "flatpak/exports/share/applications", Owner::user);
+    }
+    add("/var/lib/flatpak/exports/share/applications", Owner::everyone);
+    add("/var/lib/snapd/desktop/applications", Owner::everyone);
     return folders;
 }
 
-DesktopEntries::DesktopEntries(const RunLoop& loop, std::vector<fs::path> folders)
+DesktopEntries::DesktopEntries(const RunLoop& loop, std::vector<ApplicationFolder> folders)
     : loop_(loop), folders_(std::move(folders)) {}
 
 DesktopEntries::~DesktopEntries() = default;
@@ -261,21 +318,50 @@ std::optional<InstalledApplication> DesktopEntries::lookUp(const ApplicationHint
     if (item == nullptr) {
         return std::nullopt;
     }
-    return InstalledApplication{item->identifier,
-                                item->entry.name.empty() ? item->identifier : item->entry.name};
+    return applicationOf(*item);
 }
 
 std::optional<InstalledApplication> DesktopEntries::withIdentifier(
-    std::string_view /*identifier*/) const {
-    return std::nullopt;
+    std::string_view identifier) const {
+    const auto* item = catalog().withIdentifier(identifier);
+    return item != nullptr ? std::optional(applicationOf(*item)) : std::nullopt;
 }
 
-std::optional<InstalledApplication> DesktopEntries::named(std::string_view /*name*/) const {
-    return std::nullopt;
+std::optional<InstalledApplication> DesktopEntries::named(std::string_view name) const {
+    const auto desktops = currentDesktops();
+    const auto rank = [&desktops](const Item& item) {
+        return std::tuple(!isShownHere(item, desktops),
+                          item.owner == ApplicationFolder::Owner::user);
+    };
+    const Item* best = nullptr;
+    for (const auto* item : catalog().installed()) {
+        const bool matches =
+            !name.empty() && (item->entry.name == name || item->entry.plainName == name);
+        if (matches && (best == nullptr || rank(*item) < rank(*best))) {
+            best = item;
+        }
+    }
+    return best != nullptr ? std::optional(applicationOf(*best)) : std::nullopt;
 }
 
 std::vector<InstalledApplication> DesktopEntries::shown() const {
-    return {};
+    const auto desktops = currentDesktops();
+    std::vector<std::pair<std::string, InstalledApplication>> sorted;
+    for (const auto* item : catalog().installed()) {
+        if (isShownHere(*item, desktops)) {
+            sorted.emplace_back(collationKey(item->entry.name), applicationOf(*item));
+        }
+    }
+    std::sort(sorted.begin(), sorted.end(), [](const auto& a, const auto& b) {
+        return std::tie(a.first, a.second.name, a.second.identifier) <
+               std::tie(b.first, b.second.name, b.second.identifier);
+    });
+    std::vector<InstalledApplication> result;
+    result.reserve(sorted.size());
+    for (auto& [key, application] : sorted) {
+        result.push_back(std::move(application));
+    }
+    return result;
 }
 
 const DesktopEntries::Catalog& DesktopEntries::catalog() const {

@@ -4,6 +4,7 @@
 #include "platform/application_directory.h"
 #include "platform/run_loop.h"
 
+#include <cstdint>
 #include <filesystem>
 #include <memory>
 #include <optional>
@@ -11,13 +12,21 @@
 
 namespace tessellon {
 
+/// A folder of desktop files.
+struct ApplicationFolder {
+    enum class Owner : std::uint8_t { user, everyone };
+    std::filesystem::path path;
+    Owner owner = Owner::everyone;
+    bool operator==(const ApplicationFolder&) const = default;
+};
+
 /// Reads the desktop files at the first look-up, and again when a folder has got or lost one; that
 /// is looked for every two seconds at most, and only at look-ups.
 class DesktopEntries final : public ApplicationDirectory {
   public:
     /// `folders` holds the "applications" folders, the most important first: of two files with the
     /// same id the first counts. The loop tells the time.
-    DesktopEntries(const RunLoop& loop, std::vector<std::filesystem::path> folders);
+    DesktopEntries(const RunLoop& loop, std::vector<ApplicationFolder> folders);
 
     ~DesktopEntries() override;
     DesktopEntries(const DesktopEntries&) = delete;
@@ -28,7 +37,12 @@ class DesktopEntries final : public ApplicationDirectory {
     std::optional<InstalledApplication> lookUp(const ApplicationHints& hints) const override;
 
     std::optional<InstalledApplication> withIdentifier(std::string_view identifier) const override;
+
+    /// Of several of the same name, one that menus show comes before those that they do not, and
+    /// one for everyone before the user's own.
     std::optional<InstalledApplication> named(std::string_view name) const override;
+
+    /// Without those of other desktops and those that say themselves that they cannot be run.
     std::vector<InstalledApplication> shown() const override;
 
   private:
@@ -37,14 +51,15 @@ class DesktopEntries final : public ApplicationDirectory {
     const Catalog& catalog() const;
 
     const RunLoop& loop_;
-    std::vector<std::filesystem::path> folders_;
+    std::vector<ApplicationFolder> folders_;
 
     // What was read, kept between look-ups.
     mutable std::unique_ptr<const Catalog> catalog_;
     mutable Seconds checkedAt_{};
 };
 
-/// The "applications" folders of this user's session.
-std::vector<std::filesystem::path> applicationFolders();
+/// The "applications" folders of this user's session, the most important first: the user's, those
+/// for everyone, and last what Flatpak and Snap export, should the session not name that itself.
+std::vector<ApplicationFolder> applicationFolders();
 
 }  // namespace tessellon

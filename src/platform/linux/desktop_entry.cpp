@@ -85,6 +85,16 @@ std::string localText(GKeyFile* file, const char* key) {
     return text ? text.get() : "";
 }
 
+std::optional<std::vector<std::string>> listOf(GKeyFile* file, const char* key) {
+    gsize count = 0;
+    const std::unique_ptr<char*, decltype(&g_strfreev)> texts(
+        g_key_file_get_string_list(file, group, key, &count, nullptr), &g_strfreev);
+    if (!texts) {
+        return std::nullopt;
+    }
+    return std::vector<std::string>(texts.get(), texts.get() + count);
+}
+
 std::vector<std::string> shellWords(const std::string& text) {
     int count = 0;
     char** words = nullptr;
@@ -120,8 +130,9 @@ std::vector<std::string>::const_iterator findProgram(const std::vector<std::stri
 /// The lines that matter. Desktop files consist mostly of translations of other keys, and parsing
 /// those would take several times as long as the rest.
 std::string relevantLines(std::string_view text) {
-    constexpr std::string_view keys[] = {"Type",           "Name",      "Exec",  "TryExec",
-                                         "StartupWMClass", "NoDisplay", "Hidden"};
+    constexpr std::string_view keys[] = {"Type",           "Name",      "Exec",   "TryExec",
+                                         "StartupWMClass", "NoDisplay", "Hidden", "Icon",
+                                         "OnlyShowIn",     "NotShowIn"};
     std::string result;
     bool isInGroup = false;
     while (!text.empty()) {
@@ -182,6 +193,8 @@ std::optional<DesktopEntry> parseDesktopEntry(std::string_view text) {
     };
     DesktopEntry entry;
     entry.name = localText(file.get(), G_KEY_FILE_DESKTOP_KEY_NAME);
+    entry.plainName = textOf(file.get(), G_KEY_FILE_DESKTOP_KEY_NAME);
+    entry.icon = localText(file.get(), G_KEY_FILE_DESKTOP_KEY_ICON);
     entry.startupWmClass = textOf(file.get(), G_KEY_FILE_DESKTOP_KEY_STARTUP_WM_CLASS);
     const auto words = shellWords(textOf(file.get(), G_KEY_FILE_DESKTOP_KEY_EXEC));
     if (const auto program = findProgram(words); program != words.end()) {
@@ -191,10 +204,23 @@ std::optional<DesktopEntry> parseDesktopEntry(std::string_view text) {
         static_cast<int>(std::count_if(words.begin(), words.end(), [](const std::string& word) {
             return word.size() != 2 || word[0] != '%';
         }));
-    entry.tryProgram = unlessGeneric(textOf(file.get(), G_KEY_FILE_DESKTOP_KEY_TRY_EXEC));
+    entry.tryExec = textOf(file.get(), G_KEY_FILE_DESKTOP_KEY_TRY_EXEC);
+    entry.tryProgram = unlessGeneric(entry.tryExec);
+    entry.onlyShowIn = listOf(file.get(), G_KEY_FILE_DESKTOP_KEY_ONLY_SHOW_IN);
+    entry.notShowIn =
+        listOf(file.get(), G_KEY_FILE_DESKTOP_KEY_NOT_SHOW_IN).value_or(std::vector<std::string>{});
     entry.noDisplay = flag(G_KEY_FILE_DESKTOP_KEY_NO_DISPLAY);
     entry.hidden = flag(G_KEY_FILE_DESKTOP_KEY_HIDDEN);
     return entry;
+}
+
+bool isShown(const DesktopEntry& entry, const std::vector<std::string>& desktops) {
+    const auto names = [&desktops](const std::vector<std::string>& list) {
+        return std::find_first_of(list.begin(), list.end(), desktops.begin(), desktops.end()) !=
+               list.end();
+    };
+    return !entry.hidden && !entry.noDisplay && !entry.name.empty() &&
+           (!entry.onlyShowIn || names(*entry.onlyShowIn)) && !names(entry.notShowIn);
 }
 
 }  // namespace tessellon

@@ -4,6 +4,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace tessellon {
 
@@ -11,12 +12,21 @@ namespace tessellon {
 struct DesktopEntry {
     /// Name in the user's language.
     std::string name;
+    /// Name as it is without any language.
+    std::string plainName;
+    /// The name of an icon or the absolute path of a picture.
+    std::string icon;
     std::string startupWmClass;
     /// The program that Exec starts as it is written there: a name or an absolute path. Empty when
     /// that is a launcher or an interpreter, which says nothing about the program.
     std::string program;
     /// TryExec, under the same rule.
     std::string tryProgram;
+    /// TryExec as it is written: without that program the application counts as not installed.
+    std::string tryExec;
+    /// The desktops whose menus alone show it, when that is limited, and those whose menus do not.
+    std::optional<std::vector<std::string>> onlyShowIn;
+    std::vector<std::string> notShowIn;
     /// How many words Exec has, place holders such as %U left out.
     int execWords = 0;
     bool noDisplay = false;
@@ -27,6 +37,10 @@ struct DesktopEntry {
 /// Nothing when the text is no desktop file or one of another type. The language is taken from
 /// LANGUAGE, LC_ALL, LC_MESSAGES and LANG.
 std::optional<DesktopEntry> parseDesktopEntry(std::string_view text);
+
+/// Whether menus show the application on a desktop of these names. Whether it can be run is not
+/// looked at.
+bool isShown(const DesktopEntry& entry, const std::vector<std::string>& desktops);
 
 /// The program that the value of an Exec key starts, with "env" and its assignments skipped. Empty
 /// when the value cannot be split into words.
