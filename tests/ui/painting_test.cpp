@@ -227,9 +227,11 @@ TEST_F(Painting, ALayerIsDimmedAsAWhole) {
 }
 
 TEST_F(Painting, SymbolsStayWithinTheirPlaceAndTakeTheColor) {
-    for (const Symbol symbol :
-         {Symbol::magnifyingGlass, Symbol::sparkles, Symbol::plus, Symbol::rectangle3Group,
-          Symbol::pauseFill, Symbol::eyeSlash, Symbol::squareGrid2x2}) {
+    std::set<QByteArray> pictures;
+    constexpr int last = static_cast<int>(Symbol::battery75);
+    for (int index = 0; index <= last; ++index) {
+        SCOPED_TRACE(index);
+        const auto symbol = static_cast<Symbol>(index);
         EXPECT_TRUE(QRectF(1, 1, 22, 22).contains(symbolPath(symbol).boundingRect()));
         const QImage image = painted({30, 30}, [&](QPainter& painter) {
             drawSymbol(painter, symbol, QRectF(5, 5, 20, 20), palette::coral);
@@ -244,9 +246,21 @@ TEST_F(Painting, SymbolsStayWithinTheirPlaceAndTakeTheColor) {
             }
         }
         EXPECT_GT(inside, 15);
-        // Only the bars are solid.
-        EXPECT_EQ(shows(image, 11, 15, palette::coral), symbol == Symbol::pauseFill);
+        const auto* const bytes = reinterpret_cast<const char*>(image.constBits());
+        EXPECT_TRUE(pictures.insert(QByteArray(bytes, image.sizeInBytes())).second)
+            << "looks like another one";
     }
+    const auto isFilledAt = [](Symbol symbol, const QPoint& point) {
+        const QImage image = painted({24, 24}, [&](QPainter& painter) {
+            drawSymbol(painter, symbol, QRectF(0, 0, 24, 24), palette::coral);
+        });
+        return shows(image, point.x(), point.y(), palette::coral);
+    };
+    EXPECT_TRUE(isFilledAt(Symbol::pauseFill, {7, 12}));
+    EXPECT_TRUE(isFilledAt(Symbol::pawprintFill, {12, 16}));
+    EXPECT_FALSE(isFilledAt(Symbol::pawprint, {12, 16}));
+    EXPECT_TRUE(isFilledAt(Symbol::checkmarkCircleFill, {12, 5}));
+    EXPECT_FALSE(isFilledAt(Symbol::checkmarkCircleFill, {10, 15})) << "the mark is not cut out";
 }
 
 TEST_F(Painting, TheInterfaceFontIsQuicksandInExactSizes) {
