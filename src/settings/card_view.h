@@ -17,6 +17,9 @@ struct CardStyle {
     Border border{};
 };
 
+/// The sheet for the rows of a section: set its column's spacing to the room around a Divide.
+CardStyle rowsCardStyle();
+
 /// A column of widgets on a sheet.
 class Card : public QWidget {
   public:

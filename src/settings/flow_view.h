@@ -3,6 +3,7 @@
 
 #include <QLayout>
 #include <QList>
+#include <functional>
 
 namespace tessellon {
 
@@ -26,6 +27,12 @@ class Flow : public QLayout {
     void setGeometry(const QRect& rect) override;
 
   private:
+    using Place = std::function<void(QLayoutItem&, const QRect&)>;
+    /// Calls `place` with every item that is not hidden and its frame, from the corner on.
+    void forEachPlaced(int width, const Place& place) const;
+    /// The right and the bottom edge of the last item.
+    QSize sizeFor(int width) const;
+
     QList<QLayoutItem*> items_;
 };
 

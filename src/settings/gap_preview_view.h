@@ -25,6 +25,8 @@ class GapPreview : public QWidget {
     void paintEvent(QPaintEvent* event) override;
 
   private:
+    QRectF windowsArea() const;
+
     double gap_;
     double padding_;
     QVariantAnimation motion_;

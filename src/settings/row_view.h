@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QString>
+#include <QVBoxLayout>
 #include <QWidget>
 
 namespace tessellon {
@@ -21,6 +22,8 @@ class Row : public QWidget {
     void addBelow(QWidget* widget);
 
   private:
+    QVBoxLayout* texts_;
+    QWidget* trailing_;
     TextLabel* subtitle_ = nullptr;
 };
 

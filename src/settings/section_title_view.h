@@ -2,12 +2,14 @@
 #pragma once
 
 #include <QColor>
+#include <QHBoxLayout>
 #include <QString>
 #include <QWidget>
 
 namespace tessellon {
 
 class Chip;
+class Dot;
 
 class SectionTitle : public QWidget {
   public:
@@ -19,8 +21,9 @@ class SectionTitle : public QWidget {
     void setDot(const QColor& color);
 
   private:
+    QHBoxLayout* line_;
     Chip* chip_ = nullptr;
-    QWidget* dot_ = nullptr;
+    Dot* dot_ = nullptr;
 };
 
 }  // namespace tessellon

@@ -6,6 +6,7 @@
 #include "settings/settings_services.h"
 
 #include <QScrollArea>
+#include <QVBoxLayout>
 #include <QWidget>
 
 namespace tessellon {
@@ -32,11 +33,15 @@ class SettingsView : public QWidget {
 
   private:
     QWidget* makePage();
+    void addStepShortcuts();
 
     SettingsServices services_;
     Page page_;
     SettingsSidebar* sidebar_ = nullptr;
     QScrollArea* scroll_ = nullptr;
+    QVBoxLayout* sheet_ = nullptr;
+    QWidget* pageWidget_ = nullptr;
+    Token chosen_;
     Token selected_;
 };
 

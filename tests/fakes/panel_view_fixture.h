@@ -4,15 +4,14 @@
 
 #include "arrangements/arrangement_store.h"
 #include "engine/engine_fixture.h"
+#include "fakes/toolkit.h"
 #include "platform/memory/memory_beep.h"
 #include "platform/memory/memory_compositing.h"
 #include "platform/memory/memory_keyboard_focus.h"
 
 #include <QApplication>
 #include <QCursor>
-#include <QTemporaryFile>
 #include <cstdint>
-#include <memory>
 #include <stdexcept>
 
 #include <gtest/gtest.h>
@@ -33,32 +32,6 @@ constexpr std::uint32_t right = 0xFF53;
 constexpr std::uint32_t down = 0xFF54;
 constexpr std::uint32_t keypadFour = 0xFFB4;
 }  // namespace symbol
-
-/// One application for all tests of a program.
-class Toolkit : public testing::Environment {
-  public:
-    void SetUp() override {
-        // The screen that the desktop in memory has.
-        if (!screens_.open()) {
-            throw std::runtime_error("no temporary file");
-        }
-        screens_.write(R"({"synchronousWindowSystemEvents": true, "windowFrameMargins": false,
-            "screens": [{"name": "One", "x": 0, "y": 0, "width": 1920, "height": 1080,
-                         "logicalDpi": 96, "logicalBaseDpi": 96, "dpr": 1}]})");
-        screens_.close();
-        qputenv("QT_QPA_PLATFORM", "offscreen:configfile=" + screens_.fileName().toUtf8());
-        static int count = 1;
-        static char name[] = "panel_view_test";
-        static char* arguments[] = {name, nullptr};
-        application_ = std::make_unique<QApplication>(count, arguments);
-    }
-    void TearDown() override { application_.reset(); }
-
-  private:
-    QTemporaryFile screens_;
-    std::unique_ptr<QApplication> application_;
-};
-inline const auto* const toolkit = testing::AddGlobalTestEnvironment(new Toolkit);
 
 /// `View` is the panel's widget.
 template <typename View>

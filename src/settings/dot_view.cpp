@@ -1,0 +1,29 @@
+#include "settings/dot_view.h"
+
+#include "ui/palette.h"
+#include "ui/shapes.h"
+
+#include <QPainter>
+
+namespace tessellon {
+namespace {
+
+constexpr double outline = 1.2;
+
+}  // namespace
+
+Dot::Dot(int size, const QColor& color, QWidget* parent) : QWidget(parent), color_(color) {
+    setFixedSize(size, size);
+}
+
+void Dot::setColor(const QColor& color) {
+    color_ = color;
+    update();
+}
+
+void Dot::paintEvent(QPaintEvent* /*event*/) {
+    QPainter painter(this);
+    paintCapsule(painter, rect(), color_, {palette::ink, outline});
+}
+
+}  // namespace tessellon

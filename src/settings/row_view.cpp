@@ -1,0 +1,55 @@
+#include "settings/row_view.h"
+
+#include "ui/focus_ring.h"
+#include "ui/palette.h"
+#include "ui/text_label.h"
+
+#include <QHBoxLayout>
+
+namespace tessellon {
+namespace {
+
+constexpr double titleSize = 14;
+constexpr double subtitleSize = 12;
+constexpr int textSpacing = 2;
+constexpr int trailingSpacing = 16;
+
+}  // namespace
+
+Row::Row(const QString& title, const QString& subtitle, QWidget* trailing, QWidget* parent)
+    : QWidget(parent), texts_(new QVBoxLayout), trailing_(trailing) {
+    auto* const line = new QHBoxLayout(this);
+    line->setContentsMargins(FocusRing::reach, 0, FocusRing::reach, 0);
+    line->setSpacing(trailingSpacing);
+    line->addLayout(texts_, 1);
+    texts_->setSpacing(textSpacing);
+    texts_->addStretch();
+    texts_->addWidget(
+        new TextLabel(title, titleSize, QFont::DemiBold, palette::ink, TextWrap::words, this));
+    texts_->addStretch();
+    if (trailing != nullptr) {
+        line->addWidget(trailing, 0, Qt::AlignVCenter);
+        setMinimumHeight(trailing->sizeHint().height() + 2 * FocusRing::reach);
+    }
+    if (!subtitle.isEmpty()) {
+        setSubtitle(subtitle);
+    }
+}
+
+void Row::setSubtitle(const QString& subtitle) {
+    if (subtitle_ == nullptr) {
+        subtitle_ = new TextLabel(subtitle, subtitleSize, QFont::Medium, palette::muted,
+                                  TextWrap::words, this);
+        texts_->insertWidget(2, subtitle_);
+    }
+    subtitle_->setText(subtitle);
+    if (trailing_ != nullptr && trailing_->focusPolicy() != Qt::NoFocus) {
+        trailing_->setAccessibleDescription(subtitle);
+    }
+}
+
+void Row::addBelow(QWidget* widget) {
+    texts_->insertWidget(texts_->count() - 1, widget);
+}
+
+}  // namespace tessellon
