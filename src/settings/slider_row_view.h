@@ -14,14 +14,14 @@ class TextLabel;
 
 /// What a row with a slider says and allows.
 struct SliderRowSpec {
-    QString title;
+    QString title{};
     /// Empty: none.
-    QString subtitle;
-    PillSlider::Range range;
+    QString subtitle{};
+    PillSlider::Range range{};
     double step = 1;
     /// Behind the value, which is shown whole; empty: the number alone.
-    QString unit;
-    QColor color;
+    QString unit{};
+    QColor color{};
 };
 
 class SliderRow : public QWidget {

@@ -35,7 +35,7 @@ TEST_F(FlowTest, AnItemThatWouldPassTheWidthStartsALineAsHighAsTheTallest) {
     EXPECT_EQ(frame(2), QRect(0, 38, 50, 20));
     EXPECT_EQ(frame(3), QRect(0, 66, 300, 10)) << "alone, and as wide as it wants to be";
     EXPECT_EQ(flow->heightForWidth(100), 76);
-    EXPECT_EQ(flow->heightForWidth(99), 104) << "one line more";
+    EXPECT_EQ(flow->heightForWidth(89), 104) << "a line for each";
     EXPECT_EQ(flow->sizeHint(), QSize(60 + 32 + 50 + 300 + 3 * 8, 10))
         << "on one line, down to the end of the last";
 
