@@ -24,11 +24,11 @@ std::vector<HotkeyTarget> KeyBindings::allTargets() const {
 }
 
 bool KeyBindings::exists(const HotkeyTarget& target) const {
-    return exists(target, load());
+    return exists(target, loadFor(target));
 }
 
 std::string KeyBindings::title(const HotkeyTarget& target) const {
-    return title(target, load());
+    return title(target, loadFor(target));
 }
 
 Keymap KeyBindings::loadKeymap() const {
@@ -36,7 +36,7 @@ Keymap KeyBindings::loadKeymap() const {
 }
 
 std::optional<KeyCombo> KeyBindings::comboFor(const HotkeyTarget& target) const {
-    return comboFor(target, load());
+    return comboFor(target, loadFor(target));
 }
 
 void KeyBindings::setCombo(const std::optional<KeyCombo>& combo, const HotkeyTarget& target) {
@@ -131,6 +131,13 @@ std::string KeyBindings::shortcutText(SnapAction action) const {
 
 KeyBindings::Stored KeyBindings::load() const {
     return {loadKeymap(), arrangements_.load()};
+}
+
+KeyBindings::Stored KeyBindings::loadFor(const HotkeyTarget& target) const {
+    if (std::holds_alternative<HotkeyTarget::Arrangement>(target.kind)) {
+        return {{}, arrangements_.load()};
+    }
+    return {loadKeymap(), {}};
 }
 
 std::vector<HotkeyTarget> KeyBindings::allTargets(const Stored& stored) {

@@ -93,6 +93,8 @@ class KeyBindings {
     };
 
     Stored load() const;
+    /// Only what tells about one target: a page of shortcuts asks for many.
+    Stored loadFor(const HotkeyTarget& target) const;
     static std::vector<HotkeyTarget> allTargets(const Stored& stored);
     static bool exists(const HotkeyTarget& target, const Stored& stored);
     static std::string title(const HotkeyTarget& target, const Stored& stored);

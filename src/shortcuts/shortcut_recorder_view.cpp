@@ -1,5 +1,6 @@
 #include "shortcuts/shortcut_recorder_view.h"
 
+#include "base/text.h"
 #include "shortcuts/key_labels.h"
 #include "ui/chip.h"
 #include "ui/control_style.h"
@@ -27,6 +28,8 @@ constexpr double sidePadding = 10;
 constexpr double outline = 1.2;
 constexpr double dashOn = 3;
 constexpr double dashOff = 2;
+// Labels are stored text of any length.
+constexpr double keyLabelMaxWidth = 64;
 // Between that of a key cap and that of a capsule, since the ring is for both.
 constexpr double ringRadiusScale = 0.4;
 
@@ -67,11 +70,13 @@ void paintDashedCapsule(QPainter& painter, const QRectF& rect, const QColor& col
     painter.drawPath(capsule(rect.adjusted(inset, inset, -inset, -inset)));
 }
 
-QStringList keysOf(const std::optional<KeyCombo>& combo) {
+QStringList keysOf(const std::optional<KeyCombo>& combo, double size) {
     QStringList keys;
     if (combo) {
         for (const std::string& key : displayKeys(*combo)) {
-            keys.append(QString::fromStdString(key));
+            const auto label = QString::fromStdString(plainText(key)).simplified();
+            keys.append(
+                fitText(label, keyLabelMaxWidth, keyChipsFontSize(size), QFont::DemiBold, 1).text);
         }
     }
     return keys;
@@ -109,7 +114,7 @@ void ShortcutRecorder::follow() {
     const auto before = std::tuple(shown_, keys_, taken_);
     if (revision_ != recorder_.revision()) {
         revision_ = recorder_.revision();
-        keys_ = keysOf(recorder_.comboFor(target_));
+        keys_ = keysOf(recorder_.comboFor(target_), size_);
         taken_ = recorder_.isTaken(target_);
     }
     shown_ = isRecording() ? Shown::recording : !keys_.isEmpty() ? Shown::keys : Shown::record;

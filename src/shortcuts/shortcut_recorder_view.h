@@ -29,6 +29,9 @@ class ShortcutRecorder : public QAbstractButton {
                      QWidget* parent = nullptr);
     ~ShortcutRecorder() override;
 
+    /// Says the target's name anew to assistive technology, after the target was renamed.
+    void updateTitle() { describe(); }
+
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override { return sizeHint(); }
 
