@@ -28,8 +28,15 @@ void ArrangementStore::save(std::span<const Arrangement> arrangements) {
 }
 
 std::optional<std::vector<Arrangement>> ArrangementStore::read() const {
-    const auto data = defaults_.dataForKey(preference::arrangements);
-    return data ? decodeArrangements(*data) : std::nullopt;
+    auto data = defaults_.dataForKey(preference::arrangements);
+    if (!data) {
+        return std::nullopt;
+    }
+    if (*data != decodedFrom_) {
+        decoded_ = decodeArrangements(*data);
+        decodedFrom_ = *std::move(data);
+    }
+    return decoded_;
 }
 
 const Arrangement* findArrangement(std::span<const Arrangement> arrangements, const Uuid& id) {

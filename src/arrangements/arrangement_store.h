@@ -1,5 +1,5 @@
-// The user's saved arrangements. Nothing is kept: whoever changes the list loads it, changes it and
-// saves it whole, and the last save counts.
+// The user's saved arrangements. Whoever changes the list loads it, changes it and saves it whole,
+// and the last save counts.
 #pragma once
 
 #include "arrangements/arrangement.h"
@@ -33,6 +33,10 @@ class ArrangementStore {
 
     UserDefaults& defaults_;
     NotificationCenter& notifications_;
+    // What was decoded last, with what it was decoded from: where many shortcuts are shown, each
+    // asks for the list.
+    mutable PropertyData decodedFrom_;
+    mutable std::optional<std::vector<Arrangement>> decoded_;
 };
 
 /// The first arrangement with this id, or null.

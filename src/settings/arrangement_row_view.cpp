@@ -19,6 +19,9 @@ constexpr int spacing = 10;
 constexpr int summarySpacing = 5;
 constexpr double summarySize = 11.5;
 constexpr double keySize = 20;
+constexpr int shortcutWidth = 112;
+// From the edge of the field to its text.
+constexpr int nameIndent = 11;
 
 /// Turns positions in a text into those in the text that takes its place.
 class Replacement {
@@ -73,15 +76,22 @@ ArrangementRow::ArrangementRow(ArrangementsModel& model, Recorder& recorder, con
     delete_->setSymbol(Symbol::trash);
     field_->setMaxLength(std::numeric_limits<int>::max());
 
+    // As wide while keys are recorded as before.
+    auto* const shortcut = new QVBoxLayout;
+    shortcut->addStrut(shortcutWidth);
+    shortcut->addWidget(recorder_, 0, Qt::AlignLeading | Qt::AlignVCenter);
     auto* const line = new QHBoxLayout;
     line->setSpacing(spacing);
     line->addWidget(field_, 1);
-    line->addWidget(recorder_);
+    line->addLayout(shortcut);
     line->addWidget(apply_);
     line->addWidget(delete_);
     column().setSpacing(summarySpacing);
     column().addLayout(line);
-    column().addWidget(summary_);
+    auto* const below = new QHBoxLayout;
+    below->setContentsMargins(nameIndent, 0, 0, 0);
+    below->addWidget(summary_);
+    column().addLayout(below);
 
     // Also what an input method or assistive technology writes is an edit.
     connect(field_, &QLineEdit::textChanged, this, [this](const QString& text) {

@@ -1,15 +1,16 @@
 #include "settings/shortcuts_page_view.h"
 
 #include "settings/card_view.h"
+#include "settings/dot_view.h"
 #include "settings/elided_label_view.h"
 #include "settings/page_header_view.h"
-#include "settings/section_title_view.h"
 #include "shortcuts/shortcut_recorder_view.h"
 #include "ui/focus_ring.h"
 #include "ui/mini_screen.h"
 #include "ui/palette.h"
 #include "ui/pill_button.h"
 #include "ui/symbol_label.h"
+#include "ui/text_label.h"
 
 #include <QGridLayout>
 #include <QHBoxLayout>
@@ -25,7 +26,10 @@ constexpr double statusSize = 11.5;
 constexpr double statusOpacity = 0.22;
 
 constexpr int groupHorizontalPadding = 16;
-constexpr int groupSpacing = 10;
+constexpr int groupSpacing = 8;
+constexpr double groupTitleSize = 15;
+constexpr int dotSize = 10;
+constexpr int dotSpacing = 8;
 constexpr int columnSpacing = 20;
 constexpr int lineSpacing = 4;
 constexpr int rowSpacing = 10;
@@ -65,9 +69,13 @@ Card* makeGroup(std::size_t index, Recorder& recorder, QWidget* parent) {
     auto* const card =
         new Card({.fill = palette::paper, .horizontalPadding = groupHorizontalPadding}, parent);
     card->column().setSpacing(groupSpacing);
-    auto* const heading = new SectionTitle(fromUtf8(names[index]), card);
-    heading->setDot(palette::groupColor(actions.front()));
-    card->column().addWidget(heading);
+    auto* const heading = new QHBoxLayout;
+    heading->setSpacing(dotSpacing);
+    heading->addWidget(new TextLabel(fromUtf8(names[index]), groupTitleSize, QFont::Bold,
+                                     palette::ink, TextWrap::none, card));
+    heading->addWidget(new Dot(dotSize, palette::groupColor(actions.front()), card));
+    heading->addStretch();
+    card->column().addLayout(heading);
     auto* const grid = new QGridLayout;
     grid->setHorizontalSpacing(columnSpacing);
     grid->setVerticalSpacing(lineSpacing);
