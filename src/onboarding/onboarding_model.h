@@ -64,6 +64,9 @@ class OnboardingModel {
     /// The modifiers that shortcuts are held with, such as "⌃⌥"; "" when most have none.
     const std::string& shortcutModifiers() const { return shortcutTask_.modifiers; }
 
+    /// What the shortcut that is to be tried does.
+    SnapAction actionToTry() const { return shortcutTask_.action; }
+
     /// Whether to offer ⌃⌘ instead of ⌃⌥: another program has the shortcut that would be tried
     /// first.
     bool offersControlCommand() const;

@@ -107,7 +107,8 @@ ShortcutTask shortcutTask(const KeyBindings& bindings, const Hotkeys& hotkeys) {
     const auto& [action, combo] = shortcuts.front();
     const auto modifiers = joined(modifierGlyphs(usualModifiers(shortcuts)));
     return {"Press " + displayText(combo) + " to " + std::string(purpose(action)),
-            "Any " + modifiers + (modifiers.empty() ? "" : " ") + "shortcut counts.", modifiers};
+            "Any " + modifiers + (modifiers.empty() ? "" : " ") + "shortcut counts.", modifiers,
+            action};
 }
 
 std::vector<TourTask> tourTasks(const std::set<Tour::Event>& done, const ShortcutTask& shortcut) {

@@ -19,6 +19,8 @@ struct ShortcutTask {
     std::string line;
     /// The modifiers that most shortcuts are held with, such as "⌃⌥"; "" when most have none.
     std::string modifiers;
+    /// What the named shortcut does.
+    SnapAction action;
     bool operator==(const ShortcutTask&) const = default;
 };
 

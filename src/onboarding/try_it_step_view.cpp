@@ -1,0 +1,70 @@
+#include "onboarding/try_it_step_view.h"
+
+#include "onboarding/spoken_text_view.h"
+#include "ui/accessible_role.h"
+#include "ui/focus_ring.h"
+#include "ui/palette.h"
+
+#include <QHBoxLayout>
+#include <cstddef>
+
+namespace tessellon {
+namespace {
+
+constexpr int rowSpacing = 12;
+constexpr int offerSpacing = 14;
+constexpr int buttonSpacing = 16;
+constexpr double textSize = 13;
+
+}  // namespace
+
+TryItStep::TryItStep(OnboardingModel& model, QWidget* parent) : TourStep(model, parent) {
+    addHeader(QStringLiteral("Give it a spin"),
+              QStringLiteral("Try each one now. We'll tick them off as you go."));
+    auto* const list = new QWidget(this);
+    setAccessibleRole(*list, QAccessible::List);
+    list->setAccessibleName(QStringLiteral("Things to try"));
+    auto* const listColumn = new QVBoxLayout(list);
+    listColumn->setContentsMargins(0, 0, 0, 0);
+    listColumn->setSpacing(rowSpacing);
+    for (const auto& task : model.tasks()) {
+        const auto number = static_cast<int>(rows_.size()) + 1;
+        rows_.push_back(new TaskRow(number, task, model.actionToTry(), list));
+        listColumn->addWidget(rows_.back());
+    }
+    column().addWidget(list);
+    column().addSpacing(offerSpacing);
+    offer_ = makeOffer();
+    column().addWidget(offer_);
+    column().addStretch(1);
+    refresh();
+}
+
+QWidget* TryItStep::makeOffer() {
+    auto* const offer = new QWidget(this);
+    auto* const row = new QHBoxLayout(offer);
+    row->setContentsMargins(FocusRing::reach, FocusRing::reach, FocusRing::reach, FocusRing::reach);
+    row->setSpacing(buttonSpacing);
+    offerText_ = new TextLabel({}, textSize, QFont::Medium, palette::muted, TextWrap::words, offer);
+    row->addWidget(offerText_, 1);
+    auto* const accept =
+        new PillButton(QStringLiteral("Use ⌃⌘ instead of ⌃⌥"), PillButtonStyle::quiet, offer);
+    accept->setAccessibleName(spokenText(accept->text()));
+    row->addWidget(accept);
+    connect(accept, &QAbstractButton::clicked, this, [this] { model().useControlCommand(); });
+    return offer;
+}
+
+void TryItStep::refresh() {
+    const auto tasks = model().tasks();
+    for (std::size_t i = 0; i < rows_.size(); ++i) {
+        rows_[i]->setTask(tasks[i], model().actionToTry());
+    }
+    const auto taken =
+        QString::fromStdString(model().services().keyBindings.shortcutText(SnapAction::leftHalf));
+    offerText_->setText(QStringLiteral("Another program holds %1 here.").arg(taken));
+    offerText_->setAccessibleName(spokenText(offerText_->text()));
+    offer_->setVisible(model().offersControlCommand());
+}
+
+}  // namespace tessellon

@@ -1,0 +1,27 @@
+// The step of the tour in which the user tries every way to snap.
+#pragma once
+
+#include "onboarding/task_row_view.h"
+#include "onboarding/tour_step_view.h"
+#include "ui/pill_button.h"
+
+#include <QWidget>
+#include <vector>
+
+namespace tessellon {
+
+class TryItStep : public TourStep {
+  public:
+    TryItStep(OnboardingModel& model, QWidget* parent);
+
+    void refresh() override;
+
+  private:
+    QWidget* makeOffer();
+
+    std::vector<TaskRow*> rows_;
+    QWidget* offer_;
+    TextLabel* offerText_ = nullptr;
+};
+
+}  // namespace tessellon
