@@ -1,0 +1,255 @@
+#include "settings/ignored_list_view.h"
+
+#include "settings/flow_view.h"
+#include "ui/accessible_role.h"
+#include "ui/application_icon.h"
+#include "ui/control_style.h"
+#include "ui/focus_ring.h"
+#include "ui/fonts.h"
+#include "ui/palette.h"
+#include "ui/shapes.h"
+#include "ui/symbols.h"
+
+#include <QAbstractButton>
+#include <QFontMetricsF>
+#include <QHelpEvent>
+#include <QIcon>
+#include <QKeyEvent>
+#include <QPainter>
+#include <QToolTip>
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <utility>
+
+namespace tessellon {
+namespace {
+
+constexpr std::array<QColor, RulesModel::tintCount> tints{palette::teal, palette::amber,
+                                                          palette::lavender, palette::pink};
+constexpr double tintOpacity = 0.22;
+
+constexpr int flowSpacing = 8;
+constexpr int sidePadding = 10;
+constexpr int verticalPadding = 6;
+constexpr int partSpacing = 6;
+constexpr int iconSize = 18;
+constexpr double nameSize = 13;
+constexpr int removeSize = 18;
+constexpr double crossSize = 12;
+constexpr double crossStroke = 3;
+constexpr int leastName = 24;
+
+QFont nameFont() {
+    return interfaceFont(nameSize, QFont::DemiBold);
+}
+
+/// Space and Return press it.
+class RemoveButton : public QAbstractButton {
+  public:
+    RemoveButton(const QString& name, QWidget* parent) : QAbstractButton(parent) {
+        setAccessibleName(name);
+        setToolTip(name.toHtmlEscaped());
+        setFixedSize(removeSize, removeSize);
+        setFocusPolicy(Qt::TabFocus);
+        setAttribute(Qt::WA_Hover);
+        setCursor(Qt::ArrowCursor);
+        new FocusRing(*this, removeSize / 2.0);
+    }
+
+  protected:
+    void paintEvent(QPaintEvent* /*event*/) override {
+        QPainter painter(this);
+        if (isDown() || underMouse()) {
+            paintCapsule(painter, rect(), palette::withOpacity(palette::ink, isDown() ? 0.2 : 0.1));
+        }
+        const QRectF cross(rect().center() + QPointF(0.5 - crossSize / 2, 0.5 - crossSize / 2),
+                           QSizeF(crossSize, crossSize));
+        drawSymbol(painter, Symbol::xmark, cross, palette::ink, crossStroke);
+    }
+    void keyPressEvent(QKeyEvent* event) override {
+        if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
+            if (!event->isAutoRepeat()) {
+                click();
+            }
+            return;
+        }
+        QAbstractButton::keyPressEvent(event);
+    }
+};
+
+}  // namespace
+
+class IgnoredPill : public QWidget {
+  public:
+    IgnoredPill(IgnoredApplication application, QWidget* parent)
+        : QWidget(parent),
+          application_(std::move(application)),
+          name_(QString::fromStdString(application_.name)),
+          icon_(applicationIcon(QString::fromStdString(application_.icon))),
+          remove_(new RemoveButton(QStringLiteral("Remove ") + name_, this)) {
+        setAccessibleRole(*this, QAccessible::ListItem);
+        setAccessibleName(name_);
+        setSizePolicy(QSizePolicy::Maximum, QSizePolicy::Fixed);
+    }
+
+    const IgnoredApplication& application() const { return application_; }
+    QAbstractButton& removeButton() const { return *remove_; }
+
+    void setTint(const QColor& tint) {
+        if (tint != tint_) {
+            tint_ = tint;
+            update();
+        }
+    }
+
+    QSize sizeHint() const override {
+        const auto name = static_cast<int>(std::ceil(textWidth(nameFont(), name_)));
+        return {furniture() + name, height_()};
+    }
+    QSize minimumSizeHint() const override { return {furniture() + leastName, height_()}; }
+
+  protected:
+    void paintEvent(QPaintEvent* /*event*/) override {
+        QPainter painter(this);
+        paintCapsule(painter, rect(), palette::withOpacity(tint_, tintOpacity),
+                     {palette::ink, control_style::outline});
+        if (!icon_.isNull()) {
+            const QRect square(sidePadding, (height() - iconSize) / 2, iconSize, iconSize);
+            icon_.paint(&painter, QStyle::visualRect(layoutDirection(), rect(), square));
+        }
+        painter.setFont(nameFont());
+        painter.setPen(palette::ink);
+        drawLine(painter, QStyle::visualRect(layoutDirection(), rect(), nameRect()), fittedName(),
+                 Qt::AlignLeading);
+    }
+    void resizeEvent(QResizeEvent* /*event*/) override {
+        const QRect place(width() - sidePadding - removeSize, (height() - removeSize) / 2,
+                          removeSize, removeSize);
+        remove_->setGeometry(QStyle::visualRect(layoutDirection(), rect(), place));
+    }
+    bool event(QEvent* event) override {
+        if (event->type() == QEvent::ToolTip) {
+            const auto position = static_cast<QHelpEvent*>(event)->globalPos();
+            // What is cut off can be read in whole; a name is never markup.
+            QToolTip::showText(position, fittedName() != name_ ? name_.toHtmlEscaped() : QString(),
+                               this);
+            return true;
+        }
+        return QWidget::event(event);
+    }
+
+  private:
+    /// All that the name shares the pill with.
+    int furniture() const {
+        return 2 * sidePadding + (icon_.isNull() ? 0 : iconSize + partSpacing) + partSpacing +
+               removeSize;
+    }
+    int height_() const {
+        const auto line = static_cast<int>(std::ceil(lineHeight(nameFont())));
+        return std::max({iconSize, removeSize, line}) + 2 * verticalPadding;
+    }
+    QRect nameRect() const {
+        const int left = sidePadding + (icon_.isNull() ? 0 : iconSize + partSpacing);
+        return {left, 0, width() - furniture(), height()};
+    }
+    QString fittedName() const {
+        return fitText(name_, nameRect().width(), nameSize, QFont::DemiBold, 1).text;
+    }
+
+    IgnoredApplication application_;
+    QString name_;
+    QIcon icon_;
+    QColor tint_;
+    RemoveButton* remove_;
+};
+
+IgnoredList::IgnoredList(QWidget* parent) : QWidget(parent) {
+    setAccessibleRole(*this, QAccessible::List);
+    setAccessibleName(QStringLiteral("Apps that never snap"));
+    // Room for the rings of the first and last buttons.
+    (new Flow(flowSpacing, this))->setContentsMargins(FocusRing::reach, 0, FocusRing::reach, 0);
+}
+
+void IgnoredList::setEntries(const std::vector<IgnoredApplication>& entries) {
+    const bool isShown = std::equal(
+        entries.begin(), entries.end(), pills_.begin(), pills_.end(),
+        [](const auto& entry, const auto* pill) { return pill->application() == entry; });
+    if (isShown) {
+        return;
+    }
+    const int focused = focusedPill();
+    auto old = std::exchange(pills_, {});
+    auto* const lost = focused >= 0 ? old[static_cast<std::size_t>(focused)] : nullptr;
+    while (layout()->count() > 0) {
+        delete layout()->takeAt(0);
+    }
+    for (const auto& entry : entries) {
+        const auto kept = std::find_if(old.begin(), old.end(), [&entry](const auto* pill) {
+            return pill->application() == entry;
+        });
+        auto* pill = kept != old.end() ? *kept : nullptr;
+        if (pill != nullptr) {
+            old.erase(kept);
+        } else {
+            pill = new IgnoredPill(entry, this);
+            QObject::connect(&pill->removeButton(), &QAbstractButton::clicked, this,
+                             [this, identifier = entry.identifier] { removed_.emit(identifier); });
+        }
+        pill->setTint(tints.at(pills_.size() % tints.size()));
+        bound(*pill);
+        layout()->addWidget(pill);
+        pill->show();
+        pills_.push_back(pill);
+    }
+    orderTabs();
+    const bool isGone = std::find(old.begin(), old.end(), lost) != old.end();
+    if (isGone && !pills_.empty()) {
+        const auto neighbour = std::min(static_cast<std::size_t>(focused), pills_.size() - 1);
+        pills_[neighbour]->removeButton().setFocus(Qt::TabFocusReason);
+    } else if (isGone && next_ != nullptr) {
+        next_->setFocus(Qt::TabFocusReason);
+    }
+    for (auto* const pill : old) {
+        pill->hide();
+        // Its own button may be what removed it.
+        pill->deleteLater();
+    }
+    updateGeometry();
+}
+
+int IgnoredList::focusedPill() const {
+    const auto found = std::find_if(pills_.begin(), pills_.end(), [](const auto* pill) {
+        return pill->removeButton().hasFocus();
+    });
+    return found != pills_.end() ? static_cast<int>(found - pills_.begin()) : -1;
+}
+
+/// New pills come last in the window's order; they belong between what is before the list and what
+/// follows it.
+void IgnoredList::orderTabs() const {
+    if (next_ == nullptr || pills_.empty()) {
+        return;
+    }
+    auto* before = next_->previousInFocusChain();
+    while (before != next_ && (before->focusPolicy() == Qt::NoFocus || isAncestorOf(before))) {
+        before = before->previousInFocusChain();
+    }
+    for (auto* const pill : pills_) {
+        setTabOrder(before, &pill->removeButton());
+        before = &pill->removeButton();
+    }
+}
+
+void IgnoredList::bound(IgnoredPill& pill) const {
+    pill.setMaximumWidth(
+        std::max(layout()->contentsRect().width(), pill.minimumSizeHint().width()));
+}
+
+void IgnoredList::resizeEvent(QResizeEvent* /*event*/) {
+    for (auto* const pill : pills_) {
+        bound(*pill);
+    }
+}
+
+}  // namespace tessellon
