@@ -16,6 +16,7 @@
 #include <QIcon>
 #include <QKeyEvent>
 #include <QPainter>
+#include <QStyle>
 #include <QToolTip>
 #include <algorithm>
 #include <array>

@@ -1,6 +1,8 @@
 // The part of a window that scrolls where the window is too low for all of it.
 #pragma once
 
+#include "settings/scroll_bar_view.h"
+
 #include <QScrollArea>
 
 namespace tessellon {
@@ -13,7 +15,7 @@ class PageScroll : public QScrollArea {
     explicit PageScroll(QWidget* parent = nullptr);
 
     /// The room of the bar, in logical pixels.
-    static constexpr int barWidth = 12;
+    static constexpr int barWidth = ScrollBar::barWidth;
 
   private:
     void reveal(QWidget* focused);
