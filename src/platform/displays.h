@@ -24,6 +24,9 @@ struct Screen {
     /// where the hardware tells nothing about itself.
     std::optional<std::string> uuid;
     std::string localizedName;
+    /// How many pixels of the panel, across and down, show one point; below 1 where the desktop is
+    /// larger than what the panel can show.
+    Size backingScale{1, 1};
     bool operator==(const Screen&) const = default;
 };
 

@@ -1,4 +1,5 @@
 // What docks leave of monitors, and how monitors are told apart.
+#include "platform/x11/backing_scales.h"
 #include "platform/x11/edid.h"
 #include "platform/x11/x11_displays.h"
 
@@ -73,6 +74,18 @@ TEST(VisibleArea, BelievesTheWorkAreaOfASingleMonitor) {
     EXPECT_EQ(visibleArea(leftMonitor, leftMonitor, {}, Rect{0, 0, 1920, 1050}),
               (Rect{0, 0, 1920, 1050}));
     EXPECT_EQ(visibleArea(leftMonitor, leftMonitor, {}, Rect{5000, 0, 10, 10}), leftMonitor);
+}
+
+TEST(BackingScale, IsThePixelsOfTheModeForEachPoint) {
+    EXPECT_EQ(backingScale({1920, 1080}, XCB_RANDR_ROTATION_ROTATE_0, {1920, 1080}), (Size{1, 1}));
+    EXPECT_EQ(backingScale({1920, 1080}, XCB_RANDR_ROTATION_ROTATE_180, {2400, 1350}),
+              (Size{0.8, 0.8}));
+    EXPECT_EQ(backingScale({3840, 2160}, XCB_RANDR_ROTATION_ROTATE_90, {1080, 1920}), (Size{2, 2}));
+    EXPECT_EQ(
+        backingScale({1920, 1080}, XCB_RANDR_ROTATION_ROTATE_270 | XCB_RANDR_ROTATION_REFLECT_X,
+                     {1080, 1920}),
+        (Size{1, 1}));
+    EXPECT_EQ(backingScale({1920, 1080}, XCB_RANDR_ROTATION_ROTATE_0, {}), (Size{1, 1}));
 }
 
 TEST(MonitorIdentity, ComesFromTheMonitorsOwnData) {

@@ -2,6 +2,7 @@
 
 #include "base/text.h"
 #include "base/uuid.h"
+#include "platform/x11/backing_scales.h"
 #include "platform/x11/edid.h"
 #include "platform/x11/properties.h"
 
@@ -128,15 +129,30 @@ Rect X11Displays::rootFrame() const {
 std::vector<Monitor> X11Displays::readMonitors() const {
     std::vector<Monitor> result;
     if (!hasRandr_) {
-        result.push_back({connection_.root(), rootFrame(), "screen", std::nullopt, "", true});
+        Monitor whole;
+        whole.id = connection_.root();
+        whole.frame = rootFrame();
+        whole.outputName = "screen";
+        whole.primary = true;
+        result.push_back(std::move(whole));
         return result;
     }
     auto* const xcb = connection_.xcb();
+    const auto monitorsCookie = xcb_randr_get_monitors_unchecked(xcb, connection_.root(), 1);
+    const auto resourcesCookie =
+        xcb_randr_get_screen_resources_current_unchecked(xcb, connection_.root());
     connection_.countRoundTrip();
-    const Reply<xcb_randr_get_monitors_reply_t> reply(xcb_randr_get_monitors_reply(
-        xcb, xcb_randr_get_monitors_unchecked(xcb, connection_.root(), 1), nullptr));
+    const Reply<xcb_randr_get_monitors_reply_t> reply(
+        xcb_randr_get_monitors_reply(xcb, monitorsCookie, nullptr));
+    const Reply<xcb_randr_get_screen_resources_current_reply_t> resources(
+        xcb_randr_get_screen_resources_current_reply(xcb, resourcesCookie, nullptr));
     if (!reply) {
         return result;
+    }
+    std::map<xcb_randr_output_t, Size> scales;
+    if (resources) {
+        connection_.countRoundTrip();
+        scales = backingScales(xcb, *resources);
     }
     struct Named {
         Monitor monitor;
@@ -185,6 +201,9 @@ std::vector<Monitor> X11Displays::readMonitors() const {
                  static_cast<std::size_t>(xcb_get_atom_name_name_length(name.get()))});
         }
         outputs.push_back(named.output);
+        if (const auto scale = scales.find(named.output); scale != scales.end()) {
+            named.monitor.backingScale = scale->second;
+        }
         result.push_back(std::move(named.monitor));
     }
     readIdentity(result, outputs);
@@ -264,6 +283,7 @@ std::vector<Screen> X11Displays::screens() const {
         screen.uuid = monitor.uuid;
         screen.localizedName =
             monitor.productName.empty() ? monitor.outputName : monitor.productName;
+        screen.backingScale = monitor.backingScale;
         result.push_back(std::move(screen));
     }
     return result;

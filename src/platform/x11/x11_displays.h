@@ -18,6 +18,7 @@ struct Monitor {
     std::string outputName;
     std::optional<std::string> uuid;
     std::string productName;
+    Size backingScale{1, 1};
     bool primary = false;
 };
 
