@@ -48,6 +48,12 @@ void Row::setSubtitle(const QString& subtitle) {
     }
 }
 
+void Row::addBeside(QWidget* control) {
+    auto* const line = static_cast<QHBoxLayout*>(layout());
+    line->insertWidget(line->indexOf(trailing_), control, 0, Qt::AlignVCenter);
+    QWidget::setTabOrder(control, trailing_);
+}
+
 void Row::addBelow(QWidget* widget) {
     texts_->insertWidget(texts_->count() - 1, widget);
 }

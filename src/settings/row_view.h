@@ -18,6 +18,9 @@ class Row : public QWidget {
 
     void setSubtitle(const QString& subtitle);
 
+    /// Puts another control before the one at the trailing edge; takes it as its child.
+    void addBeside(QWidget* control);
+
     /// Puts another widget below the texts, such as a link or an error; takes it as its child.
     void addBelow(QWidget* widget);
 

@@ -1,0 +1,76 @@
+#include "settings/zone_grid_picture_view.h"
+
+#include "drag/zone_hints.h"
+#include "engine/snap_action_names.h"
+#include "ui/control_style.h"
+#include "ui/fonts.h"
+#include "ui/mini_screen.h"
+#include "ui/palette.h"
+#include "ui/shapes.h"
+
+#include <QPainter>
+
+namespace tessellon {
+namespace {
+
+// The screen, and what its edge keeps from the grid.
+constexpr QSize preferredSize{480, 300};
+constexpr double screenRadius = 16;
+constexpr double screenInset = 5;
+
+constexpr double zoneRadius = 9;
+constexpr SnapAction activeZone = SnapAction::leftHalf;
+
+constexpr QSizeF labelPicture{26, 17};
+constexpr double labelSpacing = 3;
+constexpr double nameSize = 10.5;
+constexpr double smallestNameScale = 0.7;
+constexpr double nameMargin = 4;
+
+void paintZone(QPainter& painter, const QRectF& zone, SnapAction action) {
+    const bool isActive = action == activeZone;
+    paintRoundedRect(painter, zone, zoneRadius,
+                     palette::withOpacity(palette::teal, isActive ? 0.3 : 0.08));
+    strokeBorder(painter, zone, zoneRadius,
+                 {palette::withOpacity(palette::ink, isActive ? 0.8 : 0.22), isActive ? 2.0 : 1.0});
+
+    const auto name =
+        fitText(QString::fromStdString(shortTitle(action)), zone.width() - 2 * nameMargin, nameSize,
+                QFont::DemiBold, smallestNameScale);
+    const double nameHeight = lineHeight(name.font);
+    QRectF picture(QPointF(), labelPicture);
+    picture.moveCenter(zone.center());
+    picture.translate(0, -(labelSpacing + nameHeight) / 2);
+    paintMiniScreen(painter, picture, action);
+    painter.setFont(name.font);
+    painter.setPen(palette::ink);
+    drawLine(painter,
+             QRectF(zone.left(), picture.bottom() + labelSpacing, zone.width(), nameHeight),
+             name.text);
+}
+
+}  // namespace
+
+ZoneGridPicture::ZoneGridPicture(QWidget* parent) : QWidget(parent) {
+    setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
+}
+
+QSize ZoneGridPicture::sizeHint() const {
+    return preferredSize;
+}
+
+void ZoneGridPicture::paintEvent(QPaintEvent* /*event*/) {
+    QPainter painter(this);
+    const QRectF screen = rect();
+    paintRoundedRect(painter, screen, screenRadius, palette::paper,
+                     {palette::ink, control_style::outline});
+    const auto grid = screen.adjusted(screenInset, screenInset, -screenInset, -screenInset);
+    Screen pictured;
+    pictured.visibleFrame = {0, 0, grid.width(), grid.height()};
+    for (const auto& hint : ZoneHints::layout(pictured)) {
+        const QRectF zone(hint.rect.x, hint.rect.y, hint.rect.width, hint.rect.height);
+        paintZone(painter, zone.translated(grid.topLeft()), hint.action);
+    }
+}
+
+}  // namespace tessellon

@@ -1,0 +1,105 @@
+// The page of the displays as it is drawn and used.
+#include "settings/displays_page_view.h"
+
+#include "settings/display_card_view.h"
+#include "settings/settings_view_fixture.h"
+#include "settings/slider_row_view.h"
+#include "ui/chip.h"
+#include "ui/pill_toggle.h"
+
+#include <map>
+#include <string>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+namespace tessellon {
+namespace {
+
+class DisplaysPageTest : public SettingsViewTest {
+  protected:
+    DisplaysPageTest() {
+        desktop_.setScreens({screen(1, {0, 0, 1920, 1080}, {0, 0, 1920, 1055}, "UUID"),
+                             screen(2, {-1280, 0, 1280, 800}, {-1280, 0, 1280, 800})});
+    }
+    static std::vector<DisplayCard*> cards(const QWidget& page) { return all<DisplayCard>(page); }
+    static PillToggle& toggle(const QWidget& card) {
+        return control<PillToggle>(card, "Own edge gap");
+    }
+    static std::vector<SliderRow*> sliders(const QWidget& card) { return all<SliderRow>(card); }
+};
+
+TEST_F(DisplaysPageTest, ShowsACardForEachDisplay) {
+    DisplaysPage page(settings());
+    show(page, pageSize);
+    EXPECT_TRUE(
+        says(page, "Every screen Tessellon can snap to, in next / previous display order."));
+    EXPECT_TRUE(says(page,
+                     "Next display (⌃⌥⌘→) moves a window down this list; previous display (⌃⌥⌘←) "
+                     "moves it up."));
+    const auto shown = cards(page);
+    ASSERT_EQ(shown.size(), 2U);
+    EXPECT_LT(shown[0]->geometry().bottom(), shown[1]->geometry().top());
+    EXPECT_EQ(shown[0]->accessibleName(), "Screen 2");
+    EXPECT_TRUE(says(*shown[0], "1280 × 800 · looks like 1280 × 800"));
+    EXPECT_FALSE(says(*shown[0], "Main"));
+    EXPECT_TRUE(says(*shown[1], "Screen 1"));
+    EXPECT_TRUE(says(*shown[1], "Main"));
+    EXPECT_TRUE(sliders(page).empty());
+}
+
+TEST_F(DisplaysPageTest, AnOwnGapIsSetWhereItIsTurnedOn) {
+    DisplaysPage page(settings());
+    show(page, pageSize);
+    auto& card = *cards(page)[1];
+    defaults_.setDouble(preference::padding, 12);
+    click(toggle(card));
+    ASSERT_EQ(sliders(card).size(), 1U);
+    EXPECT_TRUE(sliders(*cards(page)[0]).empty());
+    EXPECT_TRUE(says(card, "Gap at this display's edges"));
+    EXPECT_TRUE(says(card, "Used instead of the gap in General."));
+    EXPECT_TRUE(says(card, "12 px"));
+
+    sliders(card)[0]->slider().choose(31);
+    EXPECT_EQ(displayPaddingOverrides(defaults_), (std::map<std::string, double>{{"UUID", 31}}));
+    EXPECT_TRUE(says(card, "31 px"));
+    sliders(card)[0]->slider().choose(99);
+    EXPECT_EQ(displayPaddingOverrides(defaults_).at("UUID"), 40);
+
+    click(toggle(card));
+    EXPECT_TRUE(sliders(card).empty());
+    EXPECT_TRUE(displayPaddingOverrides(defaults_).empty());
+}
+
+TEST_F(DisplaysPageTest, FollowsWhoeverElseChangesTheGaps) {
+    setDisplayPaddingOverrides(defaults_, {{"Screen 2", 5}});
+    DisplaysPage page(settings());
+    show(page, pageSize);
+    auto& card = *cards(page)[0];
+    EXPECT_TRUE(toggle(card).isChecked());
+    setDisplayPaddingOverrides(defaults_, {{"Screen 2", 22}});
+    EXPECT_TRUE(says(card, "22 px"));
+    defaults_.removeObject(preference::displayPadding);
+    EXPECT_FALSE(toggle(card).isChecked());
+    EXPECT_TRUE(sliders(card).empty());
+}
+
+TEST_F(DisplaysPageTest, LongNamesStayInsideTheCard) {
+    auto wide = screen(1, {0, 0, 1920, 1080}, {0, 0, 1920, 1080});
+    wide.localizedName =
+        "The very wide display on the left side of the desk by the window, "
+        "which used to be in the other room";
+    desktop_.setScreens({wide});
+    DisplaysPage page(settings());
+    show(page, pageSize);
+    const auto& card = *cards(page)[0];
+    EXPECT_EQ(page.width(), pageSize.width());
+    for (const auto* const label : all<QLabel>(card)) {
+        const QRect place(label->mapTo(&card, QPoint()), label->size());
+        EXPECT_TRUE(card.rect().contains(place)) << label->text().toStdString();
+        EXPECT_GE(label->height(), label->heightForWidth(label->width()));
+    }
+}
+
+}  // namespace
+}  // namespace tessellon
