@@ -79,6 +79,11 @@ SettingsSidebar::SettingsSidebar(const UserDefaults& defaults, SettingsPage page
 
 void SettingsSidebar::setPage(SettingsPage page) {
     item(page).setChecked(true);
+    // Tab comes to one item, as to one control. The toolkit would take the first of them for it
+    // until one is focused.
+    for (auto* const each : items_) {
+        each->setFocusPolicy(each->isChecked() ? Qt::StrongFocus : Qt::ClickFocus);
+    }
 }
 
 void SettingsSidebar::takeFocus() {

@@ -1,5 +1,6 @@
 #include "settings/sidebar_item_view.h"
 
+#include "ui/accessible_button.h"
 #include "ui/control_style.h"
 #include "ui/focus_ring.h"
 #include "ui/fonts.h"
@@ -58,6 +59,7 @@ SidebarItem::SidebarItem(SettingsPage page, QWidget* parent)
     setText(QString::fromUtf8(name.data(), static_cast<qsizetype>(name.size())));
     setCheckable(true);
     setAutoExclusive(true);
+    setAccessibleByClick(*this);
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
     setFocusPolicy(Qt::StrongFocus);
     setAttribute(Qt::WA_Hover);

@@ -1,5 +1,6 @@
 #include "ui/pill_toggle.h"
 
+#include "ui/accessible_button.h"
 #include "ui/control_style.h"
 #include "ui/focus_ring.h"
 #include "ui/layer.h"
@@ -20,6 +21,7 @@ constexpr double knobSize = pillSize.height() - 2 * knobInset;
 PillToggle::PillToggle(const QString& accessibleName, QWidget* parent) : QAbstractButton(parent) {
     setCheckable(true);
     setAccessibleName(accessibleName);
+    setAccessibleByClick(*this);
     setFocusPolicy(Qt::StrongFocus);
     setFixedSize(PillToggle::sizeHint());
     new FocusRing(*this, pillSize.height() / 2.0);
