@@ -5,12 +5,12 @@
 #include "settings/card_view.h"
 #include "settings/divide_view.h"
 #include "settings/gap_preview_view.h"
+#include "settings/link_button_view.h"
 #include "settings/page_header_view.h"
 #include "settings/row_view.h"
 #include "settings/section_title_view.h"
 #include "ui/focus_ring.h"
 #include "ui/palette.h"
-#include "ui/pill_button.h"
 #include "ui/text_label.h"
 
 #include <QHBoxLayout>
@@ -90,8 +90,7 @@ Row* GeneralPage::makeLoginRow() {
     auto* const row = new Row(title, QString(), loginToggle_, this);
     loginError_ =
         new TextLabel(QString(), errorSize, QFont::DemiBold, palette::coral, TextWrap::words, row);
-    openLoginItems_ = new PillButton(QStringLiteral("Open Login Items"), PillButtonStyle::plain,
-                                     PillButtonSize::small, row);
+    openLoginItems_ = new LinkButton(QStringLiteral("Open Login Items"), row);
     row->addBelow(openLoginItems_);
     row->addBelow(loginError_);
     connect(loginToggle_, &QAbstractButton::clicked, this,
@@ -113,8 +112,9 @@ Card* GeneralPage::makeGaps() {
     card->column().addLayout(line);
 
     auto* const picture = new QVBoxLayout;
-    picture->setContentsMargins(FocusRing::reach, FocusRing::reach, 0, 0);
+    picture->setContentsMargins(FocusRing::reach, 0, 0, 0);
     picture->setSpacing(captionSpacing);
+    picture->addStretch();
     preview_ = new GapPreview(defaults_.doubleForKey(preference::gap),
                               defaults_.doubleForKey(preference::padding), card);
     auto* const caption = new TextLabel(QStringLiteral("Live preview"), captionSize, QFont::Medium,

@@ -11,7 +11,7 @@ namespace tessellon {
 
 class Card;
 class GapPreview;
-class PillButton;
+class LinkButton;
 class PillToggle;
 class Row;
 class TextLabel;
@@ -35,7 +35,7 @@ class GeneralPage : public QWidget {
     LaunchAtLogin login_;
     Row* loginRow_ = nullptr;
     PillToggle* loginToggle_ = nullptr;
-    PillButton* openLoginItems_ = nullptr;
+    LinkButton* openLoginItems_ = nullptr;
     TextLabel* loginError_ = nullptr;
     GapPreview* preview_ = nullptr;
     /// What is there only while tiling is on.

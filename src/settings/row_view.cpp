@@ -55,7 +55,16 @@ void Row::addBeside(QWidget* control) {
 }
 
 void Row::addBelow(QWidget* widget) {
-    texts_->insertWidget(texts_->count() - 1, widget);
+    if (below_ == nullptr) {
+        // While all of it is hidden, its margins are none.
+        below_ = new QVBoxLayout;
+        below_->setContentsMargins(0, textSpacing, 0, FocusRing::reach);
+        below_->setSpacing(FocusRing::reach);
+        texts_->insertLayout(texts_->count() - 1, below_);
+    }
+    // Controls keep their width, texts fill the line.
+    const bool isControl = widget->sizePolicy().horizontalPolicy() == QSizePolicy::Fixed;
+    below_->addWidget(widget, 0, isControl ? Qt::AlignLeading | Qt::AlignVCenter : Qt::Alignment());
 }
 
 }  // namespace tessellon

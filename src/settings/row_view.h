@@ -27,6 +27,7 @@ class Row : public QWidget {
   private:
     QVBoxLayout* texts_;
     QWidget* trailing_;
+    QVBoxLayout* below_ = nullptr;
     TextLabel* subtitle_ = nullptr;
 };
 

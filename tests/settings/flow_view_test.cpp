@@ -29,6 +29,7 @@ TEST_F(FlowTest, AnItemThatWouldPassTheWidthStartsALineAsHighAsTheTallest) {
     for (const auto& size : {QSize(60, 20), QSize(32, 30), QSize(50, 20), QSize(300, 10)}) {
         add(size);
     }
+    flow->setSizeConstraint(QLayout::SetNoConstraint);
     show(parent, {100, 200});
     EXPECT_EQ(frame(0), QRect(0, 0, 60, 20));
     EXPECT_EQ(frame(1), QRect(68, 0, 32, 30)) << "it ends at the width exactly";
