@@ -16,6 +16,9 @@ namespace {
 constexpr Seconds messagingTimeout{0.5};
 constexpr Seconds healthCheckPeriod{2.0};
 
+// A session may start its window manager after the programs of the user.
+constexpr Seconds windowManagerGrace{5.0};
+
 template <typename... Cases>
 struct Overloaded : Cases... {
     using Cases::operator()...;
@@ -37,7 +40,7 @@ AppDelegate::Menu::Menu(std::unique_ptr<MenuViews> made, AppDelegate& app)
     : views(std::move(made)),
       menu({app.engine_, app.arrangements_, app.services_.statusItem, *views, app.services_.updater,
             app.services_.application, app.services_.beep, app.services_.runLoop},
-           app.views_.openSettings) {}
+           [&app] { app.openSettings(); }) {}
 
 void AppDelegate::applicationDidFinishLaunching() {
     services_.engine.accessibility.setMessagingTimeout(messagingTimeout);
@@ -60,6 +63,9 @@ void AppDelegate::applicationDidFinishLaunching() {
     });
     displaysChanged_ =
         services_.engine.displays.changed().subscribe([this] { resetTransientUI(); });
+    showOnboardingIfDue();
+    tourWanted_ =
+        notifications_.observe(notification::showTour, [this](const auto&) { showOnboarding(); });
     // Shortcuts that came with an edit of the settings file count from now on.
     settingsReloaded_ = services_.engine.defaults.reloaded().subscribe(
         [this] { hotkeys_.registerChangedBindings(); });
@@ -77,6 +83,73 @@ void AppDelegate::startServices() {
 void AppDelegate::showMenu() {
     if (menu_) {
         menu_->menu.show();
+    }
+}
+
+void AppDelegate::openSettings(std::optional<SettingsPage> page) {
+    if (settingsWindow_) {
+        if (page) {
+            notifications_.post(notification::settingsSelect, *page);
+        }
+    } else {
+        settingsWindow_ = views_.settings(settingsServices(), page.value_or(SettingsPage::general));
+    }
+    settingsWindow_->makeKeyAndOrderFront();
+}
+
+SettingsServices AppDelegate::settingsServices() {
+    return {engine_,
+            services_.engine.defaults,
+            keyBindings_,
+            hotkeys_,
+            recorder(),
+            arrangements_,
+            services_.directory,
+            services_.loginItem,
+            services_.updater,
+            notifications_,
+            services_.runLoop,
+            [this] { return views_.drag(keyBindings_); },
+            services_.version};
+}
+
+AppDelegate::Onboarding::Onboarding(AppDelegate& app)
+    : model({app.services_.engine.accessibility, app.services_.engine.defaults,
+             app.services_.loginItem, app.keyBindings_, app.hotkeys_, app.notifications_,
+             app.services_.runLoop},
+            app.services_.engine.defaults.boolForKey(preference::onboarded) &&
+                    !app.services_.engine.accessibility.isTrusted()
+                ? OnboardingModel::permissionStep
+                : 0,
+            [&app] {
+                app.services_.engine.defaults.setBool(preference::onboarded, true);
+                app.forgetOnboarding();
+            }),
+      window(app.views_.onboarding(model)),
+      closed(window->closed().subscribe([&app] { app.forgetOnboarding(); })) {}
+
+void AppDelegate::showOnboarding() {
+    tourForgotten_.reset();
+    onboardingWindow_.reset();
+    onboardingWindow_ = std::make_unique<Onboarding>(*this);
+    onboardingWindow_->window->makeKeyAndOrderFront();
+}
+
+void AppDelegate::forgetOnboarding() {
+    onboardingWindow_->model.stop();
+    // The window is what asks for it, in the middle of an event of its own.
+    tourForgotten_ = services_.runLoop.after(Seconds{0}, [this] { onboardingWindow_.reset(); });
+}
+
+void AppDelegate::showOnboardingIfDue() {
+    if (!services_.engine.defaults.boolForKey(preference::onboarded)) {
+        showOnboarding();
+    } else if (!services_.engine.accessibility.isTrusted()) {
+        tourDue_ = services_.runLoop.after(windowManagerGrace, [this] {
+            if (!services_.engine.accessibility.isTrusted()) {
+                showOnboarding();
+            }
+        });
     }
 }
 

@@ -13,15 +13,21 @@
 #include "launcher/launcher.h"
 #include "launcher/right_command_slash.h"
 #include "menu/status_menu.h"
+#include "onboarding/onboarding_model.h"
+#include "platform/application_directory.h"
 #include "platform/beep.h"
 #include "platform/event_tap.h"
 #include "platform/hot_key_center.h"
 #include "platform/keyboard_focus.h"
+#include "platform/login_item.h"
 #include "platform/own_application.h"
 #include "platform/power_events.h"
 #include "platform/run_loop.h"
 #include "platform/status_item.h"
 #include "platform/updater.h"
+#include "platform/window.h"
+#include "settings/settings_page.h"
+#include "settings/settings_services.h"
 #include "shortcuts/hotkeys.h"
 #include "shortcuts/key_bindings.h"
 #include "shortcuts/recorder.h"
@@ -42,10 +48,14 @@ struct AppServices {
     KeyboardFocus& keyboardFocus;
     PowerEvents& powerEvents;
     StatusItem& statusItem;
+    ApplicationDirectory& directory;
+    LoginItem& loginItem;
     Updater& updater;
     OwnApplication& application;
     Beep& beep;
     RunLoop& runLoop;
+    /// The version that runs, such as "1.2.3".
+    std::string version;
 };
 
 /// Makes those who build what the features show, from the bindings that tell which shortcuts to
@@ -54,8 +64,10 @@ struct AppViews {
     std::function<std::unique_ptr<DragViews>(const KeyBindings&)> drag;
     std::function<std::unique_ptr<LauncherViews>(const KeyBindings&)> launcher;
     std::function<std::unique_ptr<MenuViews>(const KeyBindings&)> menu;
-    /// Shows the settings to the user.
-    std::function<void()> openSettings;
+    /// A window, not shown yet, with the settings at a page; what the services name outlives it.
+    std::function<std::unique_ptr<Window>(const SettingsServices&, SettingsPage)> settings;
+    /// A window, not shown yet, with the welcome tour; the model outlives it.
+    std::function<std::unique_ptr<Window>(OnboardingModel&)> onboarding;
 };
 
 class AppDelegate {
@@ -71,6 +83,13 @@ class AppDelegate {
 
     /// Opens the status item's panel, wherever the request came from.
     void showMenu();
+
+    /// Brings the settings window to the front, at the page if one is named; the window is made at
+    /// the first call and kept.
+    void openSettings(std::optional<SettingsPage> page = std::nullopt);
+
+    /// Opens the welcome tour in a fresh window, in place of one that is open.
+    void showOnboarding();
 
     /// True once the input services have been started; they stay so until the program ends.
     bool started() const { return started_; }
@@ -104,9 +123,19 @@ class AppDelegate {
         StatusMenu menu;
     };
 
+    struct Onboarding {
+        explicit Onboarding(AppDelegate& app);
+        OnboardingModel model;
+        std::unique_ptr<Window> window;
+        Token closed;
+    };
+
     DragSnapper& drag();
     Launcher& launcher();
     RightCommandSlash& commandTap();
+    SettingsServices settingsServices();
+    void showOnboardingIfDue();
+    void forgetOnboarding();
     void startServices();
     void healthCheck();
     void resetTransientUI();
@@ -126,6 +155,8 @@ class AppDelegate {
     std::unique_ptr<Drag> drag_;
     std::unique_ptr<LauncherFeature> launcher_;
     std::optional<RightCommandSlash> commandTap_;
+    std::unique_ptr<Window> settingsWindow_;
+    std::unique_ptr<Onboarding> onboardingWindow_;
     bool started_ = false;
     std::string reportedTaken_;
     Token healthTimer_;
@@ -134,6 +165,9 @@ class AppDelegate {
     Token displaysChanged_;
     Token settingsReloaded_;
     Token hotkeysChanged_;
+    Token tourWanted_;
+    Token tourDue_;
+    Token tourForgotten_;
 };
 
 }  // namespace tessellon

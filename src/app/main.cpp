@@ -6,6 +6,8 @@
 #include "drag/qt_drag_views.h"
 #include "launcher/qt_launcher_views.h"
 #include "menu/qt_menu_views.h"
+#include "onboarding/onboarding_view.h"
+#include "platform/linux/autostart_entry.h"
 #include "platform/linux/bus_wait.h"
 #include "platform/linux/defaults_file.h"
 #include "platform/linux/desktop_entries.h"
@@ -19,6 +21,7 @@
 #include "platform/qt/child_feed_source.h"
 #include "platform/qt/qt_own_application.h"
 #include "platform/qt/qt_run_loop.h"
+#include "platform/qt/qt_window.h"
 #include "platform/qt/toolkit.h"
 #include "platform/tray_status_item.h"
 #include "platform/x11/command_drag.h"
@@ -39,14 +42,14 @@
 #include "platform/x11/x11_keyboard_focus.h"
 #include "platform/x11/x11_tray_icon.h"
 #include "platform/x11/x11_window_list.h"
+#include "settings/settings_view.h"
+#include "ui/glyph.h"
 #include "ui/status_glyph.h"
 #include "updates/feed_updater.h"
 #include "updates/qt_update_views.h"
 
 #include <QApplication>
-#include <QDesktopServices>
 #include <QString>
-#include <QUrl>
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
@@ -104,17 +107,6 @@ std::optional<std::filesystem::path> iconFolder(const std::filesystem::path& pro
     const std::filesystem::path runtime = environment("XDG_RUNTIME_DIR");
     return symbolicIconFolder(program,
                               runtime.is_absolute() ? std::optional(runtime) : std::nullopt);
-}
-
-/// Shows the settings file in the program that the user has chosen for such files.
-void openSettingsFile(DefaultsFile& defaults, const std::string& path, Beep& beep) {
-    // Written down whatever it is, so that there is a file.
-    defaults.setBool(preference::paused, defaults.boolForKey(preference::paused));
-    defaults.flush();
-    if (!QDesktopServices::openUrl(QUrl::fromLocalFile(QString::fromStdString(path)))) {
-        beep.beep();
-        logWarning("no program on this desktop opens the settings file '" + path + "'");
-    }
 }
 
 /// Tells somebody who started the program by hand that it runs; nobody else has asked.
@@ -214,6 +206,7 @@ int run(int argc, char** argv) {
     TrayStatusItem statusItem(notifierItem, dockedIcon);
     QtOwnApplication ownApplication(loop);
     ChildFeedSource feedSource(feedFetchersOf(ownProgram));
+    AutostartEntry loginItem(standardAutostartPlaces(), ownProgram);
     QtUpdateViews updateViews;
     FeedUpdater updater({feedSource, updateViews, defaults, loop, std::chrono::system_clock::now},
                         *runningVersion, TESSELLON_UPDATE_FEED_URL);
@@ -234,10 +227,13 @@ int run(int argc, char** argv) {
          keyboardFocus,
          powerEvents,
          statusItem,
+         directory,
+         loginItem,
          updater,
          ownApplication,
          beep,
-         loop},
+         loop,
+         TESSELLON_VERSION},
         {[&](const KeyBindings& bindings) {
              return std::make_unique<QtDragViews>(compositing, bindings);
          },
@@ -247,7 +243,18 @@ int run(int argc, char** argv) {
          [&](const KeyBindings&) {
              return std::make_unique<QtMenuViews>(keyboardFocus, defaults, compositing);
          },
-         [&] { openSettingsFile(defaults, defaultsPath->string(), beep); }});
+         [&](const SettingsServices& services, SettingsPage page) {
+             return std::make_unique<QtWindow>(
+                 displays, QtWindowContent{std::make_unique<SettingsView>(services, page),
+                                           QStringLiteral("Tessellon Settings"),
+                                           SettingsView::contentSize, glyphIcon()});
+         },
+         [&](OnboardingModel& model) {
+             return std::make_unique<QtWindow>(
+                 displays, QtWindowContent{std::make_unique<OnboardingView>(model),
+                                           QStringLiteral("Welcome to Tessellon"),
+                                           OnboardingView::contentSize, glyphIcon()});
+         }});
     look.reset();
     const Token lost = connection->lost().subscribe([&] {
         endWithoutDisplay();

@@ -4,16 +4,19 @@
 #include "app/notification_names.h"
 #include "app/preferences.h"
 #include "drag/fake_drag_views.h"
+#include "fakes/fake_window.h"
 #include "launcher/fake_launcher_views.h"
 #include "menu/fake_menu_views.h"
 #include "platform/memory/manual_run_loop.h"
 #include "platform/memory/memory_accessibility.h"
+#include "platform/memory/memory_application_directory.h"
 #include "platform/memory/memory_beep.h"
 #include "platform/memory/memory_desktop.h"
 #include "platform/memory/memory_event_monitors.h"
 #include "platform/memory/memory_event_taps.h"
 #include "platform/memory/memory_hot_key_center.h"
 #include "platform/memory/memory_keyboard_focus.h"
+#include "platform/memory/memory_login_item.h"
 #include "platform/memory/memory_own_application.h"
 #include "platform/memory/memory_power_events.h"
 #include "platform/memory/memory_status_item.h"
@@ -56,10 +59,13 @@ class AppDelegateTest : public testing::Test {
                 focus_,
                 power_,
                 item_,
+                directory_,
+                loginItem_,
                 updater_,
                 application_,
                 beep_,
-                loop_};
+                loop_,
+                "1.2.3"};
     }
     AppViews views() {
         return {[this](const KeyBindings&) {
@@ -77,7 +83,18 @@ class AppDelegateTest : public testing::Test {
                     menuViews_ = made.get();
                     return made;
                 },
-                [this] { ++settingsOpened_; }};
+                [this](const SettingsServices&, SettingsPage page) {
+                    pages_.push_back(page);
+                    settings_ = std::make_shared<FakeWindowState>();
+                    return std::make_unique<FakeWindow>(settings_);
+                },
+                [this](OnboardingModel& model) {
+                    tour_ = &model;
+                    tours_.push_back(std::make_shared<FakeWindowState>());
+                    auto window = std::make_unique<FakeWindow>(tours_.back());
+                    tourWindow_ = window.get();
+                    return window;
+                }};
     }
 
     /// Drags the window to another place with command held.
@@ -103,6 +120,8 @@ class AppDelegateTest : public testing::Test {
     MemoryPowerEvents power_;
     MemoryKeyboardFocus focus_;
     MemoryStatusItem item_;
+    MemoryApplicationDirectory directory_;
+    MemoryLoginItem loginItem_;
     MemoryUpdater updater_;
     MemoryOwnApplication application_;
     MemoryBeep beep_;
@@ -110,7 +129,12 @@ class AppDelegateTest : public testing::Test {
     FakeDragViews* dragViews_ = nullptr;
     FakeLauncherViews* launcherViews_ = nullptr;
     FakeMenuViews* menuViews_ = nullptr;
-    int settingsOpened_ = 0;
+    /// The page that each settings window was made with, and what became of the last one.
+    std::vector<SettingsPage> pages_;
+    std::shared_ptr<FakeWindowState> settings_;
+    std::vector<std::shared_ptr<FakeWindowState>> tours_;
+    FakeWindow* tourWindow_ = nullptr;
+    OnboardingModel* tour_ = nullptr;
     Element window_;
 };
 
@@ -257,10 +281,92 @@ TEST_F(AppDelegateTest, HasItsMenuWithOrWithoutAWindowManager) {
     EXPECT_TRUE(menuViews_->states.back()->key);
     desktop_.eventMonitors().type({virtual_key::comma, modifier_flag::command, false, "", ","});
     EXPECT_FALSE(menuViews_->states.back()->exists);
-    EXPECT_EQ(settingsOpened_, 1);
+    ASSERT_TRUE(settings_);
+    EXPECT_EQ(settings_->timesInFront, 1);
     app.showMenu();
     desktop_.eventMonitors().type({virtual_key::q, modifier_flag::command, false, "", "q"});
     EXPECT_EQ(application_.terminations(), 1);
+}
+
+TEST_F(AppDelegateTest, KeepsOneSettingsWindow) {
+    AppDelegate app(services(), views());
+    app.applicationDidFinishLaunching();
+    std::vector<SettingsPage> selected;
+    const auto observer = app.notifications().observe(
+        notification::settingsSelect,
+        [&](const std::any& object) { selected.push_back(std::any_cast<SettingsPage>(object)); });
+    EXPECT_FALSE(settings_);
+    app.openSettings();
+    app.openSettings(SettingsPage::rules);
+    app.openSettings();
+    EXPECT_EQ(pages_, std::vector{SettingsPage::general});
+    EXPECT_EQ(selected, std::vector{SettingsPage::rules});
+    EXPECT_EQ(settings_->timesInFront, 3);
+}
+
+TEST_F(AppDelegateTest, OpensTheSettingsAtAPage) {
+    AppDelegate app(services(), views());
+    app.applicationDidFinishLaunching();
+    app.openSettings(SettingsPage::about);
+    EXPECT_EQ(pages_, std::vector{SettingsPage::about});
+}
+
+TEST_F(AppDelegateTest, ShowsTheTourUntilItIsFinished) {
+    {
+        AppDelegate app(services(), views());
+        app.applicationDidFinishLaunching();
+        ASSERT_EQ(tours_.size(), 1U);
+        EXPECT_TRUE(tours_[0]->visible);
+        EXPECT_EQ(tour_->step(), 0);
+        tourWindow_->close();
+        loop_.advance(Seconds{0});
+        EXPECT_FALSE(tours_[0]->exists);
+        EXPECT_FALSE(defaults_.boolForKey(preference::onboarded));
+    }
+    {
+        AppDelegate app(services(), views());
+        app.applicationDidFinishLaunching();
+        ASSERT_EQ(tours_.size(), 2U) << "it was closed, not finished";
+        tour_->finish();
+        EXPECT_TRUE(defaults_.boolForKey(preference::onboarded));
+        loop_.advance(Seconds{0});
+        EXPECT_FALSE(tours_[1]->exists);
+    }
+    AppDelegate app(services(), views());
+    app.applicationDidFinishLaunching();
+    loop_.advance(Seconds{10});
+    ASSERT_EQ(tours_.size(), 2U);
+    app.notifications().post(notification::showTour);
+    ASSERT_EQ(tours_.size(), 3U);
+    EXPECT_EQ(tour_->step(), 0);
+    app.notifications().post(notification::showTour);
+    ASSERT_EQ(tours_.size(), 4U);
+    EXPECT_FALSE(tours_[2]->exists);
+    EXPECT_TRUE(tours_[3]->visible);
+    // One that is closed and asked for again in the same moment is there.
+    tourWindow_->close();
+    app.notifications().post(notification::showTour);
+    loop_.advance(Seconds{0});
+    EXPECT_TRUE(tours_[4]->visible);
+}
+
+TEST_F(AppDelegateTest, AsksForThePermissionOnlyWhenItStaysAway) {
+    defaults_.setBool(preference::onboarded, true);
+    desktop_.setTrusted(false);
+    {
+        AppDelegate app(services(), views());
+        app.applicationDidFinishLaunching();
+        EXPECT_TRUE(tours_.empty());
+        desktop_.setTrusted(true);
+        loop_.advance(Seconds{10});
+        EXPECT_TRUE(tours_.empty()) << "the window manager was only late";
+    }
+    desktop_.setTrusted(false);
+    AppDelegate app(services(), views());
+    app.applicationDidFinishLaunching();
+    loop_.advance(Seconds{10});
+    ASSERT_EQ(tours_.size(), 1U);
+    EXPECT_EQ(tour_->step(), OnboardingModel::permissionStep);
 }
 
 TEST_F(AppDelegateTest, ShortcutsRestWhileNewOnesAreRecorded) {

@@ -1,0 +1,104 @@
+#include "platform/qt/qt_window.h"
+
+#include "platform/qt/screen_coordinates.h"
+
+#include <QCloseEvent>
+#include <QGuiApplication>
+#include <QKeyEvent>
+#include <QScreen>
+#include <QVBoxLayout>
+#include <functional>
+#include <utility>
+
+namespace tessellon {
+namespace {
+
+// What window managers put around a window is known only once it is there.
+constexpr int decorationWidth = 12;
+constexpr int decorationHeight = 40;
+
+/// The part of the screen that the user works on, in Qt's pixels.
+QRect workArea(const Displays& displays) {
+    if (const auto screen = displays.mainScreen()) {
+        return toQtGeometry(screen->visibleFrame, qtScreens());
+    }
+    const auto* const primary = QGuiApplication::primaryScreen();
+    return primary != nullptr ? primary->availableGeometry() : QRect();
+}
+
+}  // namespace
+
+class QtWindow::Frame : public QWidget {
+  public:
+    explicit Frame(QtWindowContent content)
+        : QWidget(nullptr, Qt::Window | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
+                               Qt::WindowSystemMenuHint | Qt::WindowCloseButtonHint |
+                               Qt::WindowMinimizeButtonHint) {
+        setWindowTitle(content.title);
+        setWindowIcon(content.icon);
+        // The program goes on without windows.
+        setAttribute(Qt::WA_QuitOnClose, false);
+        auto* const column = new QVBoxLayout(this);
+        column->setContentsMargins(0, 0, 0, 0);
+        column->addWidget(content.view.release());
+    }
+
+    std::function<void()> onClosed;
+
+  protected:
+    void closeEvent(QCloseEvent* event) override {
+        event->accept();
+        // Somebody may throw the window away for it, which this event has to be over for.
+        QMetaObject::invokeMethod(
+            this, [this] { onClosed(); }, Qt::QueuedConnection);
+    }
+    void keyPressEvent(QKeyEvent* event) override {
+        if (event->key() == Qt::Key_Escape || event->matches(QKeySequence::Close)) {
+            close();
+            return;
+        }
+        QWidget::keyPressEvent(event);
+    }
+};
+
+QtWindow::QtWindow(const Displays& displays, QtWindowContent content)
+    : displays_(displays),
+      size_(content.size),
+      frame_(std::make_unique<Frame>(std::move(content))) {
+    frame_->onClosed = [this] { closed_.emit(); };
+}
+
+QtWindow::~QtWindow() = default;
+
+void QtWindow::makeKeyAndOrderFront() {
+    if (!frame_->isVisible()) {
+        place();
+    }
+    if (frame_->isMinimized()) {
+        frame_->showNormal();
+    } else {
+        frame_->show();
+    }
+    frame_->raise();
+    frame_->activateWindow();
+}
+
+bool QtWindow::isVisible() const {
+    return frame_->isVisible();
+}
+
+void QtWindow::place() {
+    const auto area = workArea(displays_);
+    const auto room = area.size() - QSize(decorationWidth, decorationHeight);
+    const auto size = area.isEmpty() ? size_ : size_.boundedTo(room);
+    if (frame_->testAttribute(Qt::WA_WState_Created) && frame_->size() == size &&
+        area.contains(frame_->frameGeometry())) {
+        return;  // where the user has put it
+    }
+    frame_->setFixedSize(size);
+    const auto around = size + QSize(0, decorationHeight);
+    frame_->move(area.x() + (area.width() - around.width()) / 2,
+                 area.y() + (area.height() - around.height()) / 2);
+}
+
+}  // namespace tessellon

@@ -1,0 +1,48 @@
+// An ordinary window of the program, as the toolkit makes it.
+#pragma once
+
+#include "platform/displays.h"
+#include "platform/window.h"
+
+#include <QIcon>
+#include <QSize>
+#include <QString>
+#include <QWidget>
+#include <memory>
+
+namespace tessellon {
+
+/// What is in a window, and what the window manager is told about it.
+struct QtWindowContent {
+    std::unique_ptr<QWidget> view;
+    QString title;
+    /// In logical pixels.
+    QSize size;
+    QIcon icon;
+};
+
+/// It has a title bar, can be closed (also by Escape and Control W) and minimized, and has its size
+/// for good: that of its content, or what the screen has room for. Nothing of it is created on the
+/// display before it is shown.
+class QtWindow final : public Window {
+  public:
+    /// The displays must outlive the window.
+    QtWindow(const Displays& displays, QtWindowContent content);
+    ~QtWindow() override;
+    QtWindow(const QtWindow&) = delete;
+    QtWindow& operator=(const QtWindow&) = delete;
+
+    void makeKeyAndOrderFront() override;
+    bool isVisible() const override;
+
+  private:
+    class Frame;
+
+    void place();
+
+    const Displays& displays_;
+    QSize size_;
+    std::unique_ptr<Frame> frame_;
+};
+
+}  // namespace tessellon
