@@ -7,6 +7,7 @@
 #include "shortcuts/key_labels.h"
 
 #include <string>
+#include <string_view>
 #include <utility>
 #include <variant>
 
@@ -66,9 +67,19 @@ void AppDelegate::applicationDidFinishLaunching() {
     showOnboardingIfDue();
     tourWanted_ =
         notifications_.observe(notification::showTour, [this](const auto&) { showOnboarding(); });
-    // Shortcuts that came with an edit of the settings file count from now on.
+    // Shortcuts that came with an edit of the settings file count from now on, and so does that of
+    // tiling when it is switched on.
     settingsReloaded_ = services_.engine.defaults.reloaded().subscribe(
         [this] { hotkeys_.registerChangedBindings(); });
+    tilingSwitched_ = services_.engine.defaults.changed().subscribe([this](std::string_view key) {
+        if (key == preference::tilingEnabled) {
+            hotkeys_.registerChangedBindings();
+        }
+    });
+    // An arrangement that is deleted lets go of its combination.
+    arrangementsChanged_ =
+        notifications_.observe(notification::arrangementsChanged,
+                               [this](const auto&) { hotkeys_.registerChangedBindings(); });
 }
 
 void AppDelegate::startServices() {

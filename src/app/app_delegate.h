@@ -164,6 +164,8 @@ class AppDelegate {
     Token woke_;
     Token displaysChanged_;
     Token settingsReloaded_;
+    Token tilingSwitched_;
+    Token arrangementsChanged_;
     Token hotkeysChanged_;
     Token tourWanted_;
     Token tourDue_;

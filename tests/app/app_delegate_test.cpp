@@ -184,15 +184,15 @@ TEST_F(AppDelegateTest, TilesAndAppliesArrangements) {
     const Arrangement arrangement{
         Uuid::random(), "Desk", {{"com.editor", "", 0, {0.5, 0, 0.5, 1}}}, combo};
     addArrangement(app.arrangements(), arrangement);
-    app.hotkeys().registerHotkeys();
     hotKeys_.press(40, control | command);
     EXPECT_EQ(frame(), (Rect{960, 33, 952, 1039}));
 
-    // Gone from the list while its hot key is still there: nothing happens.
     removeArrangement(app.arrangements(), arrangement.id);
-    hotKeys_.press(keyLeft, control | option);
-    hotKeys_.press(40, control | command);
-    EXPECT_EQ(frame(), leftHalf);
+    EXPECT_FALSE(hotKeys_.press(40, control | command)) << "the combination is free again";
+    defaults_.setBool(preference::tilingEnabled, false);
+    EXPECT_FALSE(hotKeys_.press(keyT, control | option | command));
+    defaults_.setBool(preference::tilingEnabled, true);
+    EXPECT_TRUE(hotKeys_.press(keyT, control | option | command));
 }
 
 TEST_F(AppDelegateTest, RestoresAlsoAfterARestart) {
