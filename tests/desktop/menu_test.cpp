@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <filesystem>
-#include <fstream>
 #include <iterator>
 #include <string>
 #include <variant>
@@ -185,32 +184,6 @@ TEST_P(MenuTest, everyWayOutWorks) {
     openedAt(pointerHome);
     desktop().run({"wmctrl", "-s", "1"});
     EXPECT_TRUE(waitUntilClosed()) << "another workspace is shown";
-}
-
-TEST_P(MenuTest, commandAndCommaOpensTheSettingsFile) {
-    useDesktop(GetParam());
-    if (IsSkipped()) {
-        return;
-    }
-    const auto opened = desktop().home() / "opened";
-    const auto opener = desktop().addProgramFolder("programs") / "xdg-open";
-    std::ofstream(opener) << "#!/bin/sh\nprintf '%s' \"$*\" > '" << opened.string() << "'\n";
-    std::filesystem::permissions(opener, std::filesystem::perms::owner_all);
-    program().start();
-    const auto terminal = startTerminal(original, "typed");
-    openedAt(pointerHome);
-    desktop().keyboard().combination({Key::leftSuper}, Key::comma);
-    EXPECT_TRUE(waitUntilClosed());
-    EXPECT_TRUE(waitUntil([&] {
-        return fileContents(opened).ends_with(program().settingsFile().string());
-    })) << fileContents(opened);
-    EXPECT_TRUE(std::filesystem::exists(program().settingsFile()));
-
-    std::filesystem::remove(opened);
-    click(MenuTest::opened().settings());
-    EXPECT_TRUE(waitUntilClosed());
-    EXPECT_TRUE(waitUntil([&] { return !fileContents(opened).empty(); })) << "by the button";
-    EXPECT_EQ(typedAfter(terminal, Key::slash), "/");
 }
 
 TEST_P(MenuTest, commandAndQEndsTheProgram) {

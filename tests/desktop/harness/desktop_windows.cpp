@@ -49,6 +49,20 @@ xcb_window_t DesktopWindows::waitForWindowOf(pid_t process) {
     return *found;
 }
 
+std::optional<xcb_window_t> DesktopWindows::waitForTitled(pid_t process, std::string_view wanted) {
+    std::optional<xcb_window_t> found;
+    waitUntil([&] {
+        for (const xcb_window_t window : managed()) {
+            if (title(window) == wanted && x_.processOf(window) == process && isShown(window) &&
+                visibleFrame(window)) {
+                found = window;
+            }
+        }
+        return found.has_value();
+    });
+    return found;
+}
+
 std::string DesktopWindows::title(xcb_window_t window) {
     const std::string name = x_.bytes(window, "_NET_WM_NAME");
     return name.empty() ? x_.bytes(window, "WM_NAME") : name;

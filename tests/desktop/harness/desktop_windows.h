@@ -28,6 +28,9 @@ class DesktopWindows {
     /// Waits for the first shown window of a process that has one. Throws when none appears.
     xcb_window_t waitForWindowOf(pid_t process);
 
+    /// Waits for a shown window of the process with this title. Nothing when none appears.
+    std::optional<xcb_window_t> waitForTitled(pid_t process, std::string_view title);
+
     std::string title(xcb_window_t window);
     std::optional<xcb_window_t> active();
     bool isShown(xcb_window_t window);

@@ -33,6 +33,12 @@ std::filesystem::path programPath() {
     return chosen != nullptr ? chosen : TESSELLON_PROGRAM_PATH;
 }
 
+Program::Program(PrivateDesktop& desktop) : desktop_(desktop) {
+    if (!std::filesystem::exists(settingsFile())) {
+        change({{"onboarded", true}});
+    }
+}
+
 void Program::launch(std::vector<std::string> arguments) {
     arguments.insert(arguments.begin(), programPath());
     process_.reset();

@@ -18,7 +18,10 @@ std::filesystem::path programPath();
 
 class Program {
   public:
-    explicit Program(PrivateDesktop& desktop) : desktop_(desktop) {}
+    /// A user who has been welcomed already, unless the desktop has settings.
+    explicit Program(PrivateDesktop& desktop);
+    /// Makes the next start the first one ever: without any settings.
+    void forgetSettings() const { std::filesystem::remove(settingsFile()); }
 
     /// What it finds in its environment from its next start on, otherwise than other programs.
     void setEnvironment(const std::string& name, const std::string& value) {
