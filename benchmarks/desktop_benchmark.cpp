@@ -24,11 +24,12 @@ struct Section {
     std::string_view name;
     void (*measure)(Report&);
 };
-constexpr std::array<Section, 6> sections{{
+constexpr std::array<Section, 7> sections{{
     {"press", measurePressToSettled},
     {"listing", measureListing},
     {"tiling", measureTiling},
     {"drag", measureDragPanels},
+    {"windows", measureOwnWindows},
     {"process", measureProcessCosts},
     {"interface", measureInterface},
 }};

@@ -1,14 +1,10 @@
 // How long the panels of a drag take to be seen: the zone grid, its zones and the preview.
-#include "harness/private_desktop.h"
 #include "sections.h"
+#include "timer_process.h"
 
-#include <chrono>
-#include <map>
 #include <optional>
-#include <sstream>
-#include <stdexcept>
 #include <string>
-#include <vector>
+#include <utility>
 
 namespace tessellon::benchmarks {
 namespace {
@@ -16,34 +12,10 @@ namespace {
 constexpr Milliseconds mostForShow{25};
 constexpr Milliseconds mostForZones{2};
 
-using Samples = std::map<std::string, std::vector<Milliseconds>>;
-
-Samples timePanels() {
-    desktop::PrivateDesktop desktop;
-    desktop.startWindowManager("openbox");
-    desktop.startCompositor();
-    auto options = desktop.processOptions("panel_timer");
-    desktop::Process timer({PANEL_TIMER_PATH}, options);
-    constexpr std::chrono::seconds enough{60};
-    const auto end = timer.waitForEnd(enough);
-    if (!end || end->exitCode != 0) {
-        throw std::runtime_error("panel_timer failed: " +
-                                 desktop::fileContents(options.standardError.value_or("")));
-    }
-    Samples samples;
-    std::istringstream lines(desktop::fileContents(options.standardOutput.value_or("")));
-    std::string name;
-    double milliseconds = 0;
-    while (lines >> name >> milliseconds) {
-        samples[name].emplace_back(milliseconds);
-    }
-    return samples;
-}
-
 }  // namespace
 
 void measureDragPanels(Report& report) {
-    const auto samples = timePanels();
+    const auto samples = samplesOf(PANEL_TIMER_PATH);
     const auto row = [&](const std::string& name, std::string what,
                          std::optional<Milliseconds> most) {
         const auto& times = samples.at(name);

@@ -58,7 +58,7 @@ void awaitServer() {
 }
 
 void print(std::string_view name, Clock::time_point start) {
-    std::cout << name << ' ' << Milliseconds(Clock::now() - start).count() << '\n';
+    std::cout << name << '\t' << Milliseconds(Clock::now() - start).count() << '\n';
 }
 
 /// From the call that shows a panel to its picture on the screen.

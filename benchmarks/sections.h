@@ -18,6 +18,9 @@ void measureTiling(Report& report);
 /// Showing the zone grid and the preview of a drag.
 void measureDragPanels(Report& report);
 
+/// Opening the settings window, switching its pages and dragging a slider.
+void measureOwnWindows(Report& report);
+
 /// Starting the program, and what it costs while nothing happens.
 void measureProcessCosts(Report& report);
 

@@ -1,0 +1,19 @@
+// The benchmarks of panels and windows run in processes of their own, on a private desktop, and
+// print what they measured: one line for each sample, a name and milliseconds.
+#pragma once
+
+#include "statistics.h"
+
+#include <map>
+#include <string>
+#include <vector>
+
+namespace tessellon::benchmarks {
+
+using Samples = std::map<std::string, std::vector<Milliseconds>>;
+
+/// Runs such a program to its end on a new desktop with a window manager and a compositor. Throws
+/// when it fails.
+Samples samplesOf(const std::string& program);
+
+}  // namespace tessellon::benchmarks

@@ -1,0 +1,144 @@
+// Shows the settings window on the display it is started on, goes through its pages and drags a
+// slider, and prints how long each took: one line for each sample, a name and milliseconds. What
+// the window shows and changes is in memory; what draws it is what users have.
+#include "app/preferences.h"
+#include "platform/memory/manual_run_loop.h"
+#include "platform/memory/memory_accessibility.h"
+#include "platform/memory/memory_application_directory.h"
+#include "platform/memory/memory_beep.h"
+#include "platform/memory/memory_desktop.h"
+#include "platform/memory/memory_event_monitors.h"
+#include "platform/memory/memory_hot_key_center.h"
+#include "platform/memory/memory_keyboard_focus.h"
+#include "platform/memory/memory_login_item.h"
+#include "platform/memory/memory_own_application.h"
+#include "platform/memory/memory_updater.h"
+#include "platform/memory/memory_user_defaults.h"
+#include "platform/qt/qt_window.h"
+#include "settings/settings_view.h"
+#include "statistics.h"
+#include "ui/glyph.h"
+#include "ui/pill_slider.h"
+
+#include <QApplication>
+#include <QCursor>
+#include <QMouseEvent>
+#include <cstdlib>
+#include <iostream>
+#include <memory>
+#include <string>
+
+namespace {
+
+using namespace tessellon;
+using namespace tessellon::benchmarks;
+
+constexpr int rounds = 21;
+constexpr int savedArrangements = 5;
+
+/// All that the settings read and change.
+struct Everything {
+    MemoryDesktop desktop;
+    MemoryUserDefaults defaults;
+    NotificationCenter notifications;
+    WindowEngine engine{{desktop.accessibility(), desktop.applications(), desktop.displays(),
+                         desktop.windowList(), desktop.eventMonitors(), defaults}};
+    ArrangementStore store{defaults, notifications};
+    KeyBindings bindings{defaults, store};
+    MemoryHotKeyCenter hotKeyCenter;
+    Hotkeys hotkeys{hotKeyCenter, bindings, notifications};
+    MemoryKeyboardFocus keyboard;
+    MemoryOwnApplication application;
+    MemoryBeep beep;
+    Recorder recorder{
+        {bindings, hotkeys, desktop.eventMonitors(), keyboard, application, beep, notifications}};
+    MemoryApplicationDirectory directory;
+    MemoryLoginItem loginItem;
+    MemoryUpdater updater;
+    ManualRunLoop loop;
+
+    Everything() {
+        registerPreferenceDefaults(defaults);
+        hotkeys.setHandler([](const HotkeyTarget&) {});
+        setIgnoredApplications(defaults, {"org.example.Editor", "org.example.Player"});
+        for (int i = 1; i <= savedArrangements; ++i) {
+            addArrangement(store, {Uuid::random(),
+                                   nextArrangementName(static_cast<std::size_t>(i)),
+                                   {{"org.example.Editor", "", 0, {0, 0, 0.5, 1}}},
+                                   std::nullopt});
+        }
+    }
+
+    SettingsServices services() {
+        return {engine,   defaults,      bindings,  hotkeys,
+                recorder, store,         directory, loginItem,
+                updater,  notifications, loop,      [] { return std::unique_ptr<DragViews>(); },
+                "1.2.3"};
+    }
+};
+
+/// Has everything drawn that waits for it, and returns when the server has done so.
+void settle() {
+    QCoreApplication::sendPostedEvents();
+    QCoreApplication::processEvents();
+    static_cast<void>(QCursor::pos());
+}
+
+void print(const std::string& name, Clock::time_point start) {
+    std::cout << name << '\t' << Milliseconds(Clock::now() - start).count() << '\n';
+}
+
+void drag(PillSlider& slider) {
+    const auto send = [&slider](QEvent::Type type, int x) {
+        const QPointF at(x, slider.height() / 2.0);
+        QMouseEvent event(type, at, slider.mapToGlobal(at), Qt::LeftButton, Qt::LeftButton,
+                          Qt::NoModifier);
+        QApplication::sendEvent(&slider, &event);
+    };
+    send(QEvent::MouseButtonPress, slider.width() / 4);
+    settle();
+    for (int i = 0; i < rounds; ++i) {
+        const auto start = Clock::now();
+        send(QEvent::MouseMove, slider.width() / 4 + 6 * i);
+        settle();
+        print("slider follows", start);
+    }
+    send(QEvent::MouseButtonRelease, slider.width() / 2);
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    QApplication::setDesktopSettingsAware(false);
+    const QApplication application(argc, argv);
+    Everything everything;
+
+    const auto start = Clock::now();
+    auto made = std::make_unique<SettingsView>(everything.services());
+    auto* const view = made.get();
+    QtWindow window(everything.desktop.displays(),
+                    {std::move(made), QStringLiteral("Tessellon Settings"),
+                     SettingsView::contentSize, glyphIcon()});
+    window.makeKeyAndOrderFront();
+    while (!view->window()->windowHandle()->isExposed()) {
+        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+    }
+    settle();
+    print("first opening", start);
+
+    for (int round = 0; round < rounds; ++round) {
+        for (const auto page : allSettingsPages) {
+            const auto began = Clock::now();
+            view->setPage(page);
+            settle();
+            // The first time brings what is kept: pictures of the letters, mostly.
+            print(std::string("page ") + std::string(title(page)), began);
+        }
+    }
+    view->setPage(SettingsPage::general);
+    settle();
+    if (auto* const slider = view->findChild<PillSlider*>()) {
+        drag(*slider);
+    }
+    return EXIT_SUCCESS;
+}
