@@ -48,7 +48,7 @@ struct AppServices {
     KeyboardFocus& keyboardFocus;
     PowerEvents& powerEvents;
     StatusItem& statusItem;
-    ApplicationDirectory& directory;
+    const ApplicationDirectory& directory;
     LoginItem& loginItem;
     Updater& updater;
     OwnApplication& application;

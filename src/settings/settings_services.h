@@ -29,7 +29,7 @@ struct SettingsServices {
     Hotkeys& hotkeys;
     Recorder& recorder;
     ArrangementStore& arrangements;
-    ApplicationDirectory& directory;
+    const ApplicationDirectory& directory;
     LoginItem& loginItem;
     Updater& updater;
     NotificationCenter& notifications;
