@@ -23,6 +23,7 @@
 #include <QApplication>
 #include <QCursor>
 #include <QMouseEvent>
+#include <QWindow>
 #include <cstdlib>
 #include <iostream>
 #include <memory>
