@@ -37,7 +37,8 @@ void paintZone(QPainter& painter, const QRectF& zone, SnapAction action) {
     const auto name =
         fitText(QString::fromStdString(shortTitle(action)), zone.width() - 2 * nameMargin, nameSize,
                 QFont::DemiBold, smallestNameScale);
-    const double nameHeight = lineHeight(name.font);
+    // The same for all, so that the pictures of a row are level.
+    const double nameHeight = lineHeight(interfaceFont(nameSize, QFont::DemiBold));
     QRectF picture(QPointF(), labelPicture);
     picture.moveCenter(zone.center());
     picture.translate(0, -(labelSpacing + nameHeight) / 2);
