@@ -12,9 +12,9 @@
 namespace tessellon {
 namespace {
 
-constexpr int headerSpacing = 24;
-constexpr int rowSpacing = 14;
-constexpr int cardPadding = 16;
+constexpr int headerSpacing = 28;
+constexpr int rowSpacing = 18;
+constexpr int cardPadding = 20;
 
 const auto launchSubtitle = QStringLiteral("Start Tessellon when your Mac wakes up.");
 

@@ -14,12 +14,12 @@
 namespace tessellon {
 namespace {
 
-constexpr QSize preferredSize(560, 116);
+constexpr QSize preferredSize(560, 124);
 constexpr int leastWidth = 300;
 
 // The piece of a screen that the bar is the top of.
 constexpr double screenRadius = 18;
-constexpr double barHeight = 38;
+constexpr double barHeight = 42;
 constexpr double sidePadding = 18;
 constexpr double itemSpacing = 16;
 

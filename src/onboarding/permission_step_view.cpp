@@ -14,14 +14,15 @@
 namespace tessellon {
 namespace {
 
-constexpr int listPadding = 18;
-constexpr int listSpacing = 14;
+constexpr int listPadding = 22;
+constexpr int listSpacing = 16;
+constexpr int pictureSpacing = 20;
 constexpr int badgeSize = 30;
 constexpr int badgeSpacing = 14;
 constexpr double textSize = 14;
-constexpr int actionSpacing = 20;
+constexpr int actionSpacing = 24;
 constexpr int pillSpacing = 14;
-constexpr int noteSpacing = 10;
+constexpr int noteSpacing = 12;
 
 PillState pillOf(bool trusted) {
     return trusted ? PillState{QStringLiteral("Granted ✓"), palette::teal, {}}
@@ -31,7 +32,9 @@ PillState pillOf(bool trusted) {
 }  // namespace
 
 PermissionStep::PermissionStep(OnboardingModel& model, QWidget* parent)
-    : TourStep(model, parent), greeting_(new Greeting(this)) {
+    : TourStep(model, parent),
+      greeting_(new Greeting(this)),
+      picture_(new SettingsPicture(Permission::missing)) {
     column().addWidget(greeting_);
     addHeader(QStringLiteral("Let Tessellon move your windows"),
               QStringLiteral("macOS asks you to switch on Accessibility so Tessellon can arrange "
@@ -66,9 +69,13 @@ QWidget* PermissionStep::makeList() {
                                  .verticalPadding = listPadding,
                                  .border = {palette::line, control_style::outline}},
                                 this);
-    list->column().setSpacing(listSpacing);
     setAccessibleRole(*list, QAccessible::List);
     list->setAccessibleName(QStringLiteral("What to do"));
+    auto* const line = new QHBoxLayout;
+    line->setSpacing(pictureSpacing);
+    auto* const rows = new QVBoxLayout;
+    rows->setSpacing(listSpacing);
+    rows->addStretch(1);
     const std::array texts{
         QStringLiteral("Open System Settings › Privacy & Security › Accessibility"),
         QStringLiteral("Switch on Tessellon in the list"),
@@ -78,13 +85,17 @@ QWidget* PermissionStep::makeList() {
         auto* const row = new QHBoxLayout;
         row->setSpacing(badgeSpacing);
         row->addWidget(new NumberBadge(number, BadgeState::current, badgeSize, list), 0,
-                       Qt::AlignTop);
+                       Qt::AlignVCenter);
         auto* const label = new TextLabel(texts.at(i), textSize, QFont::DemiBold, palette::ink,
                                           TextWrap::words, list);
         label->setAccessibleName(QStringLiteral("%1. %2").arg(number).arg(texts.at(i)));
         row->addWidget(label, 1);
-        list->column().addLayout(row);
+        rows->addLayout(row);
     }
+    rows->addStretch(1);
+    line->addLayout(rows, 1);
+    line->addWidget(picture_, 0, Qt::AlignVCenter);
+    list->column().addLayout(line);
     return list;
 }
 
@@ -96,6 +107,7 @@ void PermissionStep::refresh() {
         greeting_->greet(palette::lavender, Blush::none, QStringLiteral("May we?"),
                          Symbol::handRaised);
     }
+    picture_->setPermission(trusted ? Permission::granted : Permission::missing);
     open_->setVisible(!trusted);
     pill_->setState(pillOf(trusted));
     note_->setNote(model().trustNote());

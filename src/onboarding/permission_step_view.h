@@ -3,6 +3,7 @@
 
 #include "onboarding/greeting_view.h"
 #include "onboarding/note_view.h"
+#include "onboarding/settings_picture_view.h"
 #include "onboarding/state_pill_view.h"
 #include "onboarding/tour_step_view.h"
 #include "ui/pill_button.h"
@@ -20,6 +21,7 @@ class PermissionStep : public TourStep {
     QWidget* makeList();
 
     Greeting* greeting_;
+    SettingsPicture* picture_;
     PillButton* open_;
     StatePill* pill_;
     Note* note_;

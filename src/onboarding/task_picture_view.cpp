@@ -14,9 +14,9 @@
 namespace tessellon {
 namespace {
 
-constexpr QSize pictureSize(84, 58);
-constexpr double radius = 10;
-constexpr double padding = 6;
+constexpr QSize pictureSize(96, 68);
+constexpr double radius = 11;
+constexpr double padding = 7;
 constexpr double spacing = 4;
 
 /// Fills the room with cells of a grid and returns the one that is asked for.
@@ -42,14 +42,14 @@ void drawZones(QPainter& painter, const QRectF& screen) {
                              {isAimed ? palette::ink : palette::line, outline});
         }
     }
-    constexpr double pointerHeight = 24;
-    paintPointer(painter, screen.center() + QPointF(1, -13), pointerHeight);
+    constexpr double pointerHeight = 27;
+    paintPointer(painter, screen.center() + QPointF(1, -15), pointerHeight);
 }
 
 /// The launcher: a line to type in above a grid of tiles.
 void drawLauncher(QPainter& painter, const QRectF& panel) {
-    constexpr double fieldHeight = 13;
-    constexpr double glassSize = 9;
+    constexpr double fieldHeight = 15;
+    constexpr double glassSize = 10;
     constexpr double tileRadius = 3.5;
     constexpr double outline = 1;
     constexpr int columns = 4;

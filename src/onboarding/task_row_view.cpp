@@ -13,7 +13,7 @@
 namespace tessellon {
 namespace {
 
-constexpr int padding = 17;
+constexpr int padding = 20;
 constexpr int spacing = 15;
 constexpr int textSpacing = 3;
 constexpr int badgeSize = 34;

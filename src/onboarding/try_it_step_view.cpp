@@ -11,8 +11,8 @@
 namespace tessellon {
 namespace {
 
-constexpr int rowSpacing = 12;
-constexpr int offerSpacing = 14;
+constexpr int rowSpacing = 14;
+constexpr int offerSpacing = 18;
 constexpr int buttonSpacing = 16;
 constexpr double textSize = 13;
 
