@@ -4,6 +4,7 @@
 #include "onboarding/permission_step_view.h"
 #include "onboarding/try_it_step_view.h"
 #include "onboarding/welcome_step_view.h"
+#include "settings/page_scroll_view.h"
 #include "ui/accessible_role.h"
 #include "ui/palette.h"
 
@@ -16,15 +17,6 @@
 
 namespace tessellon {
 namespace {
-
-// The toolkit's own bar has edges where everything here is round.
-constexpr auto scrollBarStyle = R"(
-    QScrollBar:vertical { background: transparent; width: 8px; margin: 0; border: none; }
-    QScrollBar::handle:vertical { background: #ebdcc6; border-radius: 4px; min-height: 28px; }
-    QScrollBar::handle:vertical:hover { background: #7a6758; }
-    QScrollBar::add-line, QScrollBar::sub-line { height: 0; }
-    QScrollBar::add-page, QScrollBar::sub-page { background: none; }
-)";
 
 TourStep* makeStep(OnboardingModel& model, QWidget* parent) {
     switch (model.step()) {
@@ -48,7 +40,7 @@ bool isReturn(const QKeyEvent& event) {
 OnboardingView::OnboardingView(OnboardingModel& model, QWidget* parent)
     : QWidget(parent),
       model_(model),
-      scroll_(new QScrollArea(this)),
+      scroll_(new PageScroll(this)),
       navigation_(new OnboardingNavigation(model, this)) {
     auto colors = QWidget::palette();
     colors.setColor(QPalette::Window, palette::background);
@@ -56,11 +48,6 @@ OnboardingView::OnboardingView(OnboardingModel& model, QWidget* parent)
     setAutoFillBackground(true);
     setAccessibleRole(*this, QAccessible::Grouping);
 
-    scroll_->setFrameShape(QFrame::NoFrame);
-    scroll_->setWidgetResizable(true);
-    scroll_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    scroll_->setFocusPolicy(Qt::NoFocus);
-    scroll_->verticalScrollBar()->setStyleSheet(QString::fromLatin1(scrollBarStyle));
     auto* const column = new QVBoxLayout(this);
     column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(0);
@@ -94,7 +81,6 @@ void OnboardingView::showStep() {
     shown_ = makeStep(model_, nullptr);
     shown_->setAutoFillBackground(false);
     scroll_->setWidget(shown_);  // deletes the step before
-    scroll_->viewport()->setAutoFillBackground(false);
     scroll_->verticalScrollBar()->setValue(0);
     // What is to be done in the step comes before leaving it.
     QWidget* last = nullptr;

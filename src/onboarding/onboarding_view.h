@@ -6,10 +6,11 @@
 #include "onboarding/onboarding_navigation_view.h"
 #include "onboarding/tour_step_view.h"
 
-#include <QScrollArea>
 #include <QWidget>
 
 namespace tessellon {
+
+class PageScroll;
 
 /// Where the window is lower than it should be, the step scrolls and the bar stays.
 class OnboardingView : public QWidget {
@@ -38,7 +39,7 @@ class OnboardingView : public QWidget {
     bool scroll(int key);
 
     OnboardingModel& model_;
-    QScrollArea* scroll_;
+    PageScroll* scroll_;
     OnboardingNavigation* navigation_;
     TourStep* shown_ = nullptr;
     int shownStep_ = -1;

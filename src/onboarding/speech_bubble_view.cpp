@@ -14,8 +14,8 @@ namespace tessellon {
 namespace {
 
 constexpr int bubbleHeight = 44;
-constexpr double tailWidth = 10;
-constexpr double tailHalf = 6;
+constexpr double tailWidth = 12;
+constexpr double tailHalf = 7;
 constexpr double sidePadding = 16;
 constexpr double spacing = 9;
 constexpr double symbolSize = 20;
@@ -59,9 +59,9 @@ void SpeechBubble::paintEvent(QPaintEvent* /*event*/) {
     QPainterPath tail;
     const double middle = body.center().y();
     tail.moveTo(body.left() + tailWidth, middle - tailHalf);
-    tail.quadTo(QPointF(body.left() - 2, middle), QPointF(inset, middle + tailHalf));
-    tail.quadTo(QPointF(body.left(), middle + tailHalf + 1),
-                QPointF(body.left() + tailWidth, middle + tailHalf - 1));
+    tail.quadTo(QPointF(body.left() + 1, middle), QPointF(inset, middle + tailHalf));
+    tail.quadTo(QPointF(body.left() + 2, middle + tailHalf + 3),
+                QPointF(body.left() + tailWidth, middle + tailHalf + 1));
     tail.closeSubpath();
     const QPainterPath shape = capsule(body) | tail;
     painter.fillPath(shape, palette::paper);

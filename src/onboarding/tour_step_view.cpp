@@ -1,6 +1,7 @@
 #include "onboarding/tour_step_view.h"
 
 #include "onboarding/spoken_text_view.h"
+#include "settings/page_scroll_view.h"
 #include "ui/accessible_role.h"
 #include "ui/palette.h"
 
@@ -28,7 +29,9 @@ QString labelOf(int step) {
 
 TourStep::TourStep(OnboardingModel& model, QWidget* parent)
     : QWidget(parent), model_(model), column_(new QVBoxLayout(this)) {
-    column_->setContentsMargins(sideMargin, topMargin, sideMargin, bottomMargin);
+    // The bar that scrolls the step has its room at the trailing edge.
+    column_->setContentsMargins(sideMargin, topMargin, sideMargin - PageScroll::barWidth,
+                                bottomMargin);
     column_->setSpacing(0);
 }
 

@@ -34,25 +34,22 @@ TryItStep::TryItStep(OnboardingModel& model, QWidget* parent) : TourStep(model, 
     }
     column().addWidget(list);
     column().addSpacing(offerSpacing);
-    offer_ = makeOffer();
-    column().addWidget(offer_);
+    addOffer();
     column().addStretch(1);
     refresh();
 }
 
-QWidget* TryItStep::makeOffer() {
-    auto* const offer = new QWidget(this);
-    auto* const row = new QHBoxLayout(offer);
-    row->setContentsMargins(FocusRing::reach, FocusRing::reach, FocusRing::reach, FocusRing::reach);
+void TryItStep::addOffer() {
+    auto* const row = new QHBoxLayout;
+    row->setContentsMargins(0, FocusRing::reach, 0, FocusRing::reach);
     row->setSpacing(buttonSpacing);
-    offerText_ = new TextLabel({}, textSize, QFont::Medium, palette::muted, TextWrap::words, offer);
+    offerText_ = new TextLabel({}, textSize, QFont::Medium, palette::muted, TextWrap::words, this);
     row->addWidget(offerText_, 1);
-    auto* const accept =
-        new PillButton(QStringLiteral("Use ⌃⌘ instead of ⌃⌥"), PillButtonStyle::quiet, offer);
-    accept->setAccessibleName(spokenText(accept->text()));
-    row->addWidget(accept);
-    connect(accept, &QAbstractButton::clicked, this, [this] { model().useControlCommand(); });
-    return offer;
+    offer_ = new PillButton(QStringLiteral("Use ⌃⌘ instead of ⌃⌥"), PillButtonStyle::quiet, this);
+    offer_->setAccessibleName(spokenText(offer_->text()));
+    row->addWidget(offer_);
+    column().addLayout(row);
+    connect(offer_, &QAbstractButton::clicked, this, [this] { model().useControlCommand(); });
 }
 
 void TryItStep::refresh() {
@@ -64,6 +61,7 @@ void TryItStep::refresh() {
         QString::fromStdString(model().services().keyBindings.shortcutText(SnapAction::leftHalf));
     offerText_->setText(QStringLiteral("Another program holds %1 here.").arg(taken));
     offerText_->setAccessibleName(spokenText(offerText_->text()));
+    offerText_->setVisible(model().offersControlCommand());
     offer_->setVisible(model().offersControlCommand());
 }
 

@@ -17,11 +17,11 @@ class TryItStep : public TourStep {
     void refresh() override;
 
   private:
-    QWidget* makeOffer();
+    void addOffer();
 
     std::vector<TaskRow*> rows_;
-    QWidget* offer_;
     TextLabel* offerText_ = nullptr;
+    PillButton* offer_ = nullptr;
 };
 
 }  // namespace tessellon

@@ -9,6 +9,7 @@
 
 #include <QAccessible>
 #include <QLabel>
+#include <QScrollArea>
 #include <QScrollBar>
 #include <QTest>
 #include <memory>
