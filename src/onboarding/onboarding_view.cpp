@@ -110,6 +110,9 @@ void OnboardingView::focusBestControl() {
     if (!best->isEnabled() && shown_->firstControl() != nullptr) {
         best = shown_->firstControl();
     }
+    // Also where it has the focus already: its ring depends on how it came there, and assistive
+    // technology reads it, with the step, once more.
+    best->clearFocus();
     best->setFocus(lastUse_);
 }
 

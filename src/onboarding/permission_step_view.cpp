@@ -111,6 +111,7 @@ void PermissionStep::refresh() {
     open_->setVisible(!trusted);
     pill_->setState(pillOf(trusted));
     note_->setNote(model().trustNote());
+    open_->setAccessibleDescription(QString::fromStdString(model().trustNote().value_or("")));
 }
 
 }  // namespace tessellon

@@ -3,6 +3,7 @@
 
 #include "onboarding/face_tile_view.h"
 #include "onboarding_fixture.h"
+#include "ui/focus_ring.h"
 #include "ui/palette.h"
 #include "ui/pill_toggle.h"
 #include "ui/ui_fixture.h"
@@ -202,6 +203,25 @@ TEST_F(OnboardingViewTest, WorksByKeyboardAlone) {
     control("Skip")->setFocus();
     type(Qt::Key_Space);
     EXPECT_EQ(focused(), "Finish") << "what had the focus has gone";
+}
+
+TEST_F(OnboardingViewTest, TheFocusIsSeenAfterKeysOnly) {
+    open(2);
+    const auto hasRing = [this](const QString& text) {
+        const auto* const button = control(text);
+        const QPoint beside(-FocusRing::reach + 1, button->height() / 2);
+        const auto at = button->mapTo(view.get(), beside);
+        return shows(view->grab().toImage(), at.x(), at.y(), palette::ink);
+    };
+    EXPECT_FALSE(hasRing("Continue"));
+    click("Skip");
+    EXPECT_EQ(focused(), "Finish");
+    EXPECT_FALSE(hasRing("Finish"));
+    QTest::keyClick(view->focusWidget(), Qt::Key_Backtab);
+    EXPECT_TRUE(hasRing("Back"));
+    QTest::keyClick(view->focusWidget(), Qt::Key_Space);
+    EXPECT_EQ(model->step(), 2);
+    EXPECT_TRUE(hasRing("Continue"));
 }
 
 TEST_F(OnboardingViewTest, AssistiveTechnologyReadsEveryStep) {
