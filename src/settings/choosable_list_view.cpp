@@ -1,7 +1,7 @@
 #include "settings/choosable_list_view.h"
 
+#include "settings/installed_icon_view.h"
 #include "settings/scroll_bar_view.h"
-#include "ui/application_icon.h"
 #include "ui/control_style.h"
 #include "ui/fonts.h"
 #include "ui/palette.h"
@@ -97,7 +97,7 @@ class Delegate : public QStyledItemDelegate {
                             bool isChosen) {
         const QRectF ground = QRectF(option.rect).adjusted(2, 1, -2, -1);
         QColor fill;
-        if (isChosen) {
+        if (isEnabled && isChosen) {
             fill = palette::withOpacity(palette::teal, chosenOpacity);
         } else if (isEnabled && option.state.testFlag(QStyle::State_MouseOver)) {
             fill = palette::withOpacity(palette::line, lightOpacity);
@@ -143,7 +143,7 @@ class Delegate : public QStyledItemDelegate {
 
     const QIcon& icon(const QString& name) const {
         const auto found = icons_.constFind(name);
-        return found != icons_.constEnd() ? *found : *icons_.insert(name, applicationIcon(name));
+        return found != icons_.constEnd() ? *found : *icons_.insert(name, installedIcon(name));
     }
 
     mutable QHash<QString, QIcon> icons_;

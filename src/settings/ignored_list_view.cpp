@@ -1,8 +1,8 @@
 #include "settings/ignored_list_view.h"
 
 #include "settings/flow_view.h"
+#include "settings/installed_icon_view.h"
 #include "ui/accessible_role.h"
-#include "ui/application_icon.h"
 #include "ui/control_style.h"
 #include "ui/focus_ring.h"
 #include "ui/fonts.h"
@@ -87,7 +87,12 @@ class IgnoredPill : public QWidget {
         : QWidget(parent),
           application_(std::move(application)),
           name_(QString::fromStdString(application_.name)),
-          icon_(applicationIcon(QString::fromStdString(application_.icon))),
+          icon_(application_.isInstalled ? installedIcon(QString::fromStdString(application_.icon))
+                                         : QIcon()),
+          nameWidth_(static_cast<int>(std::ceil(textWidth(nameFont(), name_)))),
+          height_(std::max(
+                      {iconSize, removeSize, static_cast<int>(std::ceil(lineHeight(nameFont())))}) +
+                  2 * verticalPadding),
           remove_(new RemoveButton(QStringLiteral("Remove ") + name_, this)) {
         setAccessibleRole(*this, QAccessible::ListItem);
         setAccessibleName(name_);
@@ -104,11 +109,10 @@ class IgnoredPill : public QWidget {
         }
     }
 
-    QSize sizeHint() const override {
-        const auto name = static_cast<int>(std::ceil(textWidth(nameFont(), name_)));
-        return {furniture() + name, height_()};
+    QSize sizeHint() const override { return {furniture() + nameWidth_, height_}; }
+    QSize minimumSizeHint() const override {
+        return {furniture() + std::min(nameWidth_, leastName), height_};
     }
-    QSize minimumSizeHint() const override { return {furniture() + leastName, height_()}; }
 
   protected:
     void paintEvent(QPaintEvent* /*event*/) override {
@@ -121,19 +125,22 @@ class IgnoredPill : public QWidget {
         }
         painter.setFont(nameFont());
         painter.setPen(palette::ink);
-        drawLine(painter, QStyle::visualRect(layoutDirection(), rect(), nameRect()), fittedName(),
+        drawLine(painter, QStyle::visualRect(layoutDirection(), rect(), nameRect()), fittedName_,
                  Qt::AlignLeading);
     }
     void resizeEvent(QResizeEvent* /*event*/) override {
         const QRect place(width() - sidePadding - removeSize, (height() - removeSize) / 2,
                           removeSize, removeSize);
         remove_->setGeometry(QStyle::visualRect(layoutDirection(), rect(), place));
+        const int room = nameRect().width();
+        fittedName_ =
+            room < nameWidth_ ? fitText(name_, room, nameSize, QFont::DemiBold, 1).text : name_;
     }
     bool event(QEvent* event) override {
         if (event->type() == QEvent::ToolTip) {
             const auto position = static_cast<QHelpEvent*>(event)->globalPos();
             // What is cut off can be read in whole; a name is never markup.
-            QToolTip::showText(position, fittedName() != name_ ? name_.toHtmlEscaped() : QString(),
+            QToolTip::showText(position, fittedName_ != name_ ? name_.toHtmlEscaped() : QString(),
                                this);
             return true;
         }
@@ -146,21 +153,17 @@ class IgnoredPill : public QWidget {
         return 2 * sidePadding + (icon_.isNull() ? 0 : iconSize + partSpacing) + partSpacing +
                removeSize;
     }
-    int height_() const {
-        const auto line = static_cast<int>(std::ceil(lineHeight(nameFont())));
-        return std::max({iconSize, removeSize, line}) + 2 * verticalPadding;
-    }
     QRect nameRect() const {
         const int left = sidePadding + (icon_.isNull() ? 0 : iconSize + partSpacing);
         return {left, 0, width() - furniture(), height()};
-    }
-    QString fittedName() const {
-        return fitText(name_, nameRect().width(), nameSize, QFont::DemiBold, 1).text;
     }
 
     IgnoredApplication application_;
     QString name_;
     QIcon icon_;
+    int nameWidth_;
+    int height_;
+    QString fittedName_;
     QColor tint_;
     RemoveButton* remove_;
 };
@@ -243,8 +246,9 @@ void IgnoredList::orderTabs() const {
 }
 
 void IgnoredList::bound(IgnoredPill& pill) const {
+    const auto margins = layout()->contentsMargins();
     pill.setMaximumWidth(
-        std::max(layout()->contentsRect().width(), pill.minimumSizeHint().width()));
+        std::max(width() - margins.left() - margins.right(), pill.minimumSizeHint().width()));
 }
 
 void IgnoredList::resizeEvent(QResizeEvent* /*event*/) {

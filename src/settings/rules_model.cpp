@@ -48,6 +48,7 @@ std::vector<IgnoredApplication> RulesModel::entries() const {
         IgnoredApplication entry;
         entry.name = installed ? withoutBundleEndings(installed->name) : identifier;
         entry.icon = installed ? installed->icon : std::string();
+        entry.isInstalled = installed.has_value();
         entry.identifier = std::move(identifier);
         entries.push_back(std::move(entry));
     }

@@ -22,6 +22,7 @@ struct IgnoredApplication {
     std::string name;
     /// The name or the absolute path of its icon; empty when it has none.
     std::string icon;
+    bool isInstalled = false;
     bool operator==(const IgnoredApplication&) const = default;
 };
 

@@ -82,6 +82,7 @@ RulesPage::RulesPage(const SettingsServices& services, QWidget* parent)
                 makeBoundToggle(services.defaults, preference::ignoreSmall, small, this), this));
     column->addWidget(new Divide(this));
     column->addWidget(makeTip());
+    column->addStretch();
     nothing_->setContentsMargins(FocusRing::reach, 0, FocusRing::reach, 0);
     error_->setContentsMargins(FocusRing::reach, 0, FocusRing::reach, 0);
     list_->setNextControl(*field_);

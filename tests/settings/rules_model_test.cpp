@@ -36,9 +36,9 @@ class RulesModelTest : public SettingsTest {
 TEST_F(RulesModelTest, theListKeepsItsOrderAndNamesWhatIsInstalled) {
     setList("gone.app\nsuite\n\n \torg.example.Draw\t");
     EXPECT_EQ(model.entries(), (std::vector<IgnoredApplication>{
-                                   {"gone.app", "gone.app", ""},
-                                   {"suite", "The Suite", ""},
-                                   {"org.example.Draw", "Draw", "draw"},
+                                   {"gone.app", "gone.app", "", false},
+                                   {"suite", "The Suite", "", true},
+                                   {"org.example.Draw", "Draw", "draw", true},
                                }));
     EXPECT_EQ(model.count(), "3 apps");
     setList("one");
