@@ -118,13 +118,11 @@ void ArrangementRow::showArrangement(std::size_t index) {
     if (isNew || arrangement.placements != shown_.placements) {
         summary_->setText(QString::fromStdString(model_.summary(arrangement)));
     }
-    if (!isNew && arrangement.name != shown_.name) {
-        recorder_->updateTitle();
-    }
     shown_ = arrangement;
     showName(QString::fromStdString(arrangement.name));
     const auto spoken = QString::fromStdString(model_.spokenName(index));
     nameAccessibly(*field_, QStringLiteral("Name of arrangement %1").arg(index + 1));
+    recorder_->setSpokenTitle(spoken);
     nameAccessibly(*apply_, QStringLiteral("Apply ") + spoken);
     nameAccessibly(*delete_, QStringLiteral("Delete ") + spoken);
 }

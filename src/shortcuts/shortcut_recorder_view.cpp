@@ -133,13 +133,21 @@ void ShortcutRecorder::describe() {
     const auto state = recording                 ? recordingText()
                        : shown_ == Shown::record ? QStringLiteral("no shortcut")
                                                  : spokenKeys(keys_);
-    setAccessibleName(QString::fromStdString(recorder_.title(target_)) + QStringLiteral(", ") +
-                      state);
+    const auto title =
+        spokenTitle_.isEmpty() ? QString::fromStdString(recorder_.title(target_)) : spokenTitle_;
+    setAccessibleName(title + QStringLiteral(", ") + state);
     setToolTip(recording ? QStringLiteral("Esc cancels · ⌫ clears")
                          : QStringLiteral("Click to change"));
     setAccessibleDescription(chip_ != nullptr && !chip_->isHidden()
                                  ? takenHelp() + QLatin1Char(' ') + toolTip()
                                  : toolTip());
+}
+
+void ShortcutRecorder::setSpokenTitle(const QString& title) {
+    if (spokenTitle_ != title) {
+        spokenTitle_ = title;
+        describe();
+    }
 }
 
 void ShortcutRecorder::showChip(bool shown) {

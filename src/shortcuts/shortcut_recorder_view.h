@@ -29,8 +29,9 @@ class ShortcutRecorder : public QAbstractButton {
                      QWidget* parent = nullptr);
     ~ShortcutRecorder() override;
 
-    /// Says the target's name anew to assistive technology, after the target was renamed.
-    void updateTitle() { describe(); }
+    /// What assistive technology calls the target instead of its title, which other targets may
+    /// have, too.
+    void setSpokenTitle(const QString& title);
 
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override { return sizeHint(); }
@@ -63,6 +64,7 @@ class ShortcutRecorder : public QAbstractButton {
     Shown shown_ = Shown::record;
     QStringList keys_;
     bool taken_ = false;
+    QString spokenTitle_;
     Chip* chip_ = nullptr;
     Token changed_;
 };
