@@ -14,6 +14,7 @@
 #include <QHBoxLayout>
 #include <QPainter>
 #include <QVBoxLayout>
+#include <cmath>
 #include <cstddef>
 
 namespace tessellon {
@@ -42,7 +43,7 @@ constexpr int dotSize = 10;
 SettingsSidebar::SettingsSidebar(const UserDefaults& defaults, SettingsPage page, QWidget* parent)
     : QWidget(parent), defaults_(defaults) {
     auto* const whole = new QVBoxLayout(this);
-    whole->setContentsMargins(0, 0, static_cast<int>(edgeWidth + 0.5), 0);
+    whole->setContentsMargins(0, 0, static_cast<int>(std::ceil(edgeWidth)), 0);
     auto* const scroll = new PageScroll(this);
     whole->addWidget(scroll);
 
