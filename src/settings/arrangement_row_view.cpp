@@ -7,7 +7,6 @@
 
 #include <QGuiApplication>
 #include <QHBoxLayout>
-#include <QVBoxLayout>
 #include <algorithm>
 #include <limits>
 
@@ -17,6 +16,7 @@ namespace {
 constexpr int padding = 12;
 constexpr int spacing = 10;
 constexpr int summarySpacing = 5;
+constexpr int noteSpacing = 2;
 constexpr double summarySize = 11.5;
 constexpr double keySize = 20;
 constexpr int shortcutWidth = 112;
@@ -72,7 +72,8 @@ ArrangementRow::ArrangementRow(ArrangementsModel& model, Recorder& recorder, con
       apply_(new PillButton(QStringLiteral("Apply"), PillButtonStyle::quiet, PillButtonSize::small,
                             this)),
       delete_(new PillButton(QStringLiteral("Delete"), PillButtonStyle::quiet,
-                             PillButtonSize::small, this)) {
+                             PillButtonSize::small, this)),
+      texts_(new QVBoxLayout) {
     delete_->setSymbol(Symbol::trash);
     field_->setMaxLength(std::numeric_limits<int>::max());
 
@@ -88,10 +89,10 @@ ArrangementRow::ArrangementRow(ArrangementsModel& model, Recorder& recorder, con
     line->addWidget(delete_);
     column().setSpacing(summarySpacing);
     column().addLayout(line);
-    auto* const below = new QHBoxLayout;
-    below->setContentsMargins(nameIndent, 0, 0, 0);
-    below->addWidget(summary_);
-    column().addLayout(below);
+    texts_->setContentsMargins(nameIndent, 0, 0, 0);
+    texts_->setSpacing(noteSpacing);
+    texts_->addWidget(summary_);
+    column().addLayout(texts_);
 
     // Also what an input method or assistive technology writes is an edit.
     connect(field_, &QLineEdit::textChanged, this, [this](const QString& text) {
@@ -106,6 +107,17 @@ ArrangementRow::ArrangementRow(ArrangementsModel& model, Recorder& recorder, con
                                                                      : Qt::MouseFocusReason;
     });
     connect(delete_, &QAbstractButton::clicked, this, [this] { model_.remove(shown_.id); });
+}
+
+void ArrangementRow::showNote(const std::optional<std::string>& note) {
+    if (note_ == nullptr && note) {
+        note_ = new ElidedLabel({}, {.size = summarySize, .color = palette::coral}, this);
+        texts_->addWidget(note_);
+    }
+    if (note_ != nullptr) {
+        note_->setText(QString::fromStdString(note.value_or("")));
+        note_->setVisible(note.has_value());
+    }
 }
 
 std::array<QWidget*, 4> ArrangementRow::controls() const {

@@ -8,8 +8,11 @@
 #include "ui/text_field.h"
 
 #include <QString>
+#include <QVBoxLayout>
 #include <array>
 #include <cstddef>
+#include <optional>
+#include <string>
 
 namespace tessellon {
 
@@ -30,6 +33,9 @@ class ArrangementRow : public Card {
     /// near to where they were as they can.
     void showArrangement(std::size_t index);
 
+    /// Shows a line about the latest recording of its keys, or none.
+    void showNote(const std::optional<std::string>& note);
+
     /// The controls, in the order in which Tab visits them.
     std::array<QWidget*, 4> controls() const;
 
@@ -44,9 +50,11 @@ class ArrangementRow : public Card {
     QString name_;
     TextField* field_;
     ElidedLabel* summary_;
+    ElidedLabel* note_ = nullptr;
     ShortcutRecorder* recorder_;
     PillButton* apply_;
     PillButton* delete_;
+    QVBoxLayout* texts_;
     Qt::FocusReason deletedBy_ = Qt::OtherFocusReason;
 };
 

@@ -46,6 +46,7 @@ ArrangementsPage::ArrangementsPage(const SettingsServices& services, QWidget* pa
     column->addLayout(list_);
     column->addStretch();
     changed_ = model_.changed().subscribe([this] { follow(); });
+    recorderChanged_ = recorder_.changed().subscribe([this] { followRecorder(); });
     follow();
 }
 
@@ -119,6 +120,16 @@ void ArrangementsPage::followList() {
     }
     if (!isInOrder && !before.empty()) {
         orderTabs();
+    }
+}
+
+void ArrangementsPage::followRecorder() {
+    if (const auto& target = recorder_.target()) {
+        const auto* const arrangement = std::get_if<HotkeyTarget::Arrangement>(&target->kind);
+        recorded_ = arrangement != nullptr ? std::optional(arrangement->id) : std::nullopt;
+    }
+    for (auto* const row : rows_) {
+        row->showNote(row->id() == recorded_ ? recorder_.note() : std::nullopt);
     }
 }
 

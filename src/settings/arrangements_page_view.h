@@ -7,6 +7,7 @@
 
 #include <QVBoxLayout>
 #include <QWidget>
+#include <optional>
 #include <vector>
 
 namespace tessellon {
@@ -27,6 +28,7 @@ class ArrangementsPage : public QWidget {
     void addEmptyCard();
     void follow();
     void followList();
+    void followRecorder();
     /// Where the focus goes when its row goes: to the same control of a neighbor.
     void passFocusOn(const std::vector<ArrangementRow*>& before,
                      const std::vector<ArrangementRow*>& gone) const;
@@ -40,7 +42,10 @@ class ArrangementsPage : public QWidget {
     Card* empty_ = nullptr;
     QVBoxLayout* list_ = nullptr;
     std::vector<ArrangementRow*> rows_;
+    /// The one whose keys were recorded last.
+    std::optional<Uuid> recorded_;
     Token changed_;
+    Token recorderChanged_;
 };
 
 }  // namespace tessellon

@@ -143,6 +143,24 @@ TEST_F(ArrangementsPageTest, DeletingEndsARecording) {
     EXPECT_FALSE(hotkeys.recordingPause());
 }
 
+TEST_F(ArrangementsPageTest, TellsAboutARecordingBelowItsRow) {
+    openWith({"One", "Two"});
+    const auto height = page->sizeHint().height();
+    click(*all<ShortcutRecorder>(*page)[1]);
+    EXPECT_EQ(page->sizeHint().height(), height);
+    KeyEvent event;
+    event.keyCode = 123;
+    desktop_.eventMonitors().type(event);
+    EXPECT_TRUE(shows("Add ⌃, ⌥ or ⌘ so it doesn't clash with typing."));
+    event.modifiers = modifier_flag::control | modifier_flag::option;
+    desktop_.eventMonitors().type(event);
+    EXPECT_TRUE(shows("Moved from “Left half”."));
+    const auto rows = all<ArrangementRow>(*page);
+    EXPECT_GT(rows[1]->sizeHint().height(), rows[0]->sizeHint().height());
+    click(*all<ShortcutRecorder>(*page)[1]);
+    EXPECT_EQ(page->sizeHint().height(), height);
+}
+
 TEST_F(ArrangementsPageTest, AppliesTheArrangementOfTheRow) {
     const auto window = EngineTest::open(editor, {300, 300, 400, 300});
     openWith({"Left"});
