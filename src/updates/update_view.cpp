@@ -1,5 +1,6 @@
 #include "updates/update_view.h"
 
+#include "ui/accessible_role.h"
 #include "ui/control_style.h"
 #include "ui/focus_ring.h"
 #include "ui/fonts.h"
@@ -106,6 +107,7 @@ struct Describe {
 
 UpdateView::UpdateView(UpdateModel& model, OpenPage openPage)
     : model_(&model), openPage_(std::move(openPage)) {
+    setAccessibleRole(*this, QAccessible::Window);
     setWindowTitle(QStringLiteral("Tessellon Updates"));
     setWindowIcon(glyphIcon());
     setWindowFlags(Qt::Window | Qt::CustomizeWindowHint | Qt::WindowTitleHint |

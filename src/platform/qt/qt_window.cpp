@@ -2,6 +2,8 @@
 
 #include "platform/qt/screen_coordinates.h"
 
+#include <QAccessible>
+#include <QAccessibleWidget>
 #include <QCloseEvent>
 #include <QGuiApplication>
 #include <QKeyEvent>
@@ -34,6 +36,7 @@ class QtWindow::Frame : public QWidget {
         : QWidget(nullptr, Qt::Window | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
                                Qt::WindowSystemMenuHint | Qt::WindowCloseButtonHint |
                                Qt::WindowMinimizeButtonHint) {
+        QAccessible::installFactory(describe);
         setWindowTitle(content.title);
         setWindowIcon(content.icon);
         // The program goes on without windows.
@@ -58,6 +61,14 @@ class QtWindow::Frame : public QWidget {
             return;
         }
         QWidget::keyPressEvent(event);
+    }
+
+  private:
+    // The toolkit takes every window that is no main window or dialog of its own for a mere box,
+    // and nobody is told when it becomes active.
+    static QAccessibleInterface* describe(const QString& /*className*/, QObject* object) {
+        auto* const frame = dynamic_cast<Frame*>(object);
+        return frame != nullptr ? new QAccessibleWidget(frame, QAccessible::Window) : nullptr;
     }
 };
 
