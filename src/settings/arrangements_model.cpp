@@ -64,7 +64,7 @@ std::string ArrangementsModel::summary(const Arrangement& arrangement) const {
 
 std::string ArrangementsModel::spokenName(std::size_t index) const {
     const auto& name = list_[index].name;
-    const auto number = "arrangement " + std::to_string(index + 1);
+    auto number = "arrangement " + std::to_string(index + 1);
     if (trimWhitespace(plainText(name)).empty()) {
         return number;
     }
