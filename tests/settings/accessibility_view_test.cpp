@@ -10,8 +10,21 @@
 namespace tessellon {
 namespace {
 
+/// With a few of everything that the pages list.
 class SettingsAccessibility : public SettingsViewTest,
-                              public testing::WithParamInterface<SettingsPage> {};
+                              public testing::WithParamInterface<SettingsPage> {
+  protected:
+    SettingsAccessibility() {
+        directory.installed = {{"org.example.Editor", "Editor", ""}};
+        defaults_.setString(preference::ignored, "org.example.Editor,org.example.Gone");
+        for (const auto* const name : {"Work", ""}) {
+            addArrangement(
+                store,
+                Arrangement{
+                    .id = Uuid::random(), .name = name, .placements = {}, .combo = std::nullopt});
+        }
+    }
+};
 
 TEST_P(SettingsAccessibility, EveryControlIsDescribedAndReachedByTab) {
     SettingsView view(settings(), GetParam());
