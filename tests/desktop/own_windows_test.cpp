@@ -59,7 +59,7 @@ TEST_P(OwnWindowsTest, theSettingsComeToTheFrontFromThePanel) {
     openedAt(pointerHome);
     desktop().keyboard().combination({Key::leftSuper}, Key::comma);
     EXPECT_TRUE(waitUntilClosed());
-    const auto settings = windowTitled(settingsTitle);
+    auto settings = windowTitled(settingsTitle);
     ASSERT_TRUE(settings);
     EXPECT_TRUE(waitUntilActive(*settings)) << "opened by keys";
     expectInTheMiddle(*settings, 900, 720);
@@ -68,7 +68,9 @@ TEST_P(OwnWindowsTest, theSettingsComeToTheFrontFromThePanel) {
     const auto comesBack = [&](const std::string& from) {
         click(openedAt(pointerHome).settings());
         EXPECT_TRUE(waitUntilClosed());
-        EXPECT_EQ(windowTitled(settingsTitle), settings) << from;
+        // One that was closed may come back as another window of the display's.
+        settings = windowTitled(settingsTitle);
+        ASSERT_TRUE(settings) << from;
         EXPECT_TRUE(waitUntilActive(*settings)) << from;
     };
     desktop().windows().activate(clock);

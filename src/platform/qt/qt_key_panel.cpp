@@ -4,6 +4,9 @@
 
 #include <QApplication>
 #include <QCoreApplication>
+#include <QGuiApplication>
+#include <QWidget>
+#include <QWindow>
 #include <utility>
 
 namespace tessellon {
@@ -48,7 +51,10 @@ void QtKeyPanel::orderOut() {
 void QtKeyPanel::releaseKeyboard() {
     focus_.reset();
     if (QApplication::activeWindow() == &window()) {
-        QApplication::setActiveWindow(nullptr);
+        // The window of ours that has had the focus all the while, if there is one.
+        const auto* const focused = QGuiApplication::focusWindow();
+        QApplication::setActiveWindow(focused != nullptr ? QWidget::find(focused->winId())
+                                                         : nullptr);
     }
 }
 

@@ -25,6 +25,12 @@ void handleMessage(QtMsgType type, const QMessageLogContext& /*context*/, const 
         }
         return;
     }
+    // A panel is taken for the active window while it has the keyboard. When the focus is with
+    // another window of ours, the toolkit would give it to the panel, which must not have it.
+    if (message.startsWith(QLatin1String("requestActivate() called for")) &&
+        message.contains(QLatin1String("WindowDoesNotAcceptFocus"))) {
+        return;
+    }
     const std::string text = message.toStdString();
     switch (type) {
         case QtDebugMsg:
