@@ -20,6 +20,7 @@ OnboardingModel::OnboardingModel(const OnboardingServices& services, int step,
       trusted_(services.accessibility.isTrusted()),
       shortcutTask_(shortcutTask(services.keyBindings, services.hotkeys)),
       offer_(services.keyBindings, services.hotkeys, services.notifications),
+      controlCommandReason_(reasonForControlCommand()),
       launchAtLogin_(isRegisteredAtLogin()) {
     timer_ = services_.runLoop.every(pollPeriod, [this] { poll(); });
     observer_ = services_.notifications.observe(
@@ -32,8 +33,8 @@ OnboardingModel::OnboardingModel(const OnboardingServices& services, int step,
         });
     hotkeysChanged_ = services_.notifications.observe(
         notification::hotkeysChanged,
-        [this](const NotificationCenter::Object& /*object*/) { updateShortcutTask(); });
-    offerChanged_ = offer_.changed().subscribe([this] { changed_.emit(); });
+        [this](const NotificationCenter::Object& /*object*/) { updateShortcuts(); });
+    offerChanged_ = offer_.changed().subscribe([this] { updateShortcuts(); });
 }
 
 void OnboardingModel::goTo(int step) {
@@ -46,11 +47,6 @@ void OnboardingModel::requestTrust() {
     trustNote_ = services_.accessibility.requestTrust();
     poll();
     changed_.emit();
-}
-
-bool OnboardingModel::offersControlCommand() const {
-    const auto& taken = services_.hotkeys.takenTargets();
-    return offer_.isDue() && taken.contains(HotkeyTarget::snap(SnapAction::leftHalf));
 }
 
 void OnboardingModel::useControlCommand() {
@@ -72,9 +68,11 @@ void OnboardingModel::setLaunchAtLogin(bool launches) {
     changed_.emit();
 }
 
-void OnboardingModel::finish() const {
-    const auto finish = finish_;  // the model may not survive it
-    finish();
+void OnboardingModel::finish() {
+    // The model may not survive it.
+    if (const auto finish = std::exchange(finish_, nullptr)) {
+        finish();
+    }
 }
 
 void OnboardingModel::stop() {
@@ -95,15 +93,28 @@ void OnboardingModel::poll() {
     changed_.emit();
 }
 
-void OnboardingModel::updateShortcutTask() {
+void OnboardingModel::updateShortcuts() {
     // While a shortcut is recorded none is registered, which says nothing of what works.
     if (services_.hotkeys.recordingPause()) {
         return;
     }
     auto task = shortcutTask(services_.keyBindings, services_.hotkeys);
-    if (std::exchange(shortcutTask_, task) != task) {
+    auto reason = reasonForControlCommand();
+    const bool isSame = task == shortcutTask_ && reason == controlCommandReason_;
+    shortcutTask_ = std::move(task);
+    controlCommandReason_ = std::move(reason);
+    if (!isSame) {
         changed_.emit();
     }
+}
+
+std::optional<std::string> OnboardingModel::reasonForControlCommand() const {
+    const auto& taken = services_.hotkeys.takenTargets();
+    if (!offer_.isDue() || !taken.contains(HotkeyTarget::snap(SnapAction::leftHalf))) {
+        return std::nullopt;
+    }
+    return "Another program holds " + services_.keyBindings.shortcutText(SnapAction::leftHalf) +
+           " here.";
 }
 
 bool OnboardingModel::isRegisteredAtLogin() const {

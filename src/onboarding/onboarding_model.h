@@ -67,9 +67,10 @@ class OnboardingModel {
     /// What the shortcut that is to be tried does.
     SnapAction actionToTry() const { return shortcutTask_.action; }
 
-    /// Whether to offer ⌃⌘ instead of ⌃⌥: another program has the shortcut that would be tried
-    /// first.
-    bool offersControlCommand() const;
+    /// Why to offer ⌃⌘ instead of ⌃⌥, in a sentence: another program has the shortcut that would be
+    /// tried first. Nothing when there is no reason. While a shortcut is recorded it stays as it
+    /// was before.
+    const std::optional<std::string>& controlCommandReason() const { return controlCommandReason_; }
     void useControlCommand();
 
     /// Whether the program starts at login, as its switch shows it.
@@ -80,8 +81,8 @@ class OnboardingModel {
     /// when it fails.
     void setLaunchAtLogin(bool launches);
 
-    /// Ends the tour for good.
-    void finish() const;
+    /// Ends the tour for good; only the first call does.
+    void finish();
 
     /// Stops watching, once the tour is not to be seen any more.
     void stop();
@@ -91,7 +92,8 @@ class OnboardingModel {
 
   private:
     void poll();
-    void updateShortcutTask();
+    void updateShortcuts();
+    std::optional<std::string> reasonForControlCommand() const;
     bool isRegisteredAtLogin() const;
 
     OnboardingServices services_;
@@ -102,6 +104,7 @@ class OnboardingModel {
     std::set<Tour::Event> done_;
     ShortcutTask shortcutTask_;
     ControlCommandOffer offer_;
+    std::optional<std::string> controlCommandReason_;
     bool launchAtLogin_;
     std::optional<std::string> loginNote_;
     Token timer_;

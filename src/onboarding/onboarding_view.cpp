@@ -63,15 +63,15 @@ OnboardingView::~OnboardingView() {
 }
 
 void OnboardingView::refresh() {
+    const auto* const focused = focusWidget();
     navigation_->refresh();
     if (shownStep_ != model_.step()) {
         showStep();
         return;
     }
-    auto* const before = focusWidget();
     shown_->refresh();
     // A button that has done its work may be gone.
-    if (before == nullptr || !before->isVisibleTo(this) || !before->isEnabled()) {
+    if (focused != nullptr && !(focused->isVisibleTo(this) && focused->isEnabled())) {
         focusBestControl();
     }
 }

@@ -102,7 +102,9 @@ ShortcutTask shortcutTask(const KeyBindings& bindings, const Hotkeys& hotkeys) {
     auto shortcuts = registeredSnaps(bindings, hotkeys);
     if (shortcuts.empty()) {
         const auto leftHalf = HotkeyTarget::snap(SnapAction::leftHalf);
-        shortcuts.push_back({SnapAction::leftHalf, defaultCombo(leftHalf).value_or(KeyCombo{})});
+        const auto bound = bindings.comboFor(leftHalf);
+        shortcuts.push_back(
+            {SnapAction::leftHalf, bound ? *bound : defaultCombo(leftHalf).value_or(KeyCombo{})});
     }
     const auto& [action, combo] = shortcuts.front();
     const auto modifiers = joined(modifierGlyphs(usualModifiers(shortcuts)));

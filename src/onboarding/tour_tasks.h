@@ -25,7 +25,8 @@ struct ShortcutTask {
 };
 
 /// Names the left half's shortcut where that is registered, else the first snap's that is. As long
-/// as nothing could be registered yet, and where every shortcut is taken, it is the built-in one.
+/// as nothing could be registered yet, and where every shortcut is taken, it is the one that the
+/// left half is bound to, or the built-in one where it is bound to none.
 ShortcutTask shortcutTask(const KeyBindings& bindings, const Hotkeys& hotkeys);
 
 /// The first task that is not done is the current one.

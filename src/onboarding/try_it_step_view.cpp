@@ -57,12 +57,11 @@ void TryItStep::refresh() {
     for (std::size_t i = 0; i < rows_.size(); ++i) {
         rows_[i]->setTask(tasks[i], model().actionToTry());
     }
-    const auto taken =
-        QString::fromStdString(model().services().keyBindings.shortcutText(SnapAction::leftHalf));
-    offerText_->setText(QStringLiteral("Another program holds %1 here.").arg(taken));
+    const auto& reason = model().controlCommandReason();
+    offerText_->setText(QString::fromStdString(reason.value_or("")));
     offerText_->setAccessibleName(spokenText(offerText_->text()));
-    offerText_->setVisible(model().offersControlCommand());
-    offer_->setVisible(model().offersControlCommand());
+    offerText_->setVisible(reason.has_value());
+    offer_->setVisible(reason.has_value());
 }
 
 }  // namespace tessellon

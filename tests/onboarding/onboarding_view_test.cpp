@@ -195,8 +195,12 @@ TEST_F(OnboardingViewTest, WorksByKeyboardAlone) {
     EXPECT_EQ(order, (QStringList{"Launch at login", "⌘-drag to snap", "Show snap preview", "Back",
                                   "Finish"}));
     view->focusWidget()->clearFocus();
+    happens(Tour::Event::drag);
+    EXPECT_EQ(focused(), "") << "nothing here has changed";
     type(Qt::Key_Return);
     EXPECT_EQ(finished, 1) << "the primary button is the default one";
+    type(Qt::Key_Return);
+    EXPECT_EQ(finished, 1) << "and the tour is over";
     control("Back")->setFocus();
     type(Qt::Key_Return);
     EXPECT_EQ(model->step(), 2) << "unless another one has the focus";
