@@ -18,16 +18,21 @@
 #include "settings/settings_view.h"
 #include "statistics.h"
 #include "ui/glyph.h"
+#include "ui/icon_theme.h"
 #include "ui/pill_slider.h"
 
 #include <QApplication>
 #include <QCursor>
+#include <QDirIterator>
+#include <QFileInfo>
 #include <QMouseEvent>
 #include <QWindow>
+#include <algorithm>
 #include <cstdlib>
 #include <iostream>
 #include <memory>
 #include <string>
+#include <vector>
 
 namespace {
 
@@ -36,6 +41,7 @@ using namespace tessellon::benchmarks;
 
 constexpr int rounds = 21;
 constexpr int savedArrangements = 5;
+constexpr std::size_t manyApplications = 60;
 
 /// All that the settings read and change.
 struct Everything {
@@ -77,6 +83,41 @@ struct Everything {
                 "1.2.3"};
     }
 };
+
+/// The icons of applications that this machine has: their names, or the files where no theme finds
+/// them.
+std::vector<std::string> someIcons() {
+    std::vector<std::string> icons;
+    for (const auto& folder : iconThemeFolders()) {
+        QDirIterator files(folder, {QStringLiteral("*.png"), QStringLiteral("*.svg")}, QDir::Files,
+                           QDirIterator::Subdirectories);
+        while (files.hasNext()) {
+            const auto path = files.next();
+            if (path.contains(QStringLiteral("/apps/"))) {
+                icons.push_back(QFileInfo(path).completeBaseName().toStdString());
+            }
+        }
+    }
+    std::ranges::sort(icons);
+    const auto repeated = std::ranges::unique(icons);
+    icons.erase(repeated.begin(), repeated.end());
+    return icons;
+}
+
+/// Has the Rules page list many applications that are installed, each with an icon while there are
+/// so many.
+void ignoreMany(Everything& everything) {
+    const auto icons = someIcons();
+    std::vector<std::string> identifiers;
+    for (std::size_t at = 0; at < manyApplications; ++at) {
+        const auto number = std::to_string(at + 1);
+        const auto icon = icons.empty() ? std::string() : icons[at % icons.size()];
+        identifiers.push_back("org.example.Application" + number);
+        everything.directory.installed.push_back(
+            {identifiers.back(), "Application " + number, icon});
+    }
+    setIgnoredApplications(everything.defaults, identifiers);
+}
 
 /// Has everything drawn that waits for it, and returns when the server has done so.
 void settle() {
@@ -129,6 +170,9 @@ int main(int argc, char** argv) {
 
     for (int round = 0; round < rounds; ++round) {
         for (const auto page : allSettingsPages) {
+            if (page == view->page()) {
+                continue;  // only the one it opens at
+            }
             const auto began = Clock::now();
             view->setPage(page);
             settle();
@@ -137,7 +181,16 @@ int main(int argc, char** argv) {
         }
     }
     view->setPage(SettingsPage::general);
+    ignoreMany(everything);
     settle();
+    for (int round = 0; round < rounds; ++round) {
+        const auto began = Clock::now();
+        view->setPage(SettingsPage::rules);
+        settle();
+        print("page Rules, 60 applications", began);
+        view->setPage(SettingsPage::general);
+        settle();
+    }
     if (auto* const slider = view->findChild<PillSlider*>()) {
         drag(*slider);
     }

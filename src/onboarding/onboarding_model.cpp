@@ -35,6 +35,7 @@ OnboardingModel::OnboardingModel(const OnboardingServices& services, int step,
         notification::hotkeysChanged,
         [this](const NotificationCenter::Object& /*object*/) { updateShortcuts(); });
     offerChanged_ = offer_.changed().subscribe([this] { updateShortcuts(); });
+    loginItemChanged_ = services_.loginItem.changed().subscribe([this] { followLoginItem(); });
 }
 
 void OnboardingModel::goTo(int step) {
@@ -58,11 +59,9 @@ void OnboardingModel::setLaunchAtLogin(bool launches) {
     launchAtLogin_ = launches;
     if (launches != current) {
         auto& item = services_.loginItem;
-        loginNote_ = launches ? item.registerItem() : item.unregisterItem();
-        if (loginNote_) {
+        if (auto problem = launches ? item.registerItem() : item.unregisterItem()) {
             launchAtLogin_ = current;
-        } else if (item.status() == LoginItemStatus::requiresApproval) {
-            loginNote_ = "Approve in System Settings › Login Items";
+            loginNote_ = std::move(problem);
         }
     }
     changed_.emit();
@@ -80,6 +79,7 @@ void OnboardingModel::stop() {
     observer_.reset();
     hotkeysChanged_.reset();
     offerChanged_.reset();
+    loginItemChanged_.reset();
 }
 
 void OnboardingModel::poll() {
@@ -115,6 +115,15 @@ std::optional<std::string> OnboardingModel::reasonForControlCommand() const {
     }
     return "Another program holds " + services_.keyBindings.shortcutText(SnapAction::leftHalf) +
            " here.";
+}
+
+void OnboardingModel::followLoginItem() {
+    launchAtLogin_ = isRegisteredAtLogin();
+    loginNote_.reset();
+    if (services_.loginItem.status() == LoginItemStatus::requiresApproval) {
+        loginNote_ = "Approve in System Settings › Login Items";
+    }
+    changed_.emit();
 }
 
 bool OnboardingModel::isRegisteredAtLogin() const {

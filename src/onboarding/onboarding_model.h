@@ -73,7 +73,8 @@ class OnboardingModel {
     const std::optional<std::string>& controlCommandReason() const { return controlCommandReason_; }
     void useControlCommand();
 
-    /// Whether the program starts at login, as its switch shows it.
+    /// Whether the program starts at login, as its switch shows it; also when it was changed in the
+    /// settings.
     bool launchAtLogin() const { return launchAtLogin_; }
     /// What the user should know of the last change of it.
     const std::optional<std::string>& loginNote() const { return loginNote_; }
@@ -95,6 +96,7 @@ class OnboardingModel {
     void updateShortcuts();
     std::optional<std::string> reasonForControlCommand() const;
     bool isRegisteredAtLogin() const;
+    void followLoginItem();
 
     OnboardingServices services_;
     int step_;
@@ -111,6 +113,7 @@ class OnboardingModel {
     Token observer_;
     Token hotkeysChanged_;
     Token offerChanged_;
+    Token loginItemChanged_;
     Signal<> changed_;
 };
 

@@ -1,6 +1,8 @@
 // The port through which the program is started when the user logs in.
 #pragma once
 
+#include "base/signal.h"
+
 #include <optional>
 #include <string>
 
@@ -28,6 +30,14 @@ class LoginItem {
     /// Shows the user where the desktop lists the programs that start at login. False when this
     /// desktop has nothing that could be opened.
     virtual bool openSystemSettings() = 0;
+
+    /// Emitted after this program has registered itself or taken itself off. Nobody tells of what
+    /// the user or the desktop changes.
+    const Signal<>& changed() const { return changed_; }
+
+  protected:
+    LoginItem() = default;
+    Signal<> changed_;
 };
 
 }  // namespace tessellon

@@ -75,6 +75,7 @@ ArrangementRow::ArrangementRow(ArrangementsModel& model, Recorder& recorder, con
                              PillButtonSize::small, this)),
       texts_(new QVBoxLayout) {
     delete_->setSymbol(Symbol::trash);
+    field_->setEscape(EscapeInField::leaves);
     field_->setMaxLength(std::numeric_limits<int>::max());
 
     // As wide while keys are recorded as before.

@@ -1,6 +1,7 @@
 #include "settings/display_card_view.h"
 
 #include "settings/divide_view.h"
+#include "settings/elided_label_view.h"
 #include "settings/row_view.h"
 #include "settings/slider_row_view.h"
 #include "ui/accessible_role.h"
@@ -112,8 +113,9 @@ QWidget* DisplayCard::makeHead(const DisplayEntry& display, int position) {
     texts->setSpacing(textSpacing);
     auto* const title = new QHBoxLayout;
     title->setSpacing(chipSpacing);
-    title->addWidget(new TextLabel(QString::fromStdString(display.name), nameSize, QFont::Bold,
-                                   palette::ink, TextWrap::words, head));
+    title->addWidget(
+        new ElidedLabel(QString::fromStdString(display.name),
+                        {.size = nameSize, .weight = QFont::Bold, .color = palette::ink}, head));
     if (display.isMain) {
         title->addWidget(new Chip(QStringLiteral("Main"), palette::teal, ChipDot::none, head), 0,
                          Qt::AlignVCenter);

@@ -2,6 +2,7 @@
 
 #include "app/preferences.h"
 
+#include <algorithm>
 #include <cmath>
 #include <string_view>
 #include <utility>
@@ -9,8 +10,14 @@
 namespace tessellon {
 namespace {
 
+/// Whole, and within what a display may measure.
+std::string lengthText(double length) {
+    constexpr double longest = 999999;
+    return std::to_string(std::lround(std::clamp(length, 0.0, longest)));
+}
+
 std::string sizeText(double width, double height) {
-    return std::to_string(std::lround(width)) + " × " + std::to_string(std::lround(height));
+    return lengthText(width) + " × " + lengthText(height);
 }
 
 std::string sizeLine(const Screen& screen) {

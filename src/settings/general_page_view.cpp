@@ -13,6 +13,7 @@
 #include "ui/palette.h"
 #include "ui/text_label.h"
 
+#include <QEvent>
 #include <QHBoxLayout>
 #include <QVBoxLayout>
 
@@ -97,9 +98,8 @@ Row* GeneralPage::makeLoginRow() {
             [this](bool launches) { login_.choose(launches); });
     connect(openLoginItems_, &QAbstractButton::clicked, this, [this] {
         if (!loginItem_.openSystemSettings()) {
-            loginError_->setText(QStringLiteral(
+            showLoginError(QStringLiteral(
                 "Couldn't find where this desktop lists the programs that start at login."));
-            loginError_->show();
         }
     });
     return row;
@@ -195,8 +195,23 @@ void GeneralPage::showLogin() {
                                  : QStringLiteral("Start snapping as soon as your Mac wakes up."));
     openLoginItems_->setVisible(waits);
     const auto& error = login_.loginError();
-    loginError_->setText(error ? QString::fromStdString(*error) : QString());
-    loginError_->setVisible(error.has_value());
+    showLoginError(error ? QString::fromStdString(*error) : QString());
+}
+
+void GeneralPage::showLoginError(const QString& error) {
+    loginError_->setText(error);
+    loginError_->setVisible(!error.isEmpty());
+    const auto subtitle = loginRow_->subtitle();
+    loginToggle_->setAccessibleDescription(error.isEmpty() ? subtitle
+                                                           : error + QLatin1Char(' ') + subtitle);
+}
+
+void GeneralPage::changeEvent(QEvent* event) {
+    // The user may come back from where the desktop lists what starts at login.
+    if (event->type() == QEvent::ActivationChange && isActiveWindow()) {
+        login_.refresh();
+    }
+    QWidget::changeEvent(event);
 }
 
 void GeneralPage::showGaps() {

@@ -21,12 +21,17 @@ class GeneralPage : public QWidget {
     /// Shows everything as it is now; what `services` names must outlive the page.
     explicit GeneralPage(const SettingsServices& services, QWidget* parent = nullptr);
 
+  protected:
+    void changeEvent(QEvent* event) override;
+
   private:
     Card* makeSnapping();
     Row* makeLoginRow();
     Card* makeGaps();
     Card* makeTiling();
     void showLogin();
+    /// Below the row, and with what assistive technology says of its switch; empty: none.
+    void showLoginError(const QString& error);
     void showGaps();
     void showTiling();
 

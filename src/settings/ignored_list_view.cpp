@@ -11,16 +11,19 @@
 #include "ui/symbols.h"
 
 #include <QAbstractButton>
+#include <QElapsedTimer>
 #include <QFontMetricsF>
 #include <QHelpEvent>
-#include <QIcon>
+#include <QImage>
 #include <QKeyEvent>
 #include <QPainter>
 #include <QStyle>
+#include <QTimerEvent>
 #include <QToolTip>
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <optional>
 #include <utility>
 
 namespace tessellon {
@@ -40,6 +43,8 @@ constexpr int removeSize = 18;
 constexpr double crossSize = 12;
 constexpr double crossStroke = 3;
 constexpr int leastName = 24;
+// What is left of a frame after the page has been drawn goes into looking for icons.
+constexpr int searchMilliseconds = 4;
 
 QFont nameFont() {
     return interfaceFont(nameSize, QFont::DemiBold);
@@ -83,12 +88,11 @@ class RemoveButton : public QAbstractButton {
 
 class IgnoredPill : public QWidget {
   public:
-    IgnoredPill(IgnoredApplication application, QWidget* parent)
-        : QWidget(parent),
+    IgnoredPill(IgnoredApplication application, IgnoredList* list)
+        : QWidget(list),
+          list_(*list),
           application_(std::move(application)),
           name_(QString::fromStdString(application_.name)),
-          icon_(application_.isInstalled ? installedIcon(QString::fromStdString(application_.icon))
-                                         : QIcon()),
           nameWidth_(static_cast<int>(std::ceil(textWidth(nameFont(), name_)))),
           height_(std::max(
                       {iconSize, removeSize, static_cast<int>(std::ceil(lineHeight(nameFont())))}) +
@@ -109,6 +113,14 @@ class IgnoredPill : public QWidget {
         }
     }
 
+    /// Has been drawn without its icon, which has not been looked for yet.
+    bool waitsForIcon() const { return waitsForIcon_; }
+    void findIcon() {
+        icon_ = picture().find();
+        waitsForIcon_ = false;
+        update();
+    }
+
     QSize sizeHint() const override { return {furniture() + nameWidth_, height_}; }
     QSize minimumSizeHint() const override {
         return {furniture() + std::min(nameWidth_, leastName), height_};
@@ -119,9 +131,9 @@ class IgnoredPill : public QWidget {
         QPainter painter(this);
         paintCapsule(painter, rect(), palette::withOpacity(tint_, tintOpacity),
                      {palette::ink, control_style::outline});
-        if (!icon_.isNull()) {
+        if (application_.isInstalled) {
             const QRect square(sidePadding, (height() - iconSize) / 2, iconSize, iconSize);
-            icon_.paint(&painter, QStyle::visualRect(layoutDirection(), rect(), square));
+            paintIcon(painter, QStyle::visualRect(layoutDirection(), rect(), square));
         }
         painter.setFont(nameFont());
         painter.setPen(palette::ink);
@@ -149,18 +161,39 @@ class IgnoredPill : public QWidget {
 
   private:
     /// All that the name shares the pill with.
-    int furniture() const {
-        return 2 * sidePadding + (icon_.isNull() ? 0 : iconSize + partSpacing) + partSpacing +
-               removeSize;
+    int furniture() const { return nameLeft() + partSpacing + removeSize + sidePadding; }
+    int nameLeft() const {
+        return sidePadding + (application_.isInstalled ? iconSize + partSpacing : 0);
     }
-    QRect nameRect() const {
-        const int left = sidePadding + (icon_.isNull() ? 0 : iconSize + partSpacing);
-        return {left, 0, width() - furniture(), height()};
+    QRect nameRect() const { return {nameLeft(), 0, width() - furniture(), height()}; }
+
+    InstalledPicture picture() const {
+        return {QString::fromStdString(application_.icon), iconSize, devicePixelRatio()};
     }
+    void paintIcon(QPainter& painter, const QRect& square) {
+        if (!icon_ || (!icon_->isNull() && icon_->devicePixelRatio() > devicePixelRatio())) {
+            icon_ = picture().known();
+        }
+        if (!icon_) {
+            waitsForIcon_ = true;
+            list_.findIconsSoon();
+        } else if (icon_->isNull()) {
+            drawSymbol(painter, Symbol::squareGrid2x2, square, palette::muted);
+        } else {
+            // As large as the picture is, which may be less than there is room for.
+            QRectF frame(QPointF(), icon_->deviceIndependentSize());
+            frame.moveCenter(QRectF(square).center());
+            painter.drawImage(frame, *icon_);
+        }
+    }
+
+    IgnoredList& list_;
 
     IgnoredApplication application_;
     QString name_;
-    QIcon icon_;
+    /// Null when there is none; nothing before it was looked for.
+    std::optional<QImage> icon_;
+    bool waitsForIcon_ = false;
     int nameWidth_;
     int height_;
     QString fittedName_;
@@ -245,16 +278,43 @@ void IgnoredList::orderTabs() const {
     }
 }
 
+/// Only a pill that has to be cut gets a bound, since that lays the whole list out again.
 void IgnoredList::bound(IgnoredPill& pill) const {
-    const auto margins = layout()->contentsMargins();
-    pill.setMaximumWidth(
-        std::max(width() - margins.left() - margins.right(), pill.minimumSizeHint().width()));
+    const bool isCut = room_ && pill.sizeHint().width() > *room_;
+    pill.setMaximumWidth(isCut ? std::max(*room_, pill.minimumSizeHint().width())
+                               : QWIDGETSIZE_MAX);
 }
 
 void IgnoredList::resizeEvent(QResizeEvent* /*event*/) {
+    room_ = layout()->contentsRect().width();
     for (auto* const pill : pills_) {
         bound(*pill);
     }
+}
+
+void IgnoredList::findIconsSoon() {
+    if (!search_.isActive()) {
+        search_.start(0, this);
+    }
+}
+
+void IgnoredList::timerEvent(QTimerEvent* event) {
+    if (event->timerId() != search_.timerId()) {
+        QWidget::timerEvent(event);
+        return;
+    }
+    QElapsedTimer elapsed;
+    elapsed.start();
+    for (auto* const pill : pills_) {
+        if (!pill->waitsForIcon()) {
+            continue;
+        }
+        if (elapsed.elapsed() >= searchMilliseconds) {
+            return;
+        }
+        pill->findIcon();
+    }
+    search_.stop();
 }
 
 }  // namespace tessellon

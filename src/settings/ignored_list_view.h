@@ -4,7 +4,9 @@
 #include "base/signal.h"
 #include "settings/rules_model.h"
 
+#include <QBasicTimer>
 #include <QWidget>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -30,14 +32,22 @@ class IgnoredList : public QWidget {
 
   protected:
     void resizeEvent(QResizeEvent* event) override;
+    void timerEvent(QTimerEvent* event) override;
 
   private:
+    friend class IgnoredPill;
+
+    /// Once what is due has been drawn, and a few at a time.
+    void findIconsSoon();
     void bound(IgnoredPill& pill) const;
     void orderTabs() const;
     int focusedPill() const;
 
     std::vector<IgnoredPill*> pills_;
     QWidget* next_ = nullptr;
+    /// The width for the pills; nothing before the list has been laid out.
+    std::optional<int> room_;
+    QBasicTimer search_;
     Signal<std::string> removed_;
 };
 

@@ -48,6 +48,10 @@ void Row::setSubtitle(const QString& subtitle) {
     }
 }
 
+QString Row::subtitle() const {
+    return subtitle_ != nullptr ? subtitle_->text() : QString();
+}
+
 void Row::addBeside(QWidget* control) {
     auto* const line = static_cast<QHBoxLayout*>(layout());
     line->insertWidget(line->indexOf(trailing_), control, 0, Qt::AlignVCenter);

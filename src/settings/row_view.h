@@ -17,6 +17,8 @@ class Row : public QWidget {
         QWidget* parent = nullptr);
 
     void setSubtitle(const QString& subtitle);
+    /// Empty when there is none.
+    QString subtitle() const;
 
     /// Puts another control before the one at the trailing edge; takes it as its child.
     void addBeside(QWidget* control);

@@ -12,11 +12,20 @@ namespace {
 constexpr std::string_view bundleEnding = ".app";
 constexpr std::string_view entryEnding = ".desktop";
 
-std::string withoutBundleEndings(std::string name) {
-    for (auto at = name.find(bundleEnding); at != std::string::npos; at = name.find(bundleEnding)) {
-        name.erase(at, bundleEnding.size());
+/// The text with every one of them cut out; what that joins to another one stays.
+std::string withoutBundleEndings(std::string text) {
+    for (auto at = text.find(bundleEnding); at != std::string::npos;
+         at = text.find(bundleEnding, at)) {
+        text.erase(at, bundleEnding.size());
     }
-    return name;
+    return text;
+}
+
+/// For people. An application that has no name of its own goes by its identifier, which is shown as
+/// it is.
+std::string shownName(const InstalledApplication& application) {
+    return application.name == application.identifier ? application.name
+                                                      : withoutBundleEndings(application.name);
 }
 
 /// The text without the ending, in any letter case; nothing when it has another one.
@@ -46,7 +55,7 @@ std::vector<IgnoredApplication> RulesModel::entries() const {
     for (auto& identifier : ignoredApplications(defaults_)) {
         const auto installed = directory_.withIdentifier(identifier);
         IgnoredApplication entry;
-        entry.name = installed ? withoutBundleEndings(installed->name) : identifier;
+        entry.name = installed ? shownName(*installed) : identifier;
         entry.icon = installed ? installed->icon : std::string();
         entry.isInstalled = installed.has_value();
         entry.identifier = std::move(identifier);

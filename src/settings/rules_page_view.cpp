@@ -3,6 +3,7 @@
 #include "app/preferences.h"
 #include "settings/application_chooser_view.h"
 #include "settings/bound_controls_view.h"
+#include "settings/card_view.h"
 #include "settings/divide_view.h"
 #include "settings/ignored_list_view.h"
 #include "settings/page_header_view.h"
@@ -23,6 +24,7 @@ namespace tessellon {
 namespace {
 
 constexpr int blockSpacing = 14;
+constexpr int rowSpacing = 10;
 constexpr int partSpacing = 8;
 constexpr int lensSize = 18;
 constexpr int pawSize = 16;
@@ -38,7 +40,7 @@ QString breakable(const QString& text) {
     for (const auto character : text) {
         length = character.isSpace() ? 0 : length + 1;
         result += character;
-        if (length == longestWord && !character.isHighSurrogate()) {
+        if (length >= longestWord && !character.isHighSurrogate()) {
             result += QChar(0x200B);  // a space without width
             length = 0;
         }
@@ -71,16 +73,20 @@ RulesPage::RulesPage(const SettingsServices& services, QWidget* parent)
                                                     "Tessellon once and it leaves them alone."),
                                      this));
     column->addWidget(heading_);
-    column->addWidget(list_);
-    column->addWidget(nothing_);
-    column->addWidget(makeAddRow());
-    column->addWidget(error_);
-    column->addWidget(new Divide(this));
+    auto* const apps = new Card(rowsCardStyle(), this);
+    apps->column().setSpacing(rowSpacing);
+    apps->column().addWidget(list_);
+    apps->column().addWidget(nothing_);
+    apps->column().addWidget(new Divide(apps));
+    apps->column().addWidget(makeAddRow());
+    apps->column().addWidget(error_);
+    column->addWidget(apps);
+    auto* const rows = new Card(rowsCardStyle(), this);
     const auto small = QStringLiteral("Ignore small windows");
-    column->addWidget(
+    rows->column().addWidget(
         new Row(small, QStringLiteral("Dialogs and pickers under 400 × 300 never snap."),
-                makeBoundToggle(services.defaults, preference::ignoreSmall, small, this), this));
-    column->addWidget(new Divide(this));
+                makeBoundToggle(services.defaults, preference::ignoreSmall, small, rows), rows));
+    column->addWidget(rows);
     column->addWidget(makeTip());
     column->addStretch();
     nothing_->setContentsMargins(FocusRing::reach, 0, FocusRing::reach, 0);
@@ -105,6 +111,7 @@ QWidget* RulesPage::makeAddRow() {
         new SymbolLabel(Symbol::magnifyingGlass, lensSize, palette::muted, symbolStroke, row));
     field_ = new TextField(QStringLiteral("App to add"),
                            QStringLiteral("Add an app that should never snap…"), row);
+    field_->setEscape(EscapeInField::clears);
     line->addWidget(field_, 1);
     auto* const button = new PillButton(QStringLiteral("Add app"), PillButtonStyle::primary, row);
     button->setSymbol(Symbol::plus);
@@ -142,10 +149,12 @@ void RulesPage::refresh() {
         field_->setText(query);
     }
     const auto& error = model_.error();
-    error_->setText(error ? breakable(fromUtf8(*error)) : QString());
+    const auto problem = error ? fromUtf8(*error) : QString();
+    error_->setText(breakable(problem));
+    error_->setAccessibleName(problem);
     error_->setVisible(error.has_value());
     if (field_ != nullptr) {
-        field_->setAccessibleDescription(error ? fromUtf8(*error) : QString());
+        field_->setAccessibleDescription(problem);
     }
 }
 

@@ -13,10 +13,12 @@
 #include "ui/palette.h"
 
 #include <QHBoxLayout>
+#include <QHideEvent>
 #include <QKeySequence>
 #include <QPalette>
 #include <QScrollBar>
 #include <QShortcut>
+#include <QShowEvent>
 #include <QVBoxLayout>
 #include <any>
 #include <cstddef>
@@ -68,10 +70,18 @@ SettingsView::SettingsView(const SettingsServices& services, Page page, QWidget*
 }
 
 void SettingsView::setPage(Page page) {
-    page_ = page;
-    sidebar_->setPage(page);
+    if (page != page_) {
+        page_ = page;
+        sidebar_->setPage(page);
+        rebuildPage();
+    }
+}
+
+void SettingsView::rebuildPage() {
+    isStale_ = false;
     auto* const old = pageWidget_;
-    const bool hadFocus = old->isAncestorOf(focusWidget());
+    const auto* const focused = focusWidget();
+    const bool hadFocus = old->isAncestorOf(focused) || sidebar_->isAncestorOf(focused);
     sheet_->removeWidget(old);
     old->hide();
     // One of its controls may be what selects another page.
@@ -83,6 +93,19 @@ void SettingsView::setPage(Page page) {
     if (hadFocus) {
         sidebar_->takeFocus();
     }
+}
+
+void SettingsView::showEvent(QShowEvent* event) {
+    if (isStale_) {
+        rebuildPage();
+    }
+    QWidget::showEvent(event);
+}
+
+void SettingsView::hideEvent(QHideEvent* event) {
+    // A window that is merely minimized keeps its page as it is.
+    isStale_ = isStale_ || !event->spontaneous();
+    QWidget::hideEvent(event);
 }
 
 void SettingsView::addStepShortcuts() {

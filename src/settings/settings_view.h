@@ -26,13 +26,18 @@ class SettingsView : public QWidget {
                           QWidget* parent = nullptr);
 
     Page page() const { return page_; }
-    /// Builds the page anew and shows it from its top.
+    /// Shows the page from its top; one that is shown already stays as it is.
     void setPage(Page page);
 
     QSize sizeHint() const override { return contentSize; }
 
+  protected:
+    void showEvent(QShowEvent* event) override;
+    void hideEvent(QHideEvent* event) override;
+
   private:
     QWidget* makePage();
+    void rebuildPage();
     void addStepShortcuts();
 
     SettingsServices services_;
@@ -41,6 +46,8 @@ class SettingsView : public QWidget {
     QScrollArea* scroll_ = nullptr;
     QVBoxLayout* sheet_ = nullptr;
     QWidget* pageWidget_ = nullptr;
+    /// The window was closed since the page was built.
+    bool isStale_ = false;
     Token chosen_;
     Token selected_;
 };

@@ -6,6 +6,7 @@
 
 #include <QHBoxLayout>
 #include <QVBoxLayout>
+#include <algorithm>
 #include <cmath>
 
 namespace tessellon {
@@ -16,6 +17,8 @@ constexpr double subtitleSize = 12;
 constexpr double numberSize = 13;
 constexpr int textSpacing = 2;
 constexpr int numberSpacing = 12;
+// A file that was edited by hand may hold anything; no larger number has to fit.
+constexpr double largestNumber = 999999;
 
 }  // namespace
 
@@ -52,7 +55,9 @@ void SliderRow::setValue(double value) {
 }
 
 void SliderRow::showNumber() {
-    auto text = QString::number(std::llround(slider_->value()));
+    const double value = slider_->value();
+    const double shown = std::isnan(value) ? 0 : std::clamp(value, -largestNumber, largestNumber);
+    auto text = QString::number(std::llround(shown));
     if (!unit_.isEmpty()) {
         text += QLatin1Char(' ') + unit_;
     }

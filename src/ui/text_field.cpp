@@ -6,6 +6,7 @@
 #include "ui/palette.h"
 #include "ui/shapes.h"
 
+#include <QKeyEvent>
 #include <QPainter>
 #include <QPalette>
 
@@ -52,6 +53,17 @@ void TextField::paintEvent(QPaintEvent* event) {
                          {palette::ink, control_style::outline});
     }
     QLineEdit::paintEvent(event);
+}
+
+void TextField::keyPressEvent(QKeyEvent* event) {
+    if (event->key() == Qt::Key_Escape && escape_ == EscapeInField::leaves) {
+        focusNextChild();
+    } else if (event->key() == Qt::Key_Escape && escape_ == EscapeInField::clears &&
+               !text().isEmpty()) {
+        clear();
+    } else {
+        QLineEdit::keyPressEvent(event);
+    }
 }
 
 }  // namespace tessellon

@@ -52,6 +52,8 @@ TEST_F(AutostartEntryTest, ComesAndGoes) {
     auto one = item();
     EXPECT_EQ(one.status(), Status::notRegistered);
     EXPECT_EQ(one.unregisterItem(), std::nullopt) << "what is not there need not go";
+    std::vector<Status> told;
+    const auto token = one.changed().subscribe([&] { told.push_back(one.status()); });
     EXPECT_EQ(one.registerItem(), std::nullopt);
     EXPECT_EQ(one.status(), Status::enabled);
     const auto text = readFile(ownFile());
@@ -65,6 +67,7 @@ TEST_F(AutostartEntryTest, ComesAndGoes) {
     EXPECT_EQ(one.unregisterItem(), std::nullopt);
     EXPECT_EQ(one.status(), Status::notRegistered);
     EXPECT_FALSE(fs::exists(ownFile()));
+    EXPECT_EQ(told, (std::vector{Status::enabled, Status::notRegistered}));
 }
 
 TEST_F(AutostartEntryTest, TheEntryStartsAnyPath) {

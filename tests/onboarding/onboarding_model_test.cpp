@@ -160,6 +160,9 @@ TEST_F(OnboardingModelTest, LaunchAtLoginIsChangedOnlyWhereItDiffers) {
     model->setLaunchAtLogin(true);
     EXPECT_TRUE(model->launchAtLogin()) << "done by somebody else meanwhile";
     EXPECT_EQ(loginItem.registrations(), 1);
+
+    EXPECT_FALSE(loginItem.unregisterItem());
+    EXPECT_FALSE(model->launchAtLogin()) << "the settings have the same switch";
 }
 
 }  // namespace

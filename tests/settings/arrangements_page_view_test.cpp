@@ -11,6 +11,7 @@
 
 #include <QAccessible>
 #include <QInputMethodEvent>
+#include <QKeyEvent>
 #include <algorithm>
 #include <memory>
 #include <string>
@@ -98,6 +99,11 @@ TEST_F(ArrangementsPageTest, TypingKeepsTheCaretAndStoresEveryEdit) {
     ASSERT_NE(text, nullptr);
     text->insertText(1, QStringLiteral("く"));
     EXPECT_EQ(stored(0), "書く") << "typed by assistive technology";
+
+    QKeyEvent escape(QEvent::KeyPress, Qt::Key_Escape, {});
+    QApplication::sendEvent(&name, &escape);
+    EXPECT_TRUE(escape.isAccepted()) << "it would close the window";
+    EXPECT_FALSE(name.hasFocus());
 }
 
 TEST_F(ArrangementsPageTest, ANameChangedElsewhereShowsAtOnceAndLeavesTheCaretNearby) {

@@ -2,6 +2,7 @@
 #include "settings/displays_page_view.h"
 
 #include "settings/display_card_view.h"
+#include "settings/elided_label_view.h"
 #include "settings/settings_view_fixture.h"
 #include "settings/slider_row_view.h"
 #include "ui/chip.h"
@@ -43,7 +44,7 @@ TEST_F(DisplaysPageTest, ShowsACardForEachDisplay) {
     EXPECT_EQ(shown[0]->accessibleName(), "Screen 2");
     EXPECT_TRUE(says(*shown[0], "1280 × 800 · looks like 1280 × 800"));
     EXPECT_FALSE(says(*shown[0], "Main"));
-    EXPECT_TRUE(says(*shown[1], "Screen 1"));
+    EXPECT_EQ(all<ElidedLabel>(*shown[1]).at(0)->text(), "Screen 1");
     EXPECT_TRUE(says(*shown[1], "Main"));
     EXPECT_TRUE(sliders(page).empty());
 }
@@ -85,15 +86,21 @@ TEST_F(DisplaysPageTest, FollowsWhoeverElseChangesTheGaps) {
 }
 
 TEST_F(DisplaysPageTest, LongNamesStayInsideTheCard) {
-    auto wide = screen(1, {0, 0, 1920, 1080}, {0, 0, 1920, 1080});
-    wide.localizedName =
-        "The very wide display on the left side of the desk by the window, "
-        "which used to be in the other room";
-    desktop_.setScreens({wide});
+    const std::string ordinary = "Example Electronics XY2719DC";
+    auto first = screen(1, {0, 0, 1920, 1080}, {0, 0, 1920, 1080});
+    auto second = screen(2, {1920, 0, 1920, 1080}, {1920, 0, 1920, 1080});
+    first.localizedName = std::string(80, 'W');
+    second.localizedName = ordinary;
+    desktop_.setScreens({first, second});
     DisplaysPage page(settings());
     show(page, pageSize);
-    const auto& card = *cards(page)[0];
     EXPECT_EQ(page.width(), pageSize.width());
+    const auto name = [&page](std::size_t at) { return all<ElidedLabel>(*cards(page)[at]).at(0); };
+    EXPECT_EQ(name(1)->lines(), QStringList(QString::fromStdString(ordinary)));
+    EXPECT_TRUE(name(0)->lines().at(0).endsWith(u'…'));
+    EXPECT_TRUE(name(0)->toolTip().contains(QString(80, u'W')));
+    const auto& card = *cards(page)[0];
+    EXPECT_TRUE(says(card, "Main"));
     for (const auto* const label : all<QLabel>(card)) {
         const QRect place(label->mapTo(&card, QPoint()), label->size());
         EXPECT_TRUE(card.rect().contains(place)) << label->text().toStdString();

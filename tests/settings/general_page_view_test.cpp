@@ -123,12 +123,14 @@ TEST_F(GeneralPageTest, AFailedRegistrationSaysWhyAndFlipsTheToggleBack) {
     click(toggle("Launch at login"));
     EXPECT_FALSE(toggle("Launch at login").isChecked());
     EXPECT_TRUE(says(*page, "The folder is read-only."));
+    EXPECT_TRUE(toggle("Launch at login").accessibleDescription().contains("read-only"));
     EXPECT_EQ(loginItem.registrations(), 1);
 
     loginItem.setProblem(std::nullopt);
     click(toggle("Launch at login"));
     EXPECT_TRUE(toggle("Launch at login").isChecked());
     EXPECT_FALSE(says(*page, "The folder is read-only."));
+    EXPECT_EQ(toggle("Launch at login").accessibleDescription(), startText);
     EXPECT_TRUE(says(*page, startText));
     EXPECT_EQ(loginItem.status(), LoginItemStatus::enabled);
 
@@ -146,11 +148,24 @@ TEST_F(GeneralPageTest, AnItemThatNeedsApprovalOffersTheWayThere) {
     click(control(*page, linkText));
     EXPECT_EQ(loginItem.openings(), 1);
 
+    // The user comes back from there.
     loginItem.setStatus(LoginItemStatus::enabled);
-    open();
+    QWidget elsewhere;
+    show(elsewhere, {100, 100});
+    page->activateWindow();
+    settle();
     EXPECT_TRUE(toggle("Launch at login").isChecked());
     EXPECT_TRUE(says(*page, startText));
     EXPECT_FALSE(hasControl(linkText));
+}
+
+TEST_F(GeneralPageTest, NumbersOfAFileThatWasEditedByHandFitTheirRow) {
+    for (const double gap : {1e300, -1e300, 1e19}) {
+        defaults_.setDouble(preference::gap, gap);
+        open();
+        EXPECT_TRUE(says(*page, gap > 0 ? "999999 px" : "-999999 px"));
+        EXPECT_EQ(page->width(), pageSize.width());
+    }
 }
 
 }  // namespace

@@ -47,5 +47,22 @@ TEST_F(LaunchAtLoginTest, AFailureGoesBackToTheRealStateWithoutASecondAttempt) {
     EXPECT_EQ(item.removals(), 1);
 }
 
+TEST_F(LaunchAtLoginTest, FollowsAnotherSwitchAndLooksAgainWhenToldTo) {
+    LaunchAtLogin login(item);
+    int changes = 0;
+    const auto changed = login.changed().subscribe([&] { ++changes; });
+    LaunchAtLogin(item).choose(true);
+    EXPECT_TRUE(login.launchAtLogin());
+    EXPECT_EQ(changes, 1);
+    login.refresh();
+    EXPECT_EQ(changes, 1);
+    item.setProblem("Busy.");
+    login.choose(false);
+    item.setStatus(LoginItemStatus::requiresApproval);
+    login.refresh();
+    EXPECT_TRUE(login.loginNeedsApproval());
+    EXPECT_EQ(login.loginError(), std::nullopt) << "it was about another state";
+}
+
 }  // namespace
 }  // namespace tessellon

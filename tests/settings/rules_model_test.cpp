@@ -15,7 +15,8 @@ class RulesModelTest : public SettingsTest {
     RulesModelTest() {
         directory.installed = {{"org.example.Draw", "Draw", "draw"},
                                {"org.example.Notes", "Notes", "/icons/notes.png"},
-                               {"suite", "The.app Suite.app"}};
+                               {"suite", "The.app Suite.a.apppp"},
+                               {"plain.app", "plain.app"}};
         directory.notShown = {{"org.example.Helper", "Helper"}};
     }
 
@@ -34,13 +35,14 @@ class RulesModelTest : public SettingsTest {
 };
 
 TEST_F(RulesModelTest, theListKeepsItsOrderAndNamesWhatIsInstalled) {
-    setList("gone.app\nsuite\n\n \torg.example.Draw\t");
+    setList("gone.app\nplain.app\nsuite\n\n \torg.example.Draw\t");
     EXPECT_EQ(model.entries(), (std::vector<IgnoredApplication>{
                                    {"gone.app", "gone.app", "", false},
-                                   {"suite", "The Suite", "", true},
+                                   {"plain.app", "plain.app", "", true},
+                                   {"suite", "The Suite.app", "", true},
                                    {"org.example.Draw", "Draw", "draw", true},
                                }));
-    EXPECT_EQ(model.count(), "3 apps");
+    EXPECT_EQ(model.count(), "4 apps");
     setList("one");
     EXPECT_EQ(model.count(), "1 app");
     setList("");
@@ -107,7 +109,7 @@ TEST_F(RulesModelTest, removingDropsEveryEqualEntry) {
 TEST_F(RulesModelTest, whatCanBeChosenIsWhatMenusShow) {
     setList("org.example.Notes");
     const auto choosable = model.choosable();
-    ASSERT_EQ(choosable.size(), 3U);
+    ASSERT_EQ(choosable.size(), 4U);
     EXPECT_EQ(choosable[1].application.identifier, "org.example.Notes");
     EXPECT_TRUE(choosable[1].isIgnored);
     EXPECT_FALSE(choosable[0].isIgnored);

@@ -7,7 +7,9 @@
 #include "ui/pill_toggle.h"
 #include "ui/text_field.h"
 
+#include <QKeyEvent>
 #include <QScrollArea>
+#include <algorithm>
 #include <memory>
 #include <string>
 #include <vector>
@@ -146,6 +148,46 @@ TEST_F(RulesPageTest, manyAndLongNamesStayWithinThePage) {
         const QRect frame(button->mapTo(&within, QPoint(0, 0)), button->size());
         EXPECT_TRUE(within.rect().contains(frame)) << nameOf(*button);
     }
+}
+
+TEST_F(RulesPageTest, namesAreShownWholeFromTheFirstOn) {
+    directory.installed.front().icon = "no such icon";
+    showPage();
+    setList("org.example.Browser\nsome.program");
+    settle();
+    const auto width = [this](const std::string& name) {
+        const auto* const pill = removal(name).parentWidget();
+        EXPECT_EQ(pill->width(), pill->sizeHint().width()) << name;
+        return pill->width();
+    };
+    const int browser = width("Browser");
+    EXPECT_GT(width("some.program"), browser);
+    page->resize(browser - 20, pageSize.height());
+    settle();
+    EXPECT_LT(removal("some.program").parentWidget()->width(), browser);
+    page->resize(pageSize);
+    settle();
+    EXPECT_EQ(width("Browser"), browser);
+}
+
+TEST_F(RulesPageTest, escapeEmptiesTheFieldBeforeItClosesTheWindow) {
+    showPage();
+    field().setFocus();
+    QTest::keyClicks(&field(), QString(100, 'x'));
+    press(Qt::Key_Return);
+    const auto spoken = "Couldn't find “" + std::string(100, 'x') + "”.";
+    EXPECT_TRUE(field().accessibleDescription().toStdString().starts_with(spoken));
+    const auto labels = all<TextLabel>(*page);
+    EXPECT_TRUE(std::ranges::any_of(labels, [&](const auto* label) {
+        return label->accessibleName().toStdString().starts_with(spoken);
+    }));
+
+    QKeyEvent escape(QEvent::KeyPress, Qt::Key_Escape, {});
+    QApplication::sendEvent(&field(), &escape);
+    EXPECT_EQ(field().text(), "");
+    EXPECT_TRUE(escape.isAccepted());
+    QApplication::sendEvent(&field(), &escape);
+    EXPECT_FALSE(escape.isAccepted());
 }
 
 TEST_F(RulesPageTest, smallWindowsFollowTheirKey) {

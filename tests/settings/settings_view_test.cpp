@@ -8,6 +8,7 @@
 #include "settings/sidebar_item_view.h"
 #include "ui/palette.h"
 #include "ui/pill_slider.h"
+#include "ui/pill_toggle.h"
 
 #include <QScrollBar>
 #include <QWheelEvent>
@@ -74,8 +75,22 @@ TEST_F(SettingsWindowTest, ListsThePagesAndShowsTheOneThatIsChosen) {
     EXPECT_EQ(marked(), Page::general);
     EXPECT_TRUE(shows<GeneralPage>());
     EXPECT_FALSE(shows<AboutPage>());
+    auto& gap = control<PillSlider>(*view, "Gap between windows");
     click(item(Page::general));
+    notifications.post(notification::settingsSelect, std::any(Page::general));
+    settle();
     EXPECT_EQ(marked(), Page::general);
+    EXPECT_EQ(&control<PillSlider>(*view, "Gap between windows"), &gap) << "it was shown already";
+}
+
+TEST_F(SettingsWindowTest, APageIsReadAnewWhenTheWindowIsOpenedAgain) {
+    open();
+    const auto isOn = [&] { return control<PillToggle>(*view, "Launch at login").isChecked(); };
+    loginItem.setStatus(LoginItemStatus::enabled);
+    view->hide();
+    view->show();
+    settle();
+    EXPECT_TRUE(isOn());
 }
 
 TEST_F(SettingsWindowTest, AnotherPageCanBeSelectedFromOutside) {
@@ -132,6 +147,10 @@ TEST_F(SettingsWindowTest, ArrowsGoThroughTheSidebarAndTabGoesOnToThePage) {
     type(Qt::Key_Tab, Qt::ControlModifier);
     EXPECT_EQ(view->page(), Page::zones);
     EXPECT_EQ(&focused(), &item(Page::zones)) << "what had the keyboard is gone";
+    type(Qt::Key_PageDown, Qt::ControlModifier);
+    EXPECT_EQ(&focused(), &item(Page::shortcuts));
+    type(Qt::Key_PageUp, Qt::ControlModifier);
+    EXPECT_EQ(&focused(), &item(Page::zones));
     QTest::keyClick(&focused(), Qt::Key_PageUp, Qt::ControlModifier);
     QTest::keyClick(&focused(), Qt::Key_Backtab, Qt::ControlModifier | Qt::ShiftModifier);
     EXPECT_EQ(view->page(), Page::about);
@@ -152,7 +171,7 @@ TEST_F(SettingsWindowTest, WhatGetsTheKeyboardIsBroughtIntoView) {
     }
     EXPECT_EQ(controls, 9);
     EXPECT_GT(area.verticalScrollBar()->value(), 0);
-    view->setPage(Page::general);
+    view->setPage(Page::zones);
     settle();
     EXPECT_EQ(area.verticalScrollBar()->value(), 0);
 }

@@ -306,12 +306,13 @@ std::optional<std::string> AutostartEntry::unregisterItem() {
     }
     if (places_.own.empty() || ::unlink(path().c_str()) == 0 || errno == ENOENT ||
         errno == ENOTDIR) {
+        changed_.emit();
         return std::nullopt;
     }
     return about(path(), "could not be removed", {errno, std::generic_category()});
 }
 
-std::optional<std::string> AutostartEntry::write(std::string_view text) const {
+std::optional<std::string> AutostartEntry::write(std::string_view text) {
     // A link, as those make who keep their settings elsewhere, stays one.
     const auto file = followLinks(path());
     std::error_code error;
@@ -329,6 +330,7 @@ std::optional<std::string> AutostartEntry::write(std::string_view text) const {
     }
     // It is in place; whether the disk holds it already is not worth a message.
     syncPrivateFile(file, error);
+    changed_.emit();
     return std::nullopt;
 }
 

@@ -39,7 +39,7 @@ class AutostartEntry final : public LoginItem {
     std::filesystem::path path() const;
 
   private:
-    std::optional<std::string> write(std::string_view text) const;
+    std::optional<std::string> write(std::string_view text);
     bool systemEntryStarts() const;
 
     Places places_;

@@ -42,6 +42,7 @@ class MemoryLoginItem final : public LoginItem {
         if (!problem_) {
             const bool waits = status == LoginItemStatus::enabled && requiresApproval_;
             status_ = waits ? LoginItemStatus::requiresApproval : status;
+            changed_.emit();
         }
         return problem_;
     }
