@@ -43,7 +43,9 @@ constexpr int removeSize = 18;
 constexpr double crossSize = 12;
 constexpr double crossStroke = 3;
 constexpr int leastName = 24;
-// What is left of a frame after the page has been drawn goes into looking for icons.
+// The page is on the screen before icons are looked for, and each search takes but a part of what
+// there is until the next picture.
+constexpr int millisecondsBeforeSearch = 16;
 constexpr int searchMilliseconds = 4;
 
 QFont nameFont() {
@@ -294,7 +296,7 @@ void IgnoredList::resizeEvent(QResizeEvent* /*event*/) {
 
 void IgnoredList::findIconsSoon() {
     if (!search_.isActive()) {
-        search_.start(0, this);
+        search_.start(millisecondsBeforeSearch, this);
     }
 }
 
@@ -310,6 +312,7 @@ void IgnoredList::timerEvent(QTimerEvent* event) {
             continue;
         }
         if (elapsed.elapsed() >= searchMilliseconds) {
+            search_.start(0, this);
             return;
         }
         pill->findIcon();
