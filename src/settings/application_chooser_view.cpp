@@ -67,7 +67,8 @@ ApplicationChooser::ApplicationChooser(std::vector<ChoosableApplication> applica
 QWidget* ApplicationChooser::makeSearch() {
     auto* const row = new QWidget(this);
     auto* const line = new QHBoxLayout(row);
-    line->setContentsMargins(FocusRing::reach, FocusRing::reach, FocusRing::reach, 0);
+    line->setContentsMargins(FocusRing::reach, FocusRing::reach, FocusRing::reach,
+                             FocusRing::reach);
     line->setSpacing(partSpacing);
     line->addWidget(
         new SymbolLabel(Symbol::magnifyingGlass, lensSize, palette::muted, symbolStroke, row));

@@ -207,7 +207,9 @@ IgnoredList::IgnoredList(QWidget* parent) : QWidget(parent) {
     setAccessibleRole(*this, QAccessible::List);
     setAccessibleName(QStringLiteral("Apps that never snap"));
     // Room for the rings of the first and last buttons.
-    (new Flow(flowSpacing, this))->setContentsMargins(FocusRing::reach, 0, FocusRing::reach, 0);
+    (new Flow(flowSpacing, this))
+        ->setContentsMargins(FocusRing::reach, FocusRing::reach, FocusRing::reach,
+                             FocusRing::reach);
 }
 
 void IgnoredList::setEntries(const std::vector<IgnoredApplication>& entries) {

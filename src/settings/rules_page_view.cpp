@@ -89,7 +89,8 @@ RulesPage::RulesPage(const SettingsServices& services, QWidget* parent)
     column->addWidget(rows);
     column->addWidget(makeTip());
     column->addStretch();
-    nothing_->setContentsMargins(FocusRing::reach, 0, FocusRing::reach, 0);
+    nothing_->setContentsMargins(FocusRing::reach, FocusRing::reach, FocusRing::reach,
+                                 FocusRing::reach);
     error_->setContentsMargins(FocusRing::reach, 0, FocusRing::reach, 0);
     list_->setNextControl(*field_);
     modelToken_ = model_.changed().subscribe([this] { refresh(); });
