@@ -27,10 +27,10 @@
 #include <QFileInfo>
 #include <QMouseEvent>
 #include <QWindow>
-#include <algorithm>
 #include <cstdlib>
 #include <iostream>
 #include <memory>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -84,24 +84,20 @@ struct Everything {
     }
 };
 
-/// The icons of applications that this machine has: their names, or the files where no theme finds
-/// them.
+/// The names of the icons of applications that this machine has.
 std::vector<std::string> someIcons() {
-    std::vector<std::string> icons;
+    std::set<std::string> icons;
     for (const auto& folder : iconThemeFolders()) {
         QDirIterator files(folder, {QStringLiteral("*.png"), QStringLiteral("*.svg")}, QDir::Files,
                            QDirIterator::Subdirectories);
         while (files.hasNext()) {
             const auto path = files.next();
             if (path.contains(QStringLiteral("/apps/"))) {
-                icons.push_back(QFileInfo(path).completeBaseName().toStdString());
+                icons.insert(QFileInfo(path).completeBaseName().toStdString());
             }
         }
     }
-    std::ranges::sort(icons);
-    const auto repeated = std::ranges::unique(icons);
-    icons.erase(repeated.begin(), repeated.end());
-    return icons;
+    return {icons.begin(), icons.end()};
 }
 
 /// Has the Rules page list many applications that are installed, each with an icon while there are

@@ -94,7 +94,7 @@ std::optional<std::string> RulesModel::find(const std::string& text) const {
     if (directory_.withIdentifier(text)) {
         return text;
     }
-    if (const auto identifier = withoutEnding(text, entryEnding);
+    if (auto identifier = withoutEnding(text, entryEnding);
         identifier && directory_.withIdentifier(*identifier)) {
         return identifier;
     }
