@@ -8,6 +8,7 @@
 #include <fstream>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace tessellon::desktop {
@@ -112,6 +113,55 @@ TEST_P(TakenShortcutsTest, theyGiveWayToOthers) {
 // Others that hold some of them, icewm for one, keep everything to themselves while Super is down.
 INSTANTIATE_TEST_SUITE_P(On, TakenShortcutsTest, ::testing::Values("openbox", "xfwm4", "metacity"),
                          windowManagerName);
+
+TEST_P(SettingsWindowTest, theKeyboardAloneWillDo) {
+    if (!begin()) {
+        return;
+    }
+    startWithSettings("General");
+    std::string reached;
+    const auto focusMoved = [&] {
+        const auto objects = bus().tree(self());
+        const auto found = std::find_if(objects.begin(), objects.end(), [](const auto& object) {
+            return object.is(AccessibleState::focused) && object.role != "frame";
+        });
+        return found != objects.end() && std::exchange(reached, found->name) != found->name;
+    };
+    const std::string_view wanted = "Repeat shortcut cycles sizes";
+    const bool cycles = control("check box", wanted).is(AccessibleState::checked);
+    for (int tabs = 0; tabs < 20 && reached != wanted; ++tabs) {
+        type({Key::tab});
+        ASSERT_TRUE(waitUntil(focusMoved)) << "the focus stays at " << reached;
+    }
+    type({Key::space});
+    EXPECT_TRUE(waitUntilStored("cycle", !cycles));
+    desktop().keyboard().combination({Key::leftControl}, Key::pageDown);
+    EXPECT_TRUE(waitUntilIs(control("radio button", "Snap zones"), AccessibleState::checked));
+    type({Key::escape});
+    EXPECT_TRUE(waitUntil([&] { return !desktop().windows().isShown(settingsWindow()); }));
+}
+
+TEST_P(SettingsWindowTest, whatThePanelChangesIsShown) {
+    if (!begin()) {
+        return;
+    }
+    const auto window = startClock(original);
+    startWithSettings("General");
+    const auto flip = [&](MenuSwitch which) {
+        desktop().windows().activate(window);
+        click(openedAt({1600, 40}).switchOf(which));
+        program().waitUntilIdle();
+        desktop().keyboard().tap(Key::escape);
+        EXPECT_TRUE(waitUntilClosed());
+    };
+    flip(MenuSwitch::tiling);
+    EXPECT_TRUE(waitUntilIs(control("check box", "Tile this display"), AccessibleState::checked));
+    flip(MenuSwitch::pause);
+    control("label", "Snapping is paused");
+    showPage("Rules");
+    flip(MenuSwitch::ignore);
+    control("push button", "Remove XClock");
+}
 
 TEST_P(SettingsWindowTest, aShortcutIsRecorded) {
     if (!begin()) {

@@ -45,6 +45,7 @@ enum class Key : std::uint8_t {
     left = 113,
     right = 114,
     down = 116,
+    pageDown = 117,
     leftSuper = 133,
     rightSuper = 134,
 };
