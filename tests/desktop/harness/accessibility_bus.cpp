@@ -239,6 +239,21 @@ std::optional<Accessible> AccessibilityBus::waitFor(pid_t process, std::string_v
     return found;
 }
 
+std::optional<Position> AccessibilityBus::middle(const Accessible& object) const {
+    constexpr guint32 onScreen = 0;
+    const auto answer = ask(bus_->connection, placeOf(object), "org.a11y.atspi.Component",
+                            "GetExtents", g_variant_new("(u)", onScreen));
+    if (!answer) {
+        return std::nullopt;
+    }
+    gint32 x = 0;
+    gint32 y = 0;
+    gint32 width = 0;
+    gint32 height = 0;
+    g_variant_get(answer.get(), "((iiii))", &x, &y, &width, &height);
+    return Position{x + width / 2, y + height / 2};
+}
+
 std::optional<double> AccessibilityBus::value(const Accessible& object) const {
     const auto value = property(bus_->connection, placeOf(object), valueInterface, "CurrentValue");
     return value && g_variant_is_of_type(value.get(), G_VARIANT_TYPE_DOUBLE)

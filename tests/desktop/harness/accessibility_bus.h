@@ -61,6 +61,9 @@ class AccessibilityBus {
     std::optional<Accessible> waitFor(pid_t process, std::string_view role,
                                       std::string_view name) const;
 
+    /// The middle of what it takes on the screen; nothing when it does not tell.
+    std::optional<Position> middle(const Accessible& object) const;
+
     /// The number that a slider stands at; nothing when it does not tell.
     std::optional<double> value(const Accessible& object) const;
     /// False when it does not take it.
