@@ -66,6 +66,7 @@ TEST_P(GeneralSettingsTest, theyCountAtOnceAndFollowTheFile) {
     EXPECT_TRUE(waitUntilStored("gap", 12.0));
     const Frame narrower{8, 33, 946, 1039};
     EXPECT_EQ(snap(window, Held::controlAlt, Key::left, narrower), narrower);
+    program().waitUntilIdle();  // it writes the file, too, where the window was before
     program().change({{"gap", 20.0}});
     EXPECT_TRUE(waitUntil([&] { return bus().value(gap) == 20; }));
 
