@@ -21,12 +21,13 @@ struct Measures {
     int sidePadding;
     int leastWidth;
     double fontSize;
+    QFont::Weight fontWeight;
     double symbolSize;
     double symbolSpacing;
 };
 
-constexpr Measures regularMeasures{34, 18, 84, 13, 16, 7};
-constexpr Measures smallMeasures{26, 11, 0, 11.5, 13, 5};
+constexpr Measures regularMeasures{34, 18, 84, 13, QFont::Bold, 16, 7};
+constexpr Measures smallMeasures{26, 11, 0, 12, QFont::DemiBold, 12, 5};
 
 // What a button has beside its text when it is nothing else.
 constexpr int plainPadding = 6;
@@ -45,7 +46,8 @@ const Measures& measuresOf(PillButtonSize size) {
 }
 
 QFont buttonFont(PillButtonSize size) {
-    return interfaceFont(measuresOf(size).fontSize, QFont::Bold);
+    const auto& measures = measuresOf(size);
+    return interfaceFont(measures.fontSize, measures.fontWeight);
 }
 
 }  // namespace
