@@ -48,6 +48,7 @@ ArrangementsPage::ArrangementsPage(const SettingsServices& services, QWidget* pa
     changed_ = model_.changed().subscribe([this] { follow(); });
     recorderChanged_ = recorder_.changed().subscribe([this] { followRecorder(); });
     follow();
+    followRecorder();
 }
 
 void ArrangementsPage::addSaveCard() {
@@ -154,8 +155,10 @@ void ArrangementsPage::passFocusOn(const std::vector<ArrangementRow*>& before,
     QWidget* next = save_;
     if (heir != before.end()) {
         const auto controls = (*left)->controls();
-        const auto which = std::ranges::find(controls, focused) - controls.begin();
-        next = (*heir)->controls()[static_cast<std::size_t>(which)];
+        const auto* const which = std::ranges::find(controls, focused);
+        if (which != controls.end()) {
+            next = (*heir)->controls()[static_cast<std::size_t>(which - controls.begin())];
+        }
     }
     next->setFocus((*left)->deletedBy());
 }

@@ -12,6 +12,7 @@
 #include "settings/zones_page_view.h"
 #include "ui/palette.h"
 
+#include <QEvent>
 #include <QHBoxLayout>
 #include <QHideEvent>
 #include <QKeySequence>
@@ -106,6 +107,14 @@ void SettingsView::hideEvent(QHideEvent* event) {
     // A window that is merely minimized keeps its page as it is.
     isStale_ = isStale_ || !event->spontaneous();
     QWidget::hideEvent(event);
+}
+
+bool SettingsView::event(QEvent* event) {
+    // The page with the control that records may have been left.
+    if (event->type() == QEvent::WindowDeactivate || event->type() == QEvent::Hide) {
+        services_.recorder.stop();
+    }
+    return QWidget::event(event);
 }
 
 void SettingsView::addStepShortcuts() {

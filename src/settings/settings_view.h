@@ -13,6 +13,7 @@ namespace tessellon {
 
 class SettingsSidebar;
 
+/// A recording of a shortcut goes on while the pages change; it ends with the window.
 class SettingsView : public QWidget {
   public:
     using Page = SettingsPage;
@@ -34,6 +35,7 @@ class SettingsView : public QWidget {
   protected:
     void showEvent(QShowEvent* event) override;
     void hideEvent(QHideEvent* event) override;
+    bool event(QEvent* event) override;
 
   private:
     QWidget* makePage();

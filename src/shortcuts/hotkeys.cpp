@@ -93,6 +93,17 @@ std::optional<Token> Hotkeys::registerCombo(const KeyCombo& combo) {
         {hotKeySignature, static_cast<std::uint32_t>(registeredTargets_.size())});
 }
 
+std::optional<HotkeyTarget> Hotkeys::holder(const HotkeyTarget& taken) const {
+    const auto wanted = std::ranges::find(lastBindings_, taken, &KeyBinding::target);
+    if (wanted == lastBindings_.end() || !takenTargets_.contains(taken)) {
+        return std::nullopt;
+    }
+    const auto found = std::find_if(lastBindings_.begin(), wanted, [&](const KeyBinding& other) {
+        return sameShortcut(other.combo, wanted->combo) && !takenTargets_.contains(other.target);
+    });
+    return found != wanted ? std::optional(found->target) : std::nullopt;
+}
+
 void Hotkeys::setRecordingPause(bool paused) {
     if (std::exchange(recordingPause_, paused) != paused) {
         registerHotkeys();

@@ -60,6 +60,10 @@ class Hotkeys {
     /// that could be registered.
     const std::unordered_set<HotkeyTarget>& takenTargets() const { return takenTargets_; }
 
+    /// The earlier target that the combination of a taken one is registered for. Nothing when it
+    /// belongs to another program.
+    std::optional<HotkeyTarget> holder(const HotkeyTarget& taken) const;
+
     /// How the registration went, in one line for the user.
     std::string statusText() const;
 

@@ -51,6 +51,11 @@ void Recorder::toggle(const HotkeyTarget& target) {
     begin(target);
 }
 
+std::optional<std::string> Recorder::holderTitle(const HotkeyTarget& target) const {
+    const auto holder = services_.hotkeys.holder(target);
+    return holder ? std::optional(title(*holder)) : std::nullopt;
+}
+
 void Recorder::begin(const HotkeyTarget& target) {
     target_ = target;
     note_.reset();

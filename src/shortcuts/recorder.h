@@ -56,8 +56,8 @@ class Recorder {
     /// others now.
     int revision() const { return revision_; }
 
-    /// What is to be shown of a target: its name, the combination it has now, and whether that
-    /// combination is somebody else's.
+    /// What is to be shown of a target: its name, the combination it has now, whether that
+    /// combination is somebody else's, and the name of the other target if it is that one's.
     std::string title(const HotkeyTarget& target) const { return services_.bindings.title(target); }
     std::optional<KeyCombo> comboFor(const HotkeyTarget& target) const {
         return services_.bindings.comboFor(target);
@@ -65,6 +65,7 @@ class Recorder {
     bool isTaken(const HotkeyTarget& target) const {
         return services_.hotkeys.takenTargets().contains(target);
     }
+    std::optional<std::string> holderTitle(const HotkeyTarget& target) const;
 
     /// Emitted after target, note or revision has changed.
     const Signal<>& changed() const { return changed_; }

@@ -13,6 +13,7 @@
 
 #include <QEvent>
 #include <QPen>
+#include <QTextDocument>
 #include <algorithm>
 #include <cmath>
 #include <optional>
@@ -41,8 +42,9 @@ QString recordingText() {
     return QStringLiteral("Press new keys…");
 }
 
-QString takenHelp() {
-    return QStringLiteral("Another app already uses this shortcut.");
+QString takenHelp(const std::optional<std::string>& holder) {
+    return holder ? QString::fromStdString(*holder) + QStringLiteral(" uses this shortcut.")
+                  : QStringLiteral("Another app already uses this shortcut.");
 }
 
 QFont capsuleFont() {
@@ -99,11 +101,6 @@ ShortcutRecorder::ShortcutRecorder(Recorder& recorder, const HotkeyTarget& targe
     follow();
 }
 
-ShortcutRecorder::~ShortcutRecorder() {
-    changed_.reset();
-    stopRecording();
-}
-
 void ShortcutRecorder::stopRecording() {
     if (isRecording()) {
         recorder_.stop();
@@ -111,17 +108,18 @@ void ShortcutRecorder::stopRecording() {
 }
 
 void ShortcutRecorder::follow() {
-    const auto before = std::tuple(shown_, keys_, taken_);
+    const auto before = std::tuple(shown_, keys_, takenHelp_);
     if (revision_ != recorder_.revision()) {
         revision_ = recorder_.revision();
         keys_ = keysOf(recorder_.comboFor(target_), size_);
-        taken_ = recorder_.isTaken(target_);
+        takenHelp_ =
+            recorder_.isTaken(target_) ? takenHelp(recorder_.holderTitle(target_)) : QString();
     }
     shown_ = isRecording() ? Shown::recording : !keys_.isEmpty() ? Shown::keys : Shown::record;
-    if (before == std::tuple(shown_, keys_, taken_) && !accessibleName().isEmpty()) {
+    if (before == std::tuple(shown_, keys_, takenHelp_) && !accessibleName().isEmpty()) {
         return;
     }
-    showChip(taken_ && shown_ != Shown::recording);
+    showChip(!takenHelp_.isEmpty() && shown_ != Shown::recording);
     describe();
     updateGeometry();
     place();
@@ -139,7 +137,7 @@ void ShortcutRecorder::describe() {
     setToolTip(recording ? QStringLiteral("Esc cancels · ⌫ clears")
                          : QStringLiteral("Click to change"));
     setAccessibleDescription(chip_ != nullptr && !chip_->isHidden()
-                                 ? takenHelp() + QLatin1Char(' ') + toolTip()
+                                 ? takenHelp_ + QLatin1Char(' ') + toolTip()
                                  : toolTip());
 }
 
@@ -153,9 +151,13 @@ void ShortcutRecorder::setSpokenTitle(const QString& title) {
 void ShortcutRecorder::showChip(bool shown) {
     if (chip_ == nullptr && shown) {
         chip_ = new Chip(QStringLiteral("Taken"), palette::coral, ChipDot::none, this);
-        chip_->setToolTip(takenHelp());
     }
     if (chip_ != nullptr) {
+        // An arrangement may be called anything.
+        chip_->setToolTip(Qt::mightBeRichText(takenHelp_)
+                              ? QStringLiteral("<p>") + takenHelp_.toHtmlEscaped() +
+                                    QStringLiteral("</p>")
+                              : takenHelp_);
         chip_->setVisible(shown);
     }
 }
@@ -222,8 +224,12 @@ bool ShortcutRecorder::event(QEvent* event) {
             break;
         case QEvent::WindowDeactivate:
             // Where the focus follows the pointer, nobody else notices.
-        case QEvent::Hide:
             stopRecording();
+            break;
+        case QEvent::Hide:
+            if (!window()->isVisible()) {
+                stopRecording();
+            }
             break;
         case QEvent::LayoutDirectionChange:
             place();

@@ -19,15 +19,16 @@ class Chip;
 
 /// The keys of a target's shortcut as caps, "Record" where there is none, or the request for new
 /// keys while they are recorded; with a chip beside it when the shortcut is somebody else's. A
-/// click or the space bar starts the recording and ends it, and a control that is hidden or
-/// destroyed ends its own. As wide as what it shows. Leave FocusRing::reach around it.
+/// click or the space bar starts the recording and ends it, and so does its window once it is
+/// hidden or not the active one any more. A control that goes while its window stays leaves the
+/// recording to the next one for the target. As wide as what it shows. Leave FocusRing::reach
+/// around it.
 class ShortcutRecorder : public QAbstractButton {
   public:
     /// `size` is the height of the key caps in logical pixels. The recorder must outlive the
     /// control.
     ShortcutRecorder(Recorder& recorder, const HotkeyTarget& target, double size,
                      QWidget* parent = nullptr);
-    ~ShortcutRecorder() override;
 
     /// What assistive technology calls the target instead of its title, which other targets may
     /// have, too.
@@ -63,7 +64,8 @@ class ShortcutRecorder : public QAbstractButton {
     int revision_ = 0;
     Shown shown_ = Shown::record;
     QStringList keys_;
-    bool taken_ = false;
+    /// Whose the keys are, in a sentence; empty while they are ours.
+    QString takenHelp_;
     QString spokenTitle_;
     Chip* chip_ = nullptr;
     Token changed_;

@@ -127,6 +127,28 @@ TEST_F(SettingsWindowTest, TheRulesItemCountsTheApplications) {
     EXPECT_EQ(item(Page::displays).countText(), "");
 }
 
+TEST_F(SettingsWindowTest, ARecordingOutlivesItsPageAndEndsWithTheWindow) {
+    const auto record = [this] {
+        open(Page::shortcuts);
+        click(control(*view, "Left half, Control Alt Left Arrow"));
+        click(item(Page::about));
+        EXPECT_EQ(recorder.target(), HotkeyTarget::snap(SnapAction::leftHalf));
+    };
+    record();
+    click(item(Page::shortcuts));
+    EXPECT_NO_THROW(control(*view, "Left half, Press new keys…"));
+    click(item(Page::about));
+    view->hide();
+    EXPECT_FALSE(recorder.target());
+
+    record();
+    QWidget elsewhere;
+    elsewhere.show();
+    elsewhere.activateWindow();
+    settle();
+    EXPECT_FALSE(recorder.target());
+}
+
 TEST_F(SettingsWindowTest, ArrowsGoThroughTheSidebarAndTabGoesOnToThePage) {
     open();
     type(Qt::Key_Tab);
