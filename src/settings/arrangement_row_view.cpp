@@ -36,6 +36,13 @@ class Replacement {
                before[before_ - 1 - sameEnd_] == after[after_ - 1 - sameEnd_]) {
             ++sameEnd_;
         }
+        // Two characters may have a half of their code in common.
+        if (sameStart_ > 0 && before[sameStart_ - 1].isHighSurrogate()) {
+            --sameStart_;
+        }
+        if (sameEnd_ > 0 && before[before_ - sameEnd_].isLowSurrogate()) {
+            --sameEnd_;
+        }
     }
 
     int operator()(qsizetype position) const {

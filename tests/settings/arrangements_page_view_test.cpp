@@ -120,6 +120,11 @@ TEST_F(ArrangementsPageTest, ANameChangedElsewhereShowsAtOnceAndLeavesTheCaretNe
     EXPECT_EQ(name.cursorPosition(), 7);
     renameElsewhere(0, "");
     EXPECT_EQ(name.cursorPosition(), 0);
+    for (const auto* const emoji : {"😀", "😁", "🐁"}) {  // the same first half, the same second one
+        renameElsewhere(0, emoji);
+        EXPECT_NE(name.cursorPosition(), 1) << "inside of " << emoji;
+        name.setCursorPosition(2);
+    }
     EXPECT_EQ(name.placeholderText(), "Name");
 }
 
