@@ -140,6 +140,7 @@ AppDelegate::Onboarding::Onboarding(AppDelegate& app)
       closed(window->closed().subscribe([&app] { app.forgetOnboarding(); })) {}
 
 void AppDelegate::showOnboarding() {
+    tourDue_.reset();
     tourForgotten_.reset();
     onboardingWindow_.reset();
     onboardingWindow_ = std::make_unique<Onboarding>(*this);

@@ -98,14 +98,20 @@ bool QtWindow::isVisible() const {
     return frame_->isVisible();
 }
 
+/// Whether a screen shows the middle of its upper edge, by which the user can move it.
+bool QtWindow::titleBarCanBeReached() const {
+    const auto frame = frame_->frameGeometry();
+    return QGuiApplication::screenAt({frame.center().x(), frame.top()}) != nullptr;
+}
+
 void QtWindow::place() {
     const auto area = workArea(displays_);
     const auto room = area.size() - QSize(decorationWidth, decorationHeight);
     const auto size = area.isEmpty() ? size_ : size_.boundedTo(room);
-    if (frame_->testAttribute(Qt::WA_WState_Created) && frame_->size() == size &&
-        area.contains(frame_->frameGeometry())) {
+    if (wasShown_ && frame_->size() == size_ && titleBarCanBeReached()) {
         return;  // where the user has put it
     }
+    wasShown_ = true;
     frame_->setFixedSize(size);
     const auto around = size + QSize(0, decorationHeight);
     frame_->move(area.x() + (area.width() - around.width()) / 2,

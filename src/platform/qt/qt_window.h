@@ -39,9 +39,11 @@ class QtWindow final : public Window {
     class Frame;
 
     void place();
+    bool titleBarCanBeReached() const;
 
     const Displays& displays_;
     QSize size_;
+    bool wasShown_ = false;
     std::unique_ptr<Frame> frame_;
 };
 
