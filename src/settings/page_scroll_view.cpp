@@ -29,7 +29,14 @@ void PageScroll::reveal(QWidget* focused) {
     // What was clicked is in view, and has to stay below the pointer.
     if (focused != nullptr && widget() != nullptr && widget()->isAncestorOf(focused) &&
         QApplication::mouseButtons() == Qt::NoButton) {
+        const int before = verticalScrollBar()->value();
         ensureWidgetVisible(focused, 0, revealMargin);
+        const int bottom = focused->mapTo(widget(), QPoint(0, focused->height())).y();
+        // Back among the first controls, the page shows its title again.
+        if (verticalScrollBar()->value() < before &&
+            bottom + revealMargin <= viewport()->height()) {
+            verticalScrollBar()->setValue(0);
+        }
     }
 }
 

@@ -14,6 +14,7 @@
 #include <QKeyEvent>
 #include <QPainter>
 #include <QPalette>
+#include <QScreen>
 #include <QScrollBar>
 #include <QTextDocument>
 #include <QVBoxLayout>
@@ -132,6 +133,9 @@ void UpdateView::detach() {
 
 void UpdateView::bringToFront() {
     setAttribute(Qt::WA_ShowWithoutActivating, false);
+    if (!isVisible()) {
+        center();
+    }
     if (isMinimized()) {
         showNormal();
     } else {
@@ -144,8 +148,14 @@ void UpdateView::bringToFront() {
 void UpdateView::showQuietly() {
     if (!isVisible()) {
         setAttribute(Qt::WA_ShowWithoutActivating);
+        center();
         show();
     }
+}
+
+void UpdateView::center() {
+    const auto size = sizeHint();
+    move(screen()->availableGeometry().center() - QPoint(size.width(), size.height()) / 2);
 }
 
 void UpdateView::makeContent() {

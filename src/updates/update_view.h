@@ -33,6 +33,7 @@ class UpdateView : public QWidget {
     void keyPressEvent(QKeyEvent* event) override;
 
   private:
+    void center();
     void makeContent();
     void refresh();
     void refreshChoice();

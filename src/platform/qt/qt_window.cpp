@@ -15,7 +15,7 @@
 namespace tessellon {
 namespace {
 
-// What window managers put around a window is known only once it is there.
+// What window managers put around a window is known only once it is there. In device pixels.
 constexpr int decorationWidth = 12;
 constexpr int decorationHeight = 40;
 
@@ -106,14 +106,15 @@ bool QtWindow::titleBarCanBeReached() const {
 
 void QtWindow::place() {
     const auto area = workArea(displays_);
-    const auto room = area.size() - QSize(decorationWidth, decorationHeight);
+    const auto decoration = QSize(decorationWidth, decorationHeight) / frame_->devicePixelRatio();
+    const auto room = area.size() - decoration;
     const auto size = area.isEmpty() ? size_ : size_.boundedTo(room);
     if (wasShown_ && frame_->size() == size_ && titleBarCanBeReached()) {
         return;  // where the user has put it
     }
     wasShown_ = true;
     frame_->setFixedSize(size);
-    const auto around = size + QSize(0, decorationHeight);
+    const auto around = size + QSize(0, decoration.height());
     frame_->move(area.x() + (area.width() - around.width()) / 2,
                  area.y() + (area.height() - around.height()) / 2);
 }
