@@ -4,6 +4,7 @@
 #include "ui/accessible_role.h"
 #include "ui/focus_ring.h"
 #include "ui/palette.h"
+#include "ui/text_label.h"
 
 #include <QHBoxLayout>
 #include <cstddef>
@@ -34,6 +35,10 @@ TryItStep::TryItStep(OnboardingModel& model, QWidget* parent) : TourStep(model, 
     }
     column().addWidget(list);
     column().addSpacing(offerSpacing);
+    auto* const hint =
+        new TextLabel(QStringLiteral("Click another window first. This one stays where it is."),
+                      textSize, QFont::Medium, palette::muted, TextWrap::words, this);
+    column().addWidget(hint);
     addOffer();
     column().addStretch(1);
     refresh();

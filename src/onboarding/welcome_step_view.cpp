@@ -4,12 +4,14 @@
 #include "onboarding/snapping_picture_view.h"
 #include "onboarding/spoken_text_view.h"
 #include "ui/palette.h"
+#include "ui/text_label.h"
 
 #include <QHBoxLayout>
 
 namespace tessellon {
 namespace {
 
+constexpr double legendSize = 12;
 constexpr int chipSpacing = 8;
 constexpr int pictureSpacing = 24;
 
@@ -38,6 +40,10 @@ WelcomeStep::WelcomeStep(OnboardingModel& model, QWidget* parent) : TourStep(mod
     launcher->setAccessibleName(spokenText(launcher->text()));
     chips->addStretch();
     column().addLayout(chips);
+    // Keyboards here have other names on these keys.
+    column().addWidget(new TextLabel(QStringLiteral("⌘ is the Super key, ⌃ Control and ⌥ Alt."),
+                                     legendSize, QFont::Medium, palette::muted, TextWrap::words,
+                                     this));
     column().addSpacing(pictureSpacing);
     column().addWidget(new SnappingPicture(this), 1);
     refresh();

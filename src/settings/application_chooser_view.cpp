@@ -38,8 +38,10 @@ ApplicationChooser::ApplicationChooser(std::vector<ChoosableApplication> applica
     auto colors = QWidget::palette();
     colors.setColor(QPalette::Window, palette::background);
     setPalette(colors);
-    setMinimumSize(leastSize);
-    resize(usualSize);
+    // It opens in the middle of its owner, which fits on the screen.
+    const auto size = usualSize.boundedTo(owner->size());
+    setMinimumSize(leastSize.boundedTo(size));
+    resize(size);
 
     auto* const column = new QVBoxLayout(this);
     column->setContentsMargins(margin, margin, margin, margin);

@@ -60,15 +60,23 @@ void Row::addBeside(QWidget* control) {
 
 void Row::addBelow(QWidget* widget) {
     if (below_ == nullptr) {
-        // While all of it is hidden, its margins are none.
         below_ = new QVBoxLayout;
-        below_->setContentsMargins(0, textSpacing, 0, FocusRing::reach);
+        below_->setContentsMargins(0, 0, 0, 0);
         below_->setSpacing(FocusRing::reach);
         texts_->insertLayout(texts_->count() - 1, below_);
     }
     // Controls keep their width, texts fill the line.
     const bool isControl = widget->sizePolicy().horizontalPolicy() == QSizePolicy::Fixed;
     below_->addWidget(widget, 0, isControl ? Qt::AlignLeading | Qt::AlignVCenter : Qt::Alignment());
+}
+
+bool Row::event(QEvent* event) {
+    if (event->type() == QEvent::LayoutRequest && below_ != nullptr) {
+        // The room around what is below goes with it: a layout of hidden widgets would keep it.
+        below_->setContentsMargins(
+            below_->isEmpty() ? QMargins() : QMargins(0, textSpacing, 0, FocusRing::reach));
+    }
+    return QWidget::event(event);
 }
 
 }  // namespace tessellon

@@ -26,6 +26,9 @@ class Row : public QWidget {
     /// Puts another widget below the texts, such as a link or an error; takes it as its child.
     void addBelow(QWidget* widget);
 
+  protected:
+    bool event(QEvent* event) override;
+
   private:
     QVBoxLayout* texts_;
     QWidget* trailing_;

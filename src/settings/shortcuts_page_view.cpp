@@ -163,6 +163,10 @@ void ShortcutsPage::addButtons() {
     row->addWidget(useControlCommand_);
     row->addStretch();
     static_cast<QVBoxLayout*>(layout())->addLayout(row);
+    // Keyboards here have other names on these keys.
+    layout()->addWidget(new TextLabel(QStringLiteral("⌃ is Control, ⌥ Alt, ⇧ Shift and ⌘ Super."),
+                                      noteSize, QFont::Medium, palette::muted, TextWrap::words,
+                                      this));
 }
 
 void ShortcutsPage::follow() {
