@@ -12,6 +12,7 @@ namespace tessellon {
 namespace {
 
 constexpr double legendSize = 12;
+constexpr int legendSpacing = 6;
 constexpr int chipSpacing = 8;
 constexpr int pictureSpacing = 24;
 
@@ -41,6 +42,7 @@ WelcomeStep::WelcomeStep(OnboardingModel& model, QWidget* parent) : TourStep(mod
     chips->addStretch();
     column().addLayout(chips);
     // Keyboards here have other names on these keys.
+    column().addSpacing(legendSpacing);
     column().addWidget(new TextLabel(QStringLiteral("⌘ is the Super key, ⌃ Control and ⌥ Alt."),
                                      legendSize, QFont::Medium, palette::muted, TextWrap::words,
                                      this));

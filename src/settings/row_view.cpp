@@ -4,6 +4,7 @@
 #include "ui/palette.h"
 #include "ui/text_label.h"
 
+#include <QEvent>
 #include <QHBoxLayout>
 
 namespace tessellon {
