@@ -1,6 +1,6 @@
-// Shows the settings window on the display it is started on, goes through its pages and drags a
-// slider, and prints how long each took: one line for each sample, a name and milliseconds. What
-// the window shows and changes is in memory; what draws it is what users have.
+// Shows the settings window on the display it is started on and goes through its pages, and prints
+// how long each took: one line for each sample, a name and milliseconds. What the window shows and
+// changes is in memory; what draws it is what users have.
 #include "app/preferences.h"
 #include "platform/memory/manual_run_loop.h"
 #include "platform/memory/memory_accessibility.h"
@@ -19,14 +19,13 @@
 #include "statistics.h"
 #include "ui/glyph.h"
 #include "ui/icon_theme.h"
-#include "ui/pill_slider.h"
 
 #include <QApplication>
 #include <QCursor>
 #include <QDirIterator>
 #include <QFileInfo>
-#include <QMouseEvent>
 #include <QWindow>
+#include <algorithm>
 #include <cstdlib>
 #include <iostream>
 #include <memory>
@@ -115,10 +114,37 @@ void ignoreMany(Everything& everything) {
     setIgnoredApplications(everything.defaults, identifiers);
 }
 
-/// Has everything drawn that waits for it, and returns when the server has done so.
+/// Counts what the toolkit draws.
+class Paints final : public QObject {
+  public:
+    Paints() { QCoreApplication::instance()->installEventFilter(this); }
+    int count() const { return count_; }
+    bool eventFilter(QObject* /*watched*/, QEvent* event) override {
+        count_ += event->type() == QEvent::Paint ? 1 : 0;
+        return false;
+    }
+
+  private:
+    int count_ = 0;
+};
+
+/// Returns when all that waits is done and seen by the server.
 void settle() {
-    QCoreApplication::sendPostedEvents();
+    // There is no event loop that would delete what is to go.
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     QCoreApplication::processEvents();
+    static_cast<void>(QCursor::pos());
+}
+
+/// Changes something, and returns when the picture of it is in the server. The toolkit draws some
+/// milliseconds after it is asked to, which is part of what the user waits for.
+template <typename Change>
+void awaitPicture(const Paints& paints, Change change) {
+    const int before = paints.count();
+    change();
+    while (paints.count() == before) {
+        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+    }
     static_cast<void>(QCursor::pos());
 }
 
@@ -126,29 +152,12 @@ void print(const std::string& name, Clock::time_point start) {
     std::cout << name << '\t' << Milliseconds(Clock::now() - start).count() << '\n';
 }
 
-void drag(PillSlider& slider) {
-    const auto send = [&slider](QEvent::Type type, int x) {
-        const QPointF at(x, slider.height() / 2.0);
-        QMouseEvent event(type, at, slider.mapToGlobal(at), Qt::LeftButton, Qt::LeftButton,
-                          Qt::NoModifier);
-        QApplication::sendEvent(&slider, &event);
-    };
-    send(QEvent::MouseButtonPress, slider.width() / 4);
-    settle();
-    for (int i = 0; i < rounds; ++i) {
-        const auto start = Clock::now();
-        send(QEvent::MouseMove, slider.width() / 4 + 6 * i);
-        settle();
-        print("slider follows", start);
-    }
-    send(QEvent::MouseButtonRelease, slider.width() / 2);
-}
-
 }  // namespace
 
 int main(int argc, char** argv) {
     QApplication::setDesktopSettingsAware(false);
     const QApplication application(argc, argv);
+    const Paints paints;
     Everything everything;
 
     const auto start = Clock::now();
@@ -169,9 +178,9 @@ int main(int argc, char** argv) {
             if (page == view->page()) {
                 continue;  // only the one it opens at
             }
-            const auto began = Clock::now();
-            view->setPage(page);
             settle();
+            const auto began = Clock::now();
+            awaitPicture(paints, [&] { view->setPage(page); });
             // The first time brings what is kept: pictures of the letters, mostly.
             print(std::string("page ") + std::string(title(page)), began);
         }
@@ -180,15 +189,12 @@ int main(int argc, char** argv) {
     ignoreMany(everything);
     settle();
     for (int round = 0; round < rounds; ++round) {
-        const auto began = Clock::now();
-        view->setPage(SettingsPage::rules);
         settle();
+        const auto began = Clock::now();
+        awaitPicture(paints, [&] { view->setPage(SettingsPage::rules); });
         print("page Rules, 60 applications", began);
         view->setPage(SettingsPage::general);
         settle();
-    }
-    if (auto* const slider = view->findChild<PillSlider*>()) {
-        drag(*slider);
     }
     return EXIT_SUCCESS;
 }
