@@ -62,6 +62,8 @@ TEST_P(OwnWindowsTest, theSettingsComeToTheFrontFromThePanel) {
     auto settings = windowTitled(settingsTitle);
     ASSERT_TRUE(settings);
     EXPECT_TRUE(waitUntilActive(*settings)) << "opened by keys";
+    // It may be active before the program, which asks for that too, has seen it.
+    program().waitUntilIdle();
     expectInTheMiddle(*settings, 900, 720);
 
     // Behind another window, minimized, and closed, it comes back as the window it was.
@@ -72,6 +74,7 @@ TEST_P(OwnWindowsTest, theSettingsComeToTheFrontFromThePanel) {
         settings = windowTitled(settingsTitle);
         ASSERT_TRUE(settings) << from;
         EXPECT_TRUE(waitUntilActive(*settings)) << from;
+        program().waitUntilIdle();
     };
     desktop().windows().activate(clock);
     comesBack("behind");
