@@ -18,7 +18,7 @@ void measureTiling(Report& report);
 /// Showing the zone grid and the preview of a drag.
 void measureDragPanels(Report& report);
 
-/// Opening the settings window and switching its pages.
+/// Opening the settings window, switching its pages and dragging a slider.
 void measureOwnWindows(Report& report);
 
 /// Starting the program, and what it costs while nothing happens.

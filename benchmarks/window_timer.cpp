@@ -1,6 +1,6 @@
-// Shows the settings window on the display it is started on and goes through its pages, and prints
-// how long each took: one line for each sample, a name and milliseconds. What the window shows and
-// changes is in memory; what draws it is what users have.
+// Shows the settings window on the display it is started on and goes through its pages and drags a
+// slider, and prints how long each took: one line for each sample, a name and milliseconds. What
+// the window shows and changes is in memory; what draws it is what users have.
 #include "app/preferences.h"
 #include "platform/memory/manual_run_loop.h"
 #include "platform/memory/memory_accessibility.h"
@@ -19,11 +19,13 @@
 #include "statistics.h"
 #include "ui/glyph.h"
 #include "ui/icon_theme.h"
+#include "ui/pill_slider.h"
 
 #include <QApplication>
 #include <QCursor>
 #include <QDirIterator>
 #include <QFileInfo>
+#include <QMouseEvent>
 #include <QWindow>
 #include <algorithm>
 #include <cstdlib>
@@ -39,6 +41,9 @@ using namespace tessellon;
 using namespace tessellon::benchmarks;
 
 constexpr int rounds = 21;
+
+/// Of the pointer on a slider; another value for each.
+constexpr int stepWidth = 10;
 constexpr int savedArrangements = 5;
 constexpr std::size_t manyApplications = 60;
 
@@ -152,6 +157,34 @@ void print(const std::string& name, Clock::time_point start) {
     std::cout << name << '\t' << Milliseconds(Clock::now() - start).count() << '\n';
 }
 
+/// The first slider that is shown. The toolkit could not tell it from other widgets.
+PillSlider* shownSlider(const QWidget& view) {
+    for (auto* const child : view.findChildren<QWidget*>()) {
+        auto* const slider = dynamic_cast<PillSlider*>(child);
+        if (slider != nullptr && slider->isVisible()) {
+            return slider;
+        }
+    }
+    return nullptr;
+}
+
+void drag(PillSlider& slider, const Paints& paints) {
+    const auto send = [&slider](QEvent::Type type, int x) {
+        const QPointF at(x, slider.height() / 2.0);
+        QMouseEvent event(type, at, slider.mapToGlobal(at), Qt::LeftButton, Qt::LeftButton,
+                          Qt::NoModifier);
+        QApplication::sendEvent(&slider, &event);
+    };
+    send(QEvent::MouseButtonPress, slider.width() / 4);
+    for (int i = 1; i <= rounds; ++i) {
+        settle();
+        const auto start = Clock::now();
+        awaitPicture(paints, [&] { send(QEvent::MouseMove, slider.width() / 4 + stepWidth * i); });
+        print("slider follows", start);
+    }
+    send(QEvent::MouseButtonRelease, slider.width() / 2);
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -196,5 +229,12 @@ int main(int argc, char** argv) {
         view->setPage(SettingsPage::general);
         settle();
     }
+    auto* const slider = shownSlider(*view);
+    if (slider == nullptr) {
+        std::cerr << "window_timer: no slider\n";
+        return EXIT_FAILURE;
+    }
+    settle();
+    drag(*slider, paints);
     return EXIT_SUCCESS;
 }
