@@ -94,12 +94,35 @@ void Demo::openPanel(const std::string& what, std::size_t sample, const std::vec
     announce(what, sample);
     desktop_.windows().activate(samples_[sample].window);
     const std::vector<Frame> before = frames();
+    startAgain();
+    typeInto("the panel", what, typed, last, before, expected);
+}
+
+/// Has the program that runs open its panel.
+void Demo::startAgain() {
     Program second(desktop_);
     second.launch();
     require(second.process().waitForEnd(patience) ==
                 ProcessEnd{.exitCode = EXIT_SUCCESS, .signal = std::nullopt},
             "the program that runs does not answer");
-    typeInto("the panel", what, typed, last, before, expected);
+}
+
+void Demo::openSettings(int pages) {
+    std::cout << "\n  the settings\n";
+    startAgain();
+    program_.waitUntilIdle();
+    desktop_.keyboard().combination({Key::leftSuper}, Key::comma);
+    const auto window =
+        desktop_.windows().waitForTitled(program_.process().pid(), "Tessellon Settings");
+    require(window.has_value(), "the settings do not appear");
+    for (int page = 1; window && page <= pages; ++page) {
+        program_.waitUntilIdle();
+        takePicture("the settings, page " + std::to_string(page));
+        desktop_.keyboard().combination({Key::leftControl}, Key::pageDown);
+    }
+    desktop_.keyboard().tap(Key::escape);
+    require(waitUntil([&] { return !window || !desktop_.windows().isShown(*window); }),
+            "the settings do not close");
 }
 
 void Demo::typeInto(const std::string& shown, const std::string& what,

@@ -55,6 +55,9 @@ class Demo {
     void openPanel(const std::string& what, std::size_t sample, const std::vector<Key>& typed,
                    Key last, const std::vector<Expectation>& expected);
 
+    /// Opens the settings from the panel, takes pictures of the first pages, and closes them.
+    void openSettings(int pages);
+
     void switchTilingOn();
 
     Frame frameOf(std::size_t sample);
@@ -77,6 +80,7 @@ class Demo {
     void typeInto(const std::string& shown, const std::string& what, const std::vector<Key>& typed,
                   Key last, const std::vector<Frame>& before,
                   const std::vector<Expectation>& expected);
+    void startAgain();
     void require(bool met, const std::string& otherwise);
     void takePicture(const std::string& what);
 

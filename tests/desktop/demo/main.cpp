@@ -52,6 +52,8 @@ bool showInterface(const std::filesystem::path& pictures) {
                 {{terminal, {964, 33, 948, 516}}});
     demo.openPanel("the first tile in the second row", editor, {Key::down, Key::down}, Key::enter,
                    {{editor, {8, 33, 948, 516}}});
+    constexpr int settingsPages = 7;
+    demo.openSettings(settingsPages);
     return demo.finish();
 }
 
