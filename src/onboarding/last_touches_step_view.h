@@ -7,7 +7,7 @@
 
 namespace tessellon {
 
-class LastTouchesStep : public TourStep {
+class LastTouchesStep final : public TourStep {
   public:
     LastTouchesStep(OnboardingModel& model, QWidget* parent);
 

@@ -10,7 +10,7 @@
 
 namespace tessellon {
 
-class PermissionStep : public TourStep {
+class PermissionStep final : public TourStep {
   public:
     PermissionStep(OnboardingModel& model, QWidget* parent);
 

@@ -10,7 +10,7 @@
 
 namespace tessellon {
 
-class TryItStep : public TourStep {
+class TryItStep final : public TourStep {
   public:
     TryItStep(OnboardingModel& model, QWidget* parent);
 

@@ -6,7 +6,7 @@
 
 namespace tessellon {
 
-class WelcomeStep : public TourStep {
+class WelcomeStep final : public TourStep {
   public:
     WelcomeStep(OnboardingModel& model, QWidget* parent);
 

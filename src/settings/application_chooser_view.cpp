@@ -30,7 +30,7 @@ constexpr int cardPadding = 4;
 
 }  // namespace
 
-ApplicationChooser::ApplicationChooser(std::vector<ChoosableApplication> applications,
+ApplicationChooser::ApplicationChooser(const std::vector<ChoosableApplication>& applications,
                                        QWidget* owner)
     : QDialog(owner) {
     setAttribute(Qt::WA_DeleteOnClose);
@@ -53,7 +53,7 @@ ApplicationChooser::ApplicationChooser(std::vector<ChoosableApplication> applica
                                  .border = {palette::ink, control_style::outline}},
                                 this);
     column->addWidget(card, 1);
-    list_ = new ChoosableList(std::move(applications), card);
+    list_ = new ChoosableList(applications, card);
     card->column().addWidget(list_, 1);
     nothing_ =
         new TextLabel(QString(), textSize, QFont::Medium, palette::muted, TextWrap::words, card);

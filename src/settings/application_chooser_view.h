@@ -19,7 +19,7 @@ class TextLabel;
 class ApplicationChooser : public QDialog {
   public:
     /// `owner` is the window that waits for the answer.
-    ApplicationChooser(std::vector<ChoosableApplication> applications, QWidget* owner);
+    ApplicationChooser(const std::vector<ChoosableApplication>& applications, QWidget* owner);
 
     /// Emitted once, when the user confirms, with the identifiers in the order of the list.
     const Signal<const std::vector<std::string>&>& chosen() const { return chosen_; }

@@ -153,10 +153,10 @@ class Delegate : public QStyledItemDelegate {
 
 class ChoosableList::Model : public QAbstractListModel {
   public:
-    Model(std::vector<ChoosableApplication> applications, const Signal<>& changed)
+    Model(const std::vector<ChoosableApplication>& applications, const Signal<>& changed)
         : changed_(changed) {
         lines_.reserve(applications.size());
-        for (auto& each : applications) {
+        for (const auto& each : applications) {
             lines_.push_back({QString::fromStdString(each.application.name),
                               QString::fromStdString(each.application.identifier),
                               QString::fromStdString(each.application.icon), each.isIgnored});
@@ -246,8 +246,8 @@ class ChoosableList::Model : public QAbstractListModel {
     const Signal<>& changed_;
 };
 
-ChoosableList::ChoosableList(std::vector<ChoosableApplication> applications, QWidget* parent)
-    : QListView(parent), model_(std::make_unique<Model>(std::move(applications), choiceChanged_)) {
+ChoosableList::ChoosableList(const std::vector<ChoosableApplication>& applications, QWidget* parent)
+    : QListView(parent), model_(std::make_unique<Model>(applications, choiceChanged_)) {
     setAccessibleName(QStringLiteral("Applications"));
     setFrameShape(QFrame::NoFrame);
     setSelectionMode(QAbstractItemView::NoSelection);

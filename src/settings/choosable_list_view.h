@@ -15,7 +15,7 @@ namespace tessellon {
 /// cannot be chosen. The arrow keys go through the lines and Space chooses, as a click does.
 class ChoosableList : public QListView {
   public:
-    explicit ChoosableList(std::vector<ChoosableApplication> applications,
+    explicit ChoosableList(const std::vector<ChoosableApplication>& applications,
                            QWidget* parent = nullptr);
     ~ChoosableList() override;
 

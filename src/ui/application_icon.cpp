@@ -67,14 +67,15 @@ QIcon applicationIcon(const QString& icon) {
         return {};
     }
     prepareThemes();
-    const auto found = fromTheme(icon);
+    auto found = fromTheme(icon);
     if (!found.isNull()) {
         return found;
     }
     // Entries name files of a theme against the standard, too.
-    for (const auto* const extension : {".png", ".svg", ".xpm"}) {
-        if (icon.endsWith(QLatin1String(extension))) {
-            return fromTheme(icon.chopped(qstrlen(extension)));
+    for (const auto extension :
+         {QLatin1String(".png"), QLatin1String(".svg"), QLatin1String(".xpm")}) {
+        if (icon.endsWith(extension)) {
+            return fromTheme(icon.chopped(extension.size()));
         }
     }
     return {};

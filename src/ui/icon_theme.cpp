@@ -95,10 +95,9 @@ QString chosenTheme(const Setting& setting) {
         if (!isReadable(path)) {
             continue;
         }
-        const auto theme =
-            path.endsWith(QLatin1String(".xml"))
-                ? readProperty(path, QLatin1String(setting.key))
-                : QSettings(path, QSettings::IniFormat).value(setting.key).toString();
+        auto theme = path.endsWith(QLatin1String(".xml"))
+                         ? readProperty(path, QLatin1String(setting.key))
+                         : QSettings(path, QSettings::IniFormat).value(setting.key).toString();
         if (isInstalled(theme)) {
             return theme;
         }
@@ -132,11 +131,11 @@ QString iconThemeName() {
         std::rotate(ordered.begin(), ordered.end() - 1, ordered.end());
     }
     for (const auto& setting : ordered) {
-        if (const auto theme = chosenTheme(setting); !theme.isEmpty()) {
+        if (auto theme = chosenTheme(setting); !theme.isEmpty()) {
             return theme;
         }
     }
-    const auto general = generalIconTheme();
+    auto general = generalIconTheme();
     return general.isEmpty() ? QStringLiteral("hicolor") : general;
 }
 

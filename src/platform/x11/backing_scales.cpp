@@ -2,6 +2,7 @@
 
 #include "platform/x11/reply.h"
 
+#include <cstddef>
 #include <utility>
 #include <vector>
 
@@ -28,7 +29,9 @@ std::map<xcb_randr_output_t, Size> backingScales(
     }
     std::vector<xcb_randr_get_crtc_info_cookie_t> cookies;
     const auto* const crtcs = xcb_randr_get_screen_resources_current_crtcs(&resources);
-    for (int i = 0; i < xcb_randr_get_screen_resources_current_crtcs_length(&resources); ++i) {
+    const int count = xcb_randr_get_screen_resources_current_crtcs_length(&resources);
+    cookies.reserve(static_cast<std::size_t>(count));
+    for (int i = 0; i < count; ++i) {
         cookies.push_back(
             xcb_randr_get_crtc_info_unchecked(xcb, crtcs[i], resources.config_timestamp));
     }
