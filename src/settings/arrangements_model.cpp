@@ -99,7 +99,7 @@ void ArrangementsModel::apply(const Uuid& id) {
 void ArrangementsModel::remove(const Uuid& id) {
     services_.recorder.stop();
     removeArrangement(services_.arrangements, id);
-    services_.hotkeys.registerHotkeys();
+    services_.hotkeys.registerChangedBindings();
 }
 
 std::string ArrangementsModel::applicationName(const std::string& identifier) const {
