@@ -8,6 +8,10 @@
 #include <span>
 #include <stdexcept>
 
+#include <sys/socket.h>
+#include <sys/un.h>
+#include <unistd.h>
+
 namespace tessellon::desktop {
 namespace {
 
@@ -25,6 +29,31 @@ constexpr std::uint32_t stateAdd = 1;
 
 std::uint32_t asNumber(int value) {
     return static_cast<std::uint32_t>(value);
+}
+
+// Has i3 run a command, by the socket that it listens on.
+void tellI3(const std::string& socketPath, const std::string& command) {
+    sockaddr_un address{};
+    address.sun_family = AF_UNIX;
+    if (socketPath.size() >= sizeof address.sun_path) {
+        throw std::runtime_error("the path of i3's socket is too long");
+    }
+    std::copy(socketPath.begin(), socketPath.end(), address.sun_path);
+    const int connection = socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
+    // Its messages: a magic word, the length, the kind (0 for commands), the text.
+    const std::array<std::uint32_t, 2> header{static_cast<std::uint32_t>(command.size()), 0};
+    std::string message = "i3-ipc";
+    message.append(reinterpret_cast<const char*>(header.data()), sizeof header);
+    message += command;
+    const bool sent =
+        connect(connection, reinterpret_cast<const sockaddr*>(&address), sizeof address) == 0 &&
+        write(connection, message.data(), message.size()) == static_cast<ssize_t>(message.size());
+    char answer = 0;
+    const bool answered = sent && read(connection, &answer, 1) == 1;
+    close(connection);
+    if (!answered) {
+        throw std::runtime_error("i3 does not take commands");
+    }
 }
 
 }  // namespace
@@ -100,6 +129,20 @@ Edges DesktopWindows::edges(xcb_window_t window, std::string_view property) {
             static_cast<int>(values[3])};
 }
 
+FrameWindow DesktopWindows::frameWindow() const {
+    return windowManager_ != nullptr ? windowManager_->frameWindow : FrameWindow::visible;
+}
+
+Edges DesktopWindows::decorations(xcb_window_t window) {
+    if (frameWindow() != FrameWindow::unannounced) {
+        return edges(window, "_NET_FRAME_EXTENTS");
+    }
+    const Frame client = clientGeometry(window).value_or(Frame{});
+    const Frame outer = frameWindowGeometry(window).value_or(client);
+    return {client.x - outer.x, outer.x + outer.width - client.x - client.width, client.y - outer.y,
+            outer.y + outer.height - client.y - client.height};
+}
+
 // The window manager's own window around the client, borders in: what it drew, where it draws no
 // more and no less than that window.
 std::optional<Frame> DesktopWindows::frameWindowGeometry(xcb_window_t window) {
@@ -141,10 +184,10 @@ std::optional<Frame> DesktopWindows::visibleFrame(xcb_window_t window) {
     if (!client) {
         return std::nullopt;
     }
-    const Frame outer = grown(*client, edges(window, "_NET_FRAME_EXTENTS"));
+    const Frame outer = grown(*client, decorations(window));
     // Two measurements that share nothing. While they differ, the window manager is in the middle
     // of something.
-    if (frameWindow_ == FrameWindow::visible && frameWindowGeometry(window) != outer) {
+    if (frameWindow() == FrameWindow::visible && frameWindowGeometry(window) != outer) {
         return std::nullopt;
     }
     return shrunk(outer, edges(window, "_GTK_FRAME_EXTENTS"));
@@ -174,14 +217,21 @@ Frame DesktopWindows::settleWithinIncrements(xcb_window_t window, const Frame& e
 }
 
 Frame DesktopWindows::place(xcb_window_t window, const Frame& frame) {
-    const Edges decorations = edges(window, "_NET_FRAME_EXTENTS");
     const Edges shadow = edges(window, "_GTK_FRAME_EXTENTS");
     const Frame outer = grown(frame, shadow);
-    const Frame client = shrunk(outer, decorations);
+    const Frame client = shrunk(outer, decorations(window));
+    Frame corner = outer;
+    if (frameWindow() == FrameWindow::unannounced) {
+        // There the request names the client's corner, its border in.
+        const Reply<xcb_get_geometry_reply_t> geometry(xcb_get_geometry_reply(
+            x_.connection(), xcb_get_geometry(x_.connection(), window), nullptr));
+        const int border = geometry ? geometry->border_width : 0;
+        corner = grown(client, {border, border, border, border});
+    }
     x_.tellRoot(
         window, "_NET_MOVERESIZE_WINDOW",
-        {gravityNorthWest | hasPositionAndSize | (sourcePager << sourceShift), asNumber(outer.x),
-         asNumber(outer.y), asNumber(client.width), asNumber(client.height)});
+        {gravityNorthWest | hasPositionAndSize | (sourcePager << sourceShift), asNumber(corner.x),
+         asNumber(corner.y), asNumber(client.width), asNumber(client.height)});
     waitUntil([&] { return matchesWithinIncrements(window, frame); });
     return visibleFrame(window).value_or(Frame{});
 }
@@ -197,7 +247,11 @@ void DesktopWindows::activate(xcb_window_t window) {
 }
 
 void DesktopWindows::showDesktop(std::uint32_t number) {
-    x_.tellRoot(x_.root(), "_NET_CURRENT_DESKTOP", {number, x_.serverTime(), 0, 0, 0});
+    if (windowManager_ != nullptr && windowManager_->desktopsMade == DesktopsMade::whenShown) {
+        tellI3(x_.bytes(x_.root(), "I3_SOCKET_PATH"), "workspace " + std::to_string(number + 1));
+    } else {
+        x_.tellRoot(x_.root(), "_NET_CURRENT_DESKTOP", {number, x_.serverTime(), 0, 0, 0});
+    }
     if (!waitUntil(
             [&] { return x_.values(x_.root(), "_NET_CURRENT_DESKTOP") == std::vector{number}; })) {
         throw std::runtime_error("the window manager does not show that desktop");

@@ -19,8 +19,8 @@ class DesktopWindows {
   public:
     explicit DesktopWindows(XSession& session) : x_(session) {}
 
-    /// How the window manager in charge frames windows; set when one is started.
-    void setFrameWindow(FrameWindow kind) { frameWindow_ = kind; }
+    /// Which window manager is in charge; set when one is started.
+    void setWindowManager(const WindowManager& windowManager) { windowManager_ = &windowManager; }
 
     /// The windows that the window manager manages.
     std::vector<xcb_window_t> managed();
@@ -66,11 +66,13 @@ class DesktopWindows {
   private:
     std::optional<Frame> frameWindowGeometry(xcb_window_t window);
     std::optional<Frame> clientGeometry(xcb_window_t window);
+    FrameWindow frameWindow() const;
     Edges edges(xcb_window_t window, std::string_view property);
+    Edges decorations(xcb_window_t window);
     bool matchesWithinIncrements(xcb_window_t window, const Frame& expected);
 
     XSession& x_;
-    FrameWindow frameWindow_ = FrameWindow::visible;
+    const WindowManager* windowManager_ = nullptr;
 };
 
 }  // namespace tessellon::desktop

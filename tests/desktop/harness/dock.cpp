@@ -27,8 +27,12 @@ Dock::Dock(XSession& session, std::uint16_t height)
     xcb_map_window(x_.connection(), window_);
     x_.sync();
     if (!waitUntil([&] {
+            // i3 does not list docks.
+            constexpr std::uint32_t normal = 1;
             const auto managed = x_.values(x_.root(), "_NET_CLIENT_LIST");
-            return std::find(managed.begin(), managed.end(), window_) != managed.end();
+            const auto state = x_.values(window_, "WM_STATE");
+            return std::find(managed.begin(), managed.end(), window_) != managed.end() ||
+                   (!state.empty() && state.front() == normal);
         })) {
         throw std::runtime_error("the window manager does not take care of the dock");
     }

@@ -116,6 +116,10 @@ PrivateDesktop::~PrivateDesktop() {
     }
     dock_.reset();
     compositor_.reset();
+    if (windowManager_) {
+        // Asked nicely, fluxbox takes more than its time once its clients have gone.
+        windowManager_->kill();
+    }
     windowManager_.reset();
     session_.reset();
     server_.reset();
@@ -182,7 +186,7 @@ void PrivateDesktop::launchWindowManager(std::string_view name, WindowManagerKey
     windowManager_.reset();
     windowManager_ =
         std::make_unique<Process>(chosen.command, processOptions(std::string(chosen.name)));
-    windows_->setFrameWindow(chosen.frameWindow);
+    windows_->setWindowManager(chosen);
 }
 
 void PrivateDesktop::awaitWindowManager() {

@@ -14,8 +14,9 @@ enum class WindowManagerKeys { released, asShipped };
 
 /// Where the edges of the window that a window manager puts around a client are.
 enum class FrameWindow {
-    visible,   // its geometry is what the user sees
-    oversized  // it reaches beyond what is drawn, to make the edges easier to grab
+    visible,     // its geometry is what the user sees
+    oversized,   // it reaches beyond what is drawn, to make the edges easier to grab
+    unannounced  // its geometry is what the user sees, and clients are not told of its edges
 };
 
 /// When a window manager has to learn of monitors that are described by hand.
@@ -24,10 +25,17 @@ enum class MonitorsDescribed {
     afterStart  // at its start it would take the first one for the whole screen
 };
 
+/// When the second desktop comes into being.
+enum class DesktopsMade {
+    atStart,
+    whenShown  // by a request of the window manager's own
+};
+
 struct WindowManager {
     std::string_view name;
     std::vector<std::string> command;
     FrameWindow frameWindow = FrameWindow::visible;
+    DesktopsMade desktopsMade = DesktopsMade::atStart;
     MonitorsDescribed monitorsDescribed = MonitorsDescribed::beforeStart;
     /// Writes its settings below a private home folder.
     void (*configure)(const std::filesystem::path& home, WindowManagerKeys keys) = nullptr;
