@@ -6,7 +6,6 @@
 
 #include <algorithm>
 #include <map>
-#include <utility>
 
 namespace tessellon {
 namespace {
@@ -81,34 +80,15 @@ void applyArrangement(WindowEngine& engine, const Arrangement& arrangement) {
         return;
     }
     const auto reads = engine.services().accessibility.beginReads();
-    const auto savesOnce = engine.memory().deferSaves();
-    auto& windows = engine.windows();
-    auto& memory = engine.memory();
-
-    // Everything is chosen and read before the first write and read back after the last one: the
-    // programs then take their new frames at the same time, and all of them are waited for once.
     auto pool = collectWindows(engine, arrangement);
-    std::vector<WindowPlacement> moves;
+    std::vector<WindowMove> moves;
     for (const auto& placement : arrangement.placements) {
         const auto window = takeWindow(pool, placement);
-        const auto current = window ? windows.readFrame(*window) : std::nullopt;
-        if (!current) {
-            continue;
-        }
-        if (!memory.findMemory(*window)) {
-            memory.rememberWindow(*current, *window);
-        }
-        moves.push_back({*window, targetOf(engine, displays, placement)});
-    }
-    windows.setFrames(moves);
-    for (const auto& [window, target] : moves) {
-        const auto result = windows.readFrame(window).value_or(target);
-        // A record that had to make room for a newer one stays dropped.
-        if (memory.isBound(window)) {
-            memory.updateMemory(result, window);
+        if (const auto current = window ? engine.windows().readFrame(*window) : std::nullopt) {
+            moves.push_back({*window, *current, targetOf(engine, displays, placement)});
         }
     }
-    engine.clearLast();
+    engine.moveAll(moves);
 }
 
 }  // namespace tessellon

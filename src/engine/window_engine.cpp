@@ -5,7 +5,6 @@
 
 #include <algorithm>
 #include <utility>
-#include <vector>
 
 namespace tessellon {
 namespace {
@@ -132,6 +131,25 @@ std::optional<Screen> WindowEngine::screenToTile(const std::optional<Element>& f
     return screens_.mainScreen();
 }
 
+/// The windows on the screen, the master first and as many as the user wants tiled.
+std::vector<VisibleWindow> WindowEngine::windowsToTile(
+    const Screen& screen, const std::optional<Element>& focused) const {
+    auto tiled = windows_.orderedVisibleWindows();
+    std::erase_if(tiled, [&](const VisibleWindow& visible) {
+        const auto own = screens_.screenFor(visible.frame);
+        return !own || own->id != screen.id;
+    });
+    const auto master = std::find_if(tiled.begin(), tiled.end(), [&](const VisibleWindow& visible) {
+        return focused && visible.window == *focused;
+    });
+    if (master != tiled.end()) {
+        std::rotate(tiled.begin(), master, master + 1);
+    }
+    const auto most = static_cast<std::size_t>(effectiveMaxTiles(services_.defaults));
+    tiled.resize(std::min(tiled.size(), most));
+    return tiled;
+}
+
 void WindowEngine::tile() {
     const auto& defaults = services_.defaults;
     if (defaults.boolForKey(preference::paused) ||
@@ -144,35 +162,31 @@ void WindowEngine::tile() {
     if (!screen) {
         return;
     }
-    auto tiled = windows_.orderedVisibleWindows();
-    std::erase_if(tiled, [&](const VisibleWindow& visible) {
-        const auto own = screens_.screenFor(visible.frame);
-        return !own || own->id != screen->id;
-    });
-    const auto master = std::find_if(tiled.begin(), tiled.end(), [&](const VisibleWindow& visible) {
-        return focused && visible.window == *focused;
-    });
-    if (master != tiled.end()) {
-        std::rotate(tiled.begin(), master, master + 1);
-    }
-    tiled.resize(std::min(tiled.size(), static_cast<std::size_t>(effectiveMaxTiles(defaults))));
+    const auto tiled = windowsToTile(*screen, focused);
     if (tiled.empty()) {
         return;
     }
-
     const Rect area = screens_.usableFrame(*screen);
     const double masterShare = effectiveMasterShare(defaults);
     const double gap = effectiveGap(defaults);
-    const auto saves = memory_.deferSaves();
-    // Everything is written before anything is read back, so that all programs work at once.
-    std::vector<WindowPlacement> placements;
-    placements.reserve(tiled.size());
+    std::vector<WindowMove> moves;
+    moves.reserve(tiled.size());
     for (const auto& [window, frame] : tiled) {
-        const Rect unit = tileUnit(placements.size(), tiled.size(), masterShare);
-        placements.push_back({window, placeUnit(unit, area, gap)});
+        const Rect unit = tileUnit(moves.size(), tiled.size(), masterShare);
+        moves.push_back({window, frame, placeUnit(unit, area, gap)});
+    }
+    moveAll(moves);
+}
+
+void WindowEngine::moveAll(std::span<const WindowMove> moves) {
+    const auto saves = memory_.deferSaves();
+    std::vector<WindowPlacement> placements;
+    placements.reserve(moves.size());
+    for (const auto& [window, current, target] : moves) {
         if (!memory_.findMemory(window)) {
-            memory_.rememberWindow(frame, window);
+            memory_.rememberWindow(current, window);
         }
+        placements.push_back({window, target});
     }
     windows_.setFrames(placements);
     for (const auto& [window, target] : placements) {

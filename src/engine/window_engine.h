@@ -10,7 +10,9 @@
 #include "engine/window_access.h"
 
 #include <optional>
+#include <span>
 #include <string>
+#include <vector>
 
 namespace tessellon {
 
@@ -29,6 +31,15 @@ struct LastSnap {
     /// The name of the display it went to, or "".
     std::string display;
     bool operator==(const LastSnap&) const = default;
+};
+
+/// A window that is moved together with others.
+struct WindowMove {
+    Element window;
+    /// Where it stands now.
+    Rect current;
+    Rect target;
+    bool operator==(const WindowMove&) const = default;
 };
 
 /// Frames are in the accessibility space. An action that cannot be carried out (paused, no window,
@@ -51,6 +62,11 @@ class WindowEngine {
     /// the others share the right one in rows.
     void tile();
 
+    /// Moves several windows, in order. Everything is written before anything is read back, so that
+    /// their programs work at the same time. Each window can be restored like a snapped one, and
+    /// the next shortcut starts a cycle anew.
+    void moveAll(std::span<const WindowMove> moves);
+
     /// Where `action` puts a window that is at `current` now, or nothing.
     std::optional<Rect> targetFrame(SnapAction action, const Element& window, const Rect& current);
 
@@ -70,6 +86,8 @@ class WindowEngine {
     void perform(SnapAction action, const Element& window, const Rect& current);
     SnapAction cycled(SnapAction action, const Rect& current) const;
     std::optional<Screen> screenToTile(const std::optional<Element>& focused) const;
+    std::vector<VisibleWindow> windowsToTile(const Screen& screen,
+                                             const std::optional<Element>& focused) const;
 
     EngineServices services_;
     WindowAccess windows_;
