@@ -8,6 +8,20 @@
 #include <utility>
 
 namespace tessellon {
+namespace {
+
+/// Has the first stored arrangement with this id changed, and saves the list if there is one.
+template <typename Change>
+void changeArrangement(ArrangementStore& store, const Uuid& id, Change change) {
+    auto arrangements = store.load();
+    const auto found = std::ranges::find(arrangements, id, &Arrangement::id);
+    if (found != arrangements.end()) {
+        change(*found);
+        store.save(arrangements);
+    }
+}
+
+}  // namespace
 
 ArrangementStore::ArrangementStore(UserDefaults& defaults, NotificationCenter& notifications)
     : defaults_(defaults), notifications_(notifications) {}
@@ -40,8 +54,7 @@ std::optional<std::vector<Arrangement>> ArrangementStore::read() const {
 }
 
 const Arrangement* findArrangement(std::span<const Arrangement> arrangements, const Uuid& id) {
-    const auto found = std::find_if(arrangements.begin(), arrangements.end(),
-                                    [&id](const Arrangement& a) { return a.id == id; });
+    const auto found = std::ranges::find(arrangements, id, &Arrangement::id);
     return found != arrangements.end() ? &*found : nullptr;
 }
 
@@ -56,13 +69,12 @@ void addArrangement(ArrangementStore& store, Arrangement arrangement) {
 }
 
 void renameArrangement(ArrangementStore& store, const Uuid& id, std::string_view name) {
-    auto arrangements = store.load();
-    const auto found = std::find_if(arrangements.begin(), arrangements.end(),
-                                    [&id](const Arrangement& a) { return a.id == id; });
-    if (found != arrangements.end()) {
-        found->name = name;
-        store.save(arrangements);
-    }
+    changeArrangement(store, id, [name](Arrangement& found) { found.name = name; });
+}
+
+void setArrangementCombo(ArrangementStore& store, const Uuid& id,
+                         const std::optional<KeyCombo>& combo) {
+    changeArrangement(store, id, [&combo](Arrangement& found) { found.combo = combo; });
 }
 
 void removeArrangement(ArrangementStore& store, const Uuid& id) {

@@ -51,6 +51,11 @@ void addArrangement(ArrangementStore& store, Arrangement arrangement);
 /// Gives the first stored arrangement with this id another name; saves nothing when there is none.
 void renameArrangement(ArrangementStore& store, const Uuid& id, std::string_view name);
 
+/// Gives the first stored arrangement with this id a shortcut or takes it away; saves nothing when
+/// there is none.
+void setArrangementCombo(ArrangementStore& store, const Uuid& id,
+                         const std::optional<KeyCombo>& combo);
+
 /// Removes every stored arrangement with this id.
 void removeArrangement(ArrangementStore& store, const Uuid& id);
 

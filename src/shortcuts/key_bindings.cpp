@@ -1,7 +1,7 @@
 #include "shortcuts/key_bindings.h"
 
 #include "app/preferences.h"
-#include "base/text.h"
+#include "engine/snap_action_names.h"
 #include "shortcuts/default_shortcuts.h"
 #include "shortcuts/key_labels.h"
 
@@ -41,7 +41,7 @@ std::optional<KeyCombo> KeyBindings::comboFor(const HotkeyTarget& target) const 
 
 void KeyBindings::setCombo(const std::optional<KeyCombo>& combo, const HotkeyTarget& target) {
     if (const auto* arrangement = std::get_if<HotkeyTarget::Arrangement>(&target.kind)) {
-        setArrangementCombo(combo, arrangement->id);
+        setArrangementCombo(arrangements_, arrangement->id, combo);
         return;
     }
     auto keymap = loadKeymap();
@@ -161,8 +161,7 @@ bool KeyBindings::exists(const HotkeyTarget& target, const Stored& stored) {
 
 std::string KeyBindings::title(const HotkeyTarget& target, const Stored& stored) {
     if (const auto* snap = std::get_if<HotkeyTarget::Snap>(&target.kind)) {
-        const auto title = tessellon::title(snap->action);
-        return std::string(title.substr(0, 1)) + toLower(title.substr(1));
+        return sentenceTitle(snap->action);
     }
     if (const auto* wanted = std::get_if<HotkeyTarget::Arrangement>(&target.kind)) {
         const auto* const found = findArrangement(stored.arrangements, wanted->id);
@@ -197,17 +196,6 @@ void KeyBindings::replaceKeymap(const Keymap& keymap) {
     if (auto json = encodeKeymap(keymap); json && mayReplaceKeymap()) {
         defaults_.setObject(preference::keymap, *std::move(json));
     }
-}
-
-void KeyBindings::setArrangementCombo(const std::optional<KeyCombo>& combo, const Uuid& id) {
-    auto arrangements = arrangements_.load();
-    const auto found = std::find_if(arrangements.begin(), arrangements.end(),
-                                    [&id](const Arrangement& a) { return a.id == id; });
-    if (found == arrangements.end()) {
-        return;
-    }
-    found->combo = combo;
-    arrangements_.save(arrangements);
 }
 
 }  // namespace tessellon

@@ -103,7 +103,6 @@ class KeyBindings {
     /// Keeps a stored keymap that cannot be read aside; false when that fails.
     bool mayReplaceKeymap();
     void replaceKeymap(const Keymap& keymap);
-    void setArrangementCombo(const std::optional<KeyCombo>& combo, const Uuid& id);
 
     UserDefaults& defaults_;
     ArrangementStore& arrangements_;
