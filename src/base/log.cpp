@@ -20,7 +20,9 @@ void log(LogPriority priority, std::string_view message) {
     }
     line += "tessellon: ";
     for (const char c : message) {
-        line += c == '\n' ? ' ' : c;
+        // What others have named may hold anything, and the reader may be a terminal.
+        const auto byte = static_cast<unsigned char>(c);
+        line += byte < 0x20 || byte == 0x7F ? ' ' : c;
     }
     line += '\n';
     std::fwrite(line.data(), 1, line.size(), stderr);
