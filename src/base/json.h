@@ -4,7 +4,6 @@
 
 #include "base/geometry.h"
 
-#include <concepts>
 #include <cstdint>
 #include <nlohmann/json_fwd.hpp>
 #include <optional>

@@ -10,8 +10,7 @@ Token NotificationCenter::observe(std::string_view name, Observer observer) {
 
 void NotificationCenter::post(std::string_view name, const Object& object) const {
     if (const auto found = signals_.find(name); found != signals_.end()) {
-        const auto signal = found->second;  // an observer may add the first one for another name
-        signal.emit(object);
+        found->second.emit(object);
     }
 }
 

@@ -7,6 +7,7 @@ class Beep {
   public:
     virtual ~Beep() = default;
 
+    /// Sounds once; returns at once.
     virtual void beep() = 0;
 };
 

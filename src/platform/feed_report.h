@@ -15,6 +15,7 @@ namespace tessellon {
 /// No first line is longer, in bytes.
 inline constexpr std::size_t longestFeedReportHead = 64;
 
+/// The report of a fetch.
 std::string feedReport(const FeedResult& result);
 
 /// Nothing when the bytes are no whole report.

@@ -1,5 +1,7 @@
 #include "platform/user_defaults.h"
 
+#include "base/text.h"
+
 #include <algorithm>
 #include <array>
 #include <charconv>
@@ -11,17 +13,9 @@
 namespace tessellon {
 namespace {
 
-std::string_view trimmed(std::string_view text) {
-    const auto first = text.find_first_not_of(" \t\r\n");
-    if (first == std::string_view::npos) {
-        return {};
-    }
-    return text.substr(first, text.find_last_not_of(" \t\r\n") - first + 1);
-}
-
 /// The number a text begins with, 0 when it begins with none, infinite when it is too large.
 double leadingNumber(std::string_view text) {
-    text = trimmed(text);
+    text = trimWhitespace(text);
     if (text.starts_with('+')) {
         text.remove_prefix(1);
     }
@@ -32,7 +26,7 @@ double leadingNumber(std::string_view text) {
 }
 
 bool isWordForYes(std::string_view text) {
-    std::string lower(trimmed(text));
+    std::string lower(trimWhitespace(text));
     std::transform(lower.begin(), lower.end(), lower.begin(),
                    [](unsigned char c) { return c >= 'A' && c <= 'Z' ? c + 32 : c; });
     return lower == "yes" || lower == "true" || lower == "y" || lower == "t";

@@ -1,6 +1,5 @@
 #include "platform/linux/private_file.h"
 
-#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <charconv>

@@ -4,11 +4,10 @@
 #include "platform/linux/property_list_limits.h"
 
 #include <array>
-#include <charconv>
-#include <chrono>
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
+#include <ctime>
 #include <limits>
 #include <utility>
 

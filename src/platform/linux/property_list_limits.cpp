@@ -1,7 +1,6 @@
 #include "platform/linux/property_list_limits.h"
 
 #include <algorithm>
-#include <array>
 #include <cstdint>
 #include <optional>
 

@@ -12,7 +12,6 @@
 #include <QObject>
 #include <QString>
 #include <functional>
-#include <utility>
 
 namespace tessellon {
 

@@ -169,9 +169,7 @@ const MemoryWindow* MemoryDesktop::findWindow(const Element& element) const {
 }
 
 MemoryWindow* MemoryDesktop::window(const Element& element) {
-    const auto found = windows_.find(element.id);
-    return found != windows_.end() && found->second.first == element ? &found->second.second
-                                                                     : nullptr;
+    return const_cast<MemoryWindow*>(findWindow(element));
 }
 
 void MemoryDesktop::raise(const Element& element) {

@@ -96,7 +96,6 @@ class MemoryDesktop {
     void quit(Pid pid);
     /// Null when there is none with this process id.
     MemoryApplication* application(Pid pid);
-    const std::vector<MemoryApplication>& allApplications() const { return running_; }
     void setFrontmost(std::optional<Pid> pid) { frontmost_ = pid; }
     std::optional<Pid> frontmost() const { return frontmost_; }
 
@@ -142,7 +141,6 @@ class MemoryDesktop {
     void countTrustRequest() { ++trustRequests_; }
     int trustRequests() const { return trustRequests_; }
     void setWindowListAvailable(bool available) { windowListAvailable_ = available; }
-    bool isWindowListAvailable() const { return windowListAvailable_; }
 
   private:
     class ApplicationsPort;

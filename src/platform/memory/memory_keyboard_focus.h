@@ -5,7 +5,6 @@
 #include "platform/memory/memory_event_monitors.h"
 
 #include <memory>
-#include <optional>
 #include <utility>
 
 namespace tessellon {
