@@ -57,7 +57,7 @@ void RestoreMemory::adoptEdit() {
     }
     read();
     dropOldest();
-    std::erase_if(saved_, [this](const Binding& binding) { return !indexOf(binding.id); });
+    std::erase_if(bindings_, [this](const Binding& binding) { return !indexOf(binding.id); });
 }
 
 void RestoreMemory::dropRecordsOfAbsentApplications() {
@@ -103,7 +103,7 @@ std::optional<std::size_t> RestoreMemory::findMemory(const Element& window) {
         }
         if (nearlyEqual(record.snapped, *frame, recognitionTolerance) &&
             equivalent(record.title, title)) {
-            saved_.push_back({window, record.id});
+            bindings_.push_back({window, record.id});
             return i;
         }
     }
@@ -121,13 +121,12 @@ std::optional<Rect> RestoreMemory::originalFrame(const Element& window) {
 }
 
 void RestoreMemory::rememberWindow(const Rect& frame, const Element& window) {
-    if (saved_.size() >= bindingsBeforePruning) {
+    if (bindings_.size() >= bindingsBeforePruning) {
         prune();
     }
-    // One text that is not UTF-8 would keep all records from being stored.
     Memory record{Uuid::random(), windows_.bundleIdentifier(window).value_or(""),
                   windows_.title(window), frame, frame};
-    saved_.push_back({window, record.id});
+    bindings_.push_back({window, record.id});
     records_.push_back(std::move(record));
     dropOldest();
     save();
@@ -162,12 +161,12 @@ Token RestoreMemory::deferSaves() {
 
 void RestoreMemory::prune() {
     std::unordered_set<Uuid> dead;
-    for (const auto& binding : saved_) {
+    for (const auto& binding : bindings_) {
         if (!windows_.readFrame(binding.window)) {
             dead.insert(binding.id);
         }
     }
-    std::erase_if(saved_, [&](const Binding& binding) { return dead.contains(binding.id); });
+    std::erase_if(bindings_, [&](const Binding& binding) { return dead.contains(binding.id); });
     std::erase_if(records_, [&](const Memory& record) { return dead.contains(record.id); });
 }
 
@@ -178,13 +177,13 @@ void RestoreMemory::dropOldest() {
     const auto end =
         records_.begin() + static_cast<std::ptrdiff_t>(records_.size() - maximumRecords);
     for (auto record = records_.begin(); record != end; ++record) {
-        std::erase_if(saved_, [&](const Binding& binding) { return binding.id == record->id; });
+        std::erase_if(bindings_, [&](const Binding& binding) { return binding.id == record->id; });
     }
     records_.erase(records_.begin(), end);
 }
 
 void RestoreMemory::unbind(const Element& window) {
-    std::erase_if(saved_, [&](const Binding& binding) { return binding.window == window; });
+    std::erase_if(bindings_, [&](const Binding& binding) { return binding.window == window; });
 }
 
 std::optional<std::size_t> RestoreMemory::indexOf(const Uuid& id) const {
@@ -197,7 +196,7 @@ std::optional<std::size_t> RestoreMemory::indexOf(const Uuid& id) const {
 }
 
 std::optional<Uuid> RestoreMemory::boundId(const Element& window) const {
-    for (const auto& binding : saved_) {
+    for (const auto& binding : bindings_) {
         if (binding.window == window) {
             return binding.id;
         }
@@ -206,7 +205,7 @@ std::optional<Uuid> RestoreMemory::boundId(const Element& window) const {
 }
 
 bool RestoreMemory::isBoundToAny(const Uuid& id) const {
-    return std::any_of(saved_.begin(), saved_.end(),
+    return std::any_of(bindings_.begin(), bindings_.end(),
                        [&](const Binding& binding) { return binding.id == id; });
 }
 

@@ -91,7 +91,7 @@ class RestoreMemory {
     const Applications& applications_;
     UserDefaults& defaults_;
     std::vector<Memory> records_;
-    std::vector<Binding> saved_;
+    std::vector<Binding> bindings_;
     int deferrals_ = 0;
     bool unsaved_ = false;
     /// False while the stored value is one that could be neither read nor copied aside.

@@ -23,7 +23,7 @@ constexpr std::array<ModifierPair, 4> modifierPairs{{
 
 }  // namespace
 
-std::uint32_t carbonModifiers(std::uint64_t mods) {
+std::uint32_t hotKeyModifiers(std::uint64_t mods) {
     std::uint32_t result = 0;
     for (const auto& [flag, registered] : modifierPairs) {
         if ((mods & flag) != 0) {
@@ -51,7 +51,7 @@ void Hotkeys::setHandler(Handler handler) {
 }
 
 void Hotkeys::registerHotkeys() {
-    registeredRefs_.clear();
+    registrations_.clear();
     registeredTargets_.clear();
     takenTargets_.clear();
     if (hotkeyHandler_ && !recordingPause_) {
@@ -73,12 +73,12 @@ void Hotkeys::registerBindings() {
         const bool isDone = std::any_of(
             done.begin(), done.end(),
             [&combo = combo](const KeyCombo& other) { return sameShortcut(combo, other); });
-        auto ref = isDone ? std::nullopt : registerCombo(combo);
-        if (!ref) {
+        auto registration = isDone ? std::nullopt : registerCombo(combo);
+        if (!registration) {
             takenTargets_.insert(target);
             continue;
         }
-        registeredRefs_.push_back(*std::move(ref));
+        registrations_.push_back(*std::move(registration));
         registeredTargets_.push_back(target);
         done.push_back(combo);
     }
@@ -89,7 +89,7 @@ std::optional<Token> Hotkeys::registerCombo(const KeyCombo& combo) {
         return std::nullopt;
     }
     return center_.registerHotKey(
-        static_cast<std::uint32_t>(combo.keyCode), carbonModifiers(combo.mods),
+        static_cast<std::uint32_t>(combo.keyCode), hotKeyModifiers(combo.mods),
         {hotKeySignature, static_cast<std::uint32_t>(registeredTargets_.size())});
 }
 
@@ -114,7 +114,7 @@ std::string Hotkeys::statusText() const {
     if (recordingPause_) {
         return "Recording… shortcuts are paused for a moment.";
     }
-    auto text = std::to_string(registeredRefs_.size()) + " shortcuts registered";
+    auto text = std::to_string(registrations_.size()) + " shortcuts registered";
     if (!takenTargets_.empty()) {
         text += " · " + std::to_string(takenTargets_.size()) + " taken by another app";
     }

@@ -23,7 +23,7 @@ inline constexpr std::uint32_t hotKeySignature = 0x54534C4E;
 
 /// The modifier bits of a registration (hot_key_modifier) for those of a combination
 /// (modifier_flag); all other bits are dropped.
-std::uint32_t carbonModifiers(std::uint64_t mods);
+std::uint32_t hotKeyModifiers(std::uint64_t mods);
 
 class Hotkeys {
   public:
@@ -51,7 +51,7 @@ class Hotkeys {
     void setRecordingPause(bool paused);
 
     /// How many hot keys are registered.
-    std::size_t registeredCount() const { return registeredRefs_.size(); }
+    std::size_t registeredCount() const { return registrations_.size(); }
 
     /// The targets of the registered hot keys; the place in the list is the id.
     const std::vector<HotkeyTarget>& registeredTargets() const { return registeredTargets_; }
@@ -77,7 +77,7 @@ class Hotkeys {
     NotificationCenter& notifications_;
     Handler hotkeyHandler_;
     std::vector<KeyBinding> lastBindings_;
-    std::vector<Token> registeredRefs_;
+    std::vector<Token> registrations_;
     std::vector<HotkeyTarget> registeredTargets_;
     std::unordered_set<HotkeyTarget> takenTargets_;
     bool recordingPause_ = false;

@@ -39,7 +39,7 @@ class Onboarding {
     void hold(SnapAction action) {
         const auto combo = defaultCombo(HotkeyTarget::snap(action));
         center.holdByOthers(static_cast<std::uint32_t>(combo->keyCode),
-                            carbonModifiers(combo->mods));
+                            hotKeyModifiers(combo->mods));
         hotkeys.registerHotkeys();
     }
 

@@ -20,10 +20,10 @@ class HotkeysTest : public ShortcutsTest {
 };
 
 TEST_F(HotkeysTest, ModifiersAreConverted) {
-    EXPECT_EQ(carbonModifiers(0xC0000), 0x1800U);
-    EXPECT_EQ(carbonModifiers(0xE0000), 0x1A00U);
-    EXPECT_EQ(carbonModifiers(0x1C0000), 0x1900U);
-    EXPECT_EQ(carbonModifiers(~modifier_flag::all), 0U);
+    EXPECT_EQ(hotKeyModifiers(0xC0000), 0x1800U);
+    EXPECT_EQ(hotKeyModifiers(0xE0000), 0x1A00U);
+    EXPECT_EQ(hotKeyModifiers(0x1C0000), 0x1900U);
+    EXPECT_EQ(hotKeyModifiers(~modifier_flag::all), 0U);
 }
 
 TEST_F(HotkeysTest, NothingIsRegisteredBeforeThereIsAHandler) {
