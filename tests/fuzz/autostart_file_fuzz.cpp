@@ -1,5 +1,5 @@
 // Any bytes as an entry that the desktop starts at login.
-#include "platform/linux/autostart_entry.h"
+#include "platform/linux/autostart_file.h"
 
 #include <cstddef>
 #include <cstdint>

@@ -2,6 +2,7 @@
 
 #include "linux/environment.h"
 #include "linux/temporary_folder.h"
+#include "platform/linux/autostart_file.h"
 #include "platform/linux/desktop_entry.h"
 
 #include <chrono>

@@ -1,6 +1,7 @@
 #include "platform/linux/autostart_entry.h"
 
 #include "base/text.h"
+#include "platform/linux/autostart_file.h"
 #include "platform/linux/base_directories.h"
 #include "platform/linux/current_desktop.h"
 #include "platform/linux/desktop_entry.h"
@@ -10,11 +11,9 @@
 #include <algorithm>
 #include <array>
 #include <cerrno>
-#include <memory>
 #include <system_error>
 #include <utility>
 
-#include <glib.h>
 #include <unistd.h>
 
 namespace tessellon {
@@ -23,11 +22,6 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr const char* fileName = "app.tessellon.Tessellon.desktop";
-constexpr const char* group = G_KEY_FILE_DESKTOP_GROUP;
-/// How desktops that leave the file otherwise alone switch an entry off.
-constexpr const char* desktopSwitch = "X-GNOME-Autostart-enabled";
-/// Tells an entry that we have switched off from one that the user has.
-constexpr const char* removalMark = "X-Tessellon-Removed";
 constexpr std::size_t largestEntry = 65536;
 
 /// A program that lists what is started at login, and the desktop that it belongs to.
@@ -60,94 +54,12 @@ constexpr std::array loginSettings{
     LoginSettings{"Unity", "gnome-session-properties"},
 };
 
-struct KeyFileDeleter {
-    void operator()(GKeyFile* file) const { g_key_file_free(file); }
-};
-using KeyFile = std::unique_ptr<GKeyFile, KeyFileDeleter>;
-
-struct GFreeDeleter {
-    void operator()(void* memory) const { g_free(memory); }
-};
-using GText = std::unique_ptr<char, GFreeDeleter>;
-
-std::string textOf(GKeyFile* file, const char* key) {
-    const GText text(g_key_file_get_string(file, group, key, nullptr));
-    return text ? text.get() : "";
-}
-
-/// What the key says, else `fallback`.
-bool flagOf(GKeyFile* file, const char* key, bool fallback) {
-    GError* error = nullptr;
-    const bool value = g_key_file_get_boolean(file, group, key, &error) != FALSE;
-    if (error != nullptr) {
-        g_error_free(error);
-        return fallback;
-    }
-    return value;
-}
-
-/// True when the list under the key names one of the desktops; nothing when there is no list.
-std::optional<bool> lists(GKeyFile* file, const char* key,
-                          const std::vector<std::string>& desktops) {
-    gsize count = 0;
-    const std::unique_ptr<char*, decltype(&g_strfreev)> names(
-        g_key_file_get_string_list(file, group, key, &count, nullptr), &g_strfreev);
-    if (!names) {
-        return std::nullopt;
-    }
-    return std::any_of(names.get(), names.get() + count, [&desktops](const char* name) {
-        return std::find(desktops.begin(), desktops.end(), name) != desktops.end();
-    });
-}
-
-enum class Removal { none, ours };
-
-std::string entryText(const fs::path& program, Removal removal) {
-    const KeyFile file(g_key_file_new());
-    const auto text = [&file](const char* key, const std::string& value) {
-        g_key_file_set_string(file.get(), group, key, value.c_str());
-    };
-    const auto flag = [&file](const char* key, bool value) {
-        g_key_file_set_boolean(file.get(), group, key, value ? TRUE : FALSE);
-    };
-    text(G_KEY_FILE_DESKTOP_KEY_TYPE, G_KEY_FILE_DESKTOP_TYPE_APPLICATION);
-    text(G_KEY_FILE_DESKTOP_KEY_VERSION, "1.5");
-    text(G_KEY_FILE_DESKTOP_KEY_NAME, "Tessellon");
-    text(G_KEY_FILE_DESKTOP_KEY_COMMENT, "Puts windows where you want them");
-    text(G_KEY_FILE_DESKTOP_KEY_ICON, "app.tessellon.Tessellon");
-    text(G_KEY_FILE_DESKTOP_KEY_EXEC, execValue(program.string()));
-    text(G_KEY_FILE_DESKTOP_KEY_TRY_EXEC, program.string());
-    flag(G_KEY_FILE_DESKTOP_KEY_TERMINAL, false);
-    flag(G_KEY_FILE_DESKTOP_KEY_STARTUP_NOTIFY, false);
-    flag(desktopSwitch, true);
-    if (removal == Removal::ours) {
-        flag(G_KEY_FILE_DESKTOP_KEY_HIDDEN, true);
-        flag(removalMark, true);
-    }
-    gsize length = 0;
-    const GText written(g_key_file_to_data(file.get(), &length, nullptr));
-    return {written.get(), length};
-}
-
-/// Whether a desktop file can hold the path: its text is UTF-8 and of one line.
-bool canBeWritten(const fs::path& program) {
-    const auto text = program.string();
-    return program.is_absolute() && isValidUtf8(text) &&
-           std::none_of(text.begin(), text.end(),
-                        [](char c) { return static_cast<unsigned char>(c) < ' ' || c == 0x7F; });
-}
-
 std::string about(const fs::path& path, std::string_view what) {
     return "“" + sanitizedUtf8(path.string()) + "” " + std::string(what);
 }
 
 std::string about(const fs::path& path, std::string_view what, const std::error_code& error) {
     return about(path, what) + ": " + error.message() + ".";
-}
-
-/// Whether the condition that TryExec makes, a path or a name to be found in PATH, is met.
-bool canBeRun(const std::string& tryExec) {
-    return tryExec.empty() || GText(g_find_program_in_path(tryExec.c_str()));
 }
 
 std::optional<AutostartFile> readEntry(const fs::path& path,
@@ -174,47 +86,6 @@ constexpr std::string_view noHome =
     "There is no home folder in which the entry for the login could be kept.";
 
 }  // namespace
-
-std::string execValue(std::string_view program) {
-    constexpr std::string_view escaped = "\"`$\\";
-    std::string value = "\"";
-    for (const char c : program) {
-        if (escaped.find(c) != std::string_view::npos) {
-            value += '\\';
-        } else if (c == '%') {
-            value += '%';
-        }
-        value += c;
-    }
-    return value + '"';
-}
-
-std::optional<AutostartFile> parseAutostartFile(std::string_view text,
-                                                const std::vector<std::string>& desktops) {
-    const KeyFile keys(g_key_file_new());
-    if (g_key_file_load_from_data(keys.get(), text.data(), text.size(), G_KEY_FILE_NONE, nullptr) ==
-        FALSE) {
-        return std::nullopt;
-    }
-    auto* const file = keys.get();
-    const auto exec = textOf(file, G_KEY_FILE_DESKTOP_KEY_EXEC);
-    const bool isHidden = flagOf(file, G_KEY_FILE_DESKTOP_KEY_HIDDEN, false);
-    // An entry that only says that it is hidden needs nothing else.
-    if (!isHidden &&
-        (textOf(file, G_KEY_FILE_DESKTOP_KEY_TYPE) != G_KEY_FILE_DESKTOP_TYPE_APPLICATION ||
-         execProgram(exec).empty())) {
-        return std::nullopt;
-    }
-    const bool isForDesktop =
-        lists(file, G_KEY_FILE_DESKTOP_KEY_ONLY_SHOW_IN, desktops).value_or(true) &&
-        !lists(file, G_KEY_FILE_DESKTOP_KEY_NOT_SHOW_IN, desktops).value_or(false);
-    AutostartFile entry;
-    entry.program = execProgram(exec);
-    entry.tryExec = textOf(file, G_KEY_FILE_DESKTOP_KEY_TRY_EXEC);
-    entry.isOn = !isHidden && flagOf(file, desktopSwitch, true) && isForDesktop;
-    entry.isOurRemoval = isHidden && flagOf(file, removalMark, false);
-    return entry;
-}
 
 AutostartEntry::Places standardAutostartPlaces() {
     constexpr const char* folder = "autostart";
@@ -280,7 +151,7 @@ std::optional<std::string> AutostartEntry::registerItem() {
     if (places_.own.empty()) {
         return std::string(noHome);
     }
-    if (!canBeWritten(program_)) {
+    if (!canBeInAutostartFile(program_)) {
         return about(program_, "cannot be named in an entry for the login.");
     }
     if (isThere(path())) {
@@ -294,7 +165,7 @@ std::optional<std::string> AutostartEntry::registerItem() {
             }
         }
     }
-    return write(entryText(program_, Removal::none));
+    return write(autostartText(program_, AutostartPurpose::start));
 }
 
 std::optional<std::string> AutostartEntry::unregisterItem() {
@@ -302,7 +173,7 @@ std::optional<std::string> AutostartEntry::unregisterItem() {
         if (places_.own.empty()) {
             return std::string(noHome);
         }
-        return write(entryText(program_, Removal::ours));
+        return write(autostartText(program_, AutostartPurpose::removal));
     }
     if (places_.own.empty() || ::unlink(path().c_str()) == 0 || errno == ENOENT ||
         errno == ENOTDIR) {

@@ -1,8 +1,8 @@
 #include "platform/linux/base_directories.h"
 
-#include <algorithm>
+#include "platform/linux/environment.h"
+
 #include <array>
-#include <cstdlib>
 #include <string_view>
 
 #include <pwd.h>
@@ -13,11 +13,8 @@ namespace {
 
 using std::filesystem::path;
 
-std::optional<path> absolutePath(const char* text) {
-    if (text == nullptr || *text != '/') {
-        return std::nullopt;
-    }
-    return path(text);
+std::optional<path> absolutePath(std::string_view text) {
+    return text.starts_with('/') ? std::optional(path(text)) : std::nullopt;
 }
 
 std::optional<path> homeFromUserDatabase() {
@@ -28,12 +25,12 @@ std::optional<path> homeFromUserDatabase() {
         found == nullptr) {
         return std::nullopt;
     }
-    return absolutePath(found->pw_dir);
+    return absolutePath(found->pw_dir != nullptr ? found->pw_dir : "");
 }
 
 /// The folder that a variable names, else the one at `fallback` in the home folder.
 std::optional<path> userFolder(const char* variable, const char* fallback) {
-    if (auto folder = absolutePath(std::getenv(variable))) {
+    if (auto folder = absolutePath(environment(variable))) {
         return folder;
     }
     if (const auto home = homeFolder()) {
@@ -43,22 +40,19 @@ std::optional<path> userFolder(const char* variable, const char* fallback) {
 }
 
 /// Appends the absolute paths of a list that colons separate: a variable's, else `fallback`.
-void appendFolders(std::vector<path>& folders, const char* name, std::string_view fallback) {
-    const char* variable = std::getenv(name);
-    std::string_view rest = variable != nullptr && *variable != '\0' ? variable : fallback;
-    while (!rest.empty()) {
-        const auto end = std::min(rest.find(':'), rest.size());
-        if (rest.starts_with('/')) {
-            folders.emplace_back(rest.substr(0, end));
+void appendFolders(std::vector<path>& folders, const char* variable, std::string_view fallback) {
+    const auto list = environment(variable);
+    for (const auto& folder : colonList(list.empty() ? fallback : list)) {
+        if (folder.starts_with('/')) {
+            folders.emplace_back(folder);
         }
-        rest.remove_prefix(std::min(end + 1, rest.size()));
     }
 }
 
 }  // namespace
 
 std::optional<path> homeFolder() {
-    if (auto home = absolutePath(std::getenv("HOME"))) {
+    if (auto home = absolutePath(environment("HOME"))) {
         return home;
     }
     return homeFromUserDatabase();

@@ -1,7 +1,9 @@
 #include "platform/linux/bus_wait.h"
 
+#include "platform/linux/environment.h"
+#include "platform/linux/glib_text.h"
+
 #include <condition_variable>
-#include <cstdlib>
 #include <filesystem>
 #include <mutex>
 #include <stop_token>
@@ -10,11 +12,6 @@ namespace tessellon {
 namespace {
 
 constexpr const char* systemBusAddress = "unix:path=/var/run/dbus/system_bus_socket";
-
-std::string environment(const char* name) {
-    const char* value = std::getenv(name);
-    return value != nullptr ? value : "";
-}
 
 /// Whether the bus itself answers a call, which has no arguments.
 bool answers(GDBusConnection* connection, const char* method, const BusWait& wait) {
@@ -45,8 +42,7 @@ std::string busAddress(Bus bus) {
     if (!std::filesystem::is_socket(socket, error)) {
         return {};
     }
-    const std::unique_ptr<char, decltype(&g_free)> escaped(
-        g_dbus_address_escape_value(socket.c_str()), g_free);
+    const GText escaped(g_dbus_address_escape_value(socket.c_str()));
     return std::string("unix:path=") + escaped.get();
 }
 

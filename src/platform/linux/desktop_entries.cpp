@@ -4,10 +4,10 @@
 #include "platform/linux/base_directories.h"
 #include "platform/linux/current_desktop.h"
 #include "platform/linux/desktop_entry.h"
+#include "platform/linux/glib_text.h"
 #include "platform/linux/private_file.h"
 
 #include <algorithm>
-#include <cstdlib>
 #include <deque>
 #include <map>
 #include <set>
@@ -18,7 +18,6 @@
 #include <utility>
 
 #include <glib.h>
-#include <unistd.h>
 
 namespace tessellon {
 namespace {
@@ -30,34 +29,15 @@ constexpr std::size_t maxEntryBytes = std::size_t{1024} * 1024;
 constexpr int maxFolderDepth = 8;
 constexpr std::string_view suffix = ".desktop";
 
-bool isExecutableFile(const fs::path& path) {
-    std::error_code error;
-    return fs::is_regular_file(path, error) && access(path.c_str(), X_OK) == 0;
-}
-
 /// The absolute path of a program, links resolved, found on PATH unless it is absolute already.
-/// Empty when there is no such program.
+/// Empty when there is no such program, or it runs many others.
 std::string resolveProgram(const std::string& program) {
-    if (program.empty()) {
+    const GText found(program.empty() ? nullptr : g_find_program_in_path(program.c_str()));
+    if (!found || !g_path_is_absolute(found.get())) {
         return {};
     }
-    fs::path found;
-    if (program.find('/') != std::string::npos) {
-        found = program;
-    } else {
-        const char* variable = std::getenv("PATH");
-        std::string_view rest = variable != nullptr ? variable : "/usr/local/bin:/usr/bin:/bin";
-        while (!rest.empty() && found.empty()) {
-            const auto end = std::min(rest.find(':'), rest.size());
-            const auto candidate = fs::path(rest.substr(0, end)) / program;
-            if (candidate.is_absolute() && isExecutableFile(candidate)) {
-                found = candidate;
-            }
-            rest.remove_prefix(std::min(end + 1, rest.size()));
-        }
-    }
     std::error_code error;
-    const auto resolved = found.is_absolute() ? fs::canonical(found, error) : fs::path();
+    const auto resolved = fs::canonical(found.get(), error);
     return error || isGenericLauncher(resolved.string()) ? std::string() : resolved.string();
 }
 
@@ -76,16 +56,9 @@ struct Item {
     std::string executable;  // resolved; empty when unknown
 };
 
-struct GFreeDeleter {
-    void operator()(void* memory) const { g_free(memory); }
-};
-using GText = std::unique_ptr<char, GFreeDeleter>;
-
 /// Whether menus of this session show it.
 bool isShownHere(const Item& item, const std::vector<std::string>& desktops) {
-    const auto& tried = item.entry.tryExec;
-    return isShown(item.entry, desktops) &&
-           (tried.empty() || GText(g_find_program_in_path(tried.c_str())));
+    return isShown(item.entry, desktops) && canBeRun(item.entry.tryExec);
 }
 
 InstalledApplication applicationOf(const Item& item) {

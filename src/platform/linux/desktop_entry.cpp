@@ -1,5 +1,8 @@
 #include "platform/linux/desktop_entry.h"
 
+#include "platform/linux/glib_text.h"
+#include "platform/linux/key_file.h"
+
 #include <algorithm>
 #include <array>
 #include <iterator>
@@ -11,89 +14,16 @@
 namespace tessellon {
 namespace {
 
-constexpr const char* group = G_KEY_FILE_DESKTOP_GROUP;
-
-constexpr std::array<std::string_view, 51> genericLaunchers{"ash",
-                                                            "bash",
-                                                            "busybox",
-                                                            "bwrap",
-                                                            "dash",
-                                                            "dbus-launch",
-                                                            "electron",
-                                                            "env",
-                                                            "exo-open",
-                                                            "firejail",
-                                                            "fish",
-                                                            "flatpak",
-                                                            "gamescope",
-                                                            "gdb",
-                                                            "gio",
-                                                            "gjs",
-                                                            "gjs-console",
-                                                            "gtk-launch",
-                                                            "java",
-                                                            "javaws",
-                                                            "kioclient",
-                                                            "kstart",
-                                                            "ksh",
-                                                            "love",
-                                                            "lua",
-                                                            "mono",
-                                                            "nice",
-                                                            "nohup",
-                                                            "node",
-                                                            "nodejs",
-                                                            "perl",
-                                                            "php",
-                                                            "pkexec",
-                                                            "prime-run",
-                                                            "python",
-                                                            "pypy",
-                                                            "qemu-x86_64",
-                                                            "ruby",
-                                                            "sh",
-                                                            "snap",
-                                                            "steam",
-                                                            "sudo",
-                                                            "systemd-run",
-                                                            "tclsh",
-                                                            "wine",
-                                                            "wine64-preloader",
-                                                            "wine-preloader",
-                                                            "wish",
-                                                            "x-terminal-emulator",
-                                                            "xdg-open",
-                                                            "zsh"};
-
-struct GFreeDeleter {
-    void operator()(void* memory) const { g_free(memory); }
-};
-using GText = std::unique_ptr<char, GFreeDeleter>;
-
-struct KeyFileDeleter {
-    void operator()(GKeyFile* file) const { g_key_file_free(file); }
-};
-using KeyFile = std::unique_ptr<GKeyFile, KeyFileDeleter>;
-
-std::string textOf(GKeyFile* file, const char* key) {
-    const GText text(g_key_file_get_string(file, group, key, nullptr));
-    return text ? text.get() : "";
-}
-
-std::string localText(GKeyFile* file, const char* key) {
-    const GText text(g_key_file_get_locale_string(file, group, key, nullptr, nullptr));
-    return text ? text.get() : "";
-}
-
-std::optional<std::vector<std::string>> listOf(GKeyFile* file, const char* key) {
-    gsize count = 0;
-    const std::unique_ptr<char*, decltype(&g_strfreev)> texts(
-        g_key_file_get_string_list(file, group, key, &count, nullptr), &g_strfreev);
-    if (!texts) {
-        return std::nullopt;
-    }
-    return std::vector<std::string>(texts.get(), texts.get() + count);
-}
+// clang-format off
+constexpr auto genericLaunchers = std::to_array<std::string_view>({
+    "ash", "bash", "busybox", "bwrap", "dash", "dbus-launch", "electron", "env", "exo-open",
+    "firejail", "fish", "flatpak", "gamescope", "gdb", "gio", "gjs", "gjs-console", "gtk-launch",
+    "java", "javaws", "kioclient", "kstart", "ksh", "love", "lua", "mono", "nice", "nohup", "node",
+    "nodejs", "perl", "php", "pkexec", "prime-run", "python", "pypy", "qemu-x86_64", "ruby", "sh",
+    "snap", "steam", "sudo", "systemd-run", "tclsh", "wine", "wine64-preloader", "wine-preloader",
+    "wish", "x-terminal-emulator", "xdg-open", "zsh",
+});
+// clang-format on
 
 std::vector<std::string> shellWords(const std::string& text) {
     int count = 0;
@@ -181,22 +111,16 @@ bool isGenericLauncher(std::string_view program) {
 }
 
 std::optional<DesktopEntry> parseDesktopEntry(std::string_view text) {
-    const auto lines = relevantLines(text);
-    const KeyFile file(g_key_file_new());
-    if (g_key_file_load_from_data(file.get(), lines.data(), lines.size(), G_KEY_FILE_NONE,
-                                  nullptr) == FALSE ||
-        textOf(file.get(), G_KEY_FILE_DESKTOP_KEY_TYPE) != G_KEY_FILE_DESKTOP_TYPE_APPLICATION) {
+    const auto file = KeyFile::parse(relevantLines(text));
+    if (!file || file->text(G_KEY_FILE_DESKTOP_KEY_TYPE) != G_KEY_FILE_DESKTOP_TYPE_APPLICATION) {
         return std::nullopt;
     }
-    const auto flag = [&file](const char* key) {
-        return g_key_file_get_boolean(file.get(), group, key, nullptr) != FALSE;
-    };
     DesktopEntry entry;
-    entry.name = localText(file.get(), G_KEY_FILE_DESKTOP_KEY_NAME);
-    entry.plainName = textOf(file.get(), G_KEY_FILE_DESKTOP_KEY_NAME);
-    entry.icon = localText(file.get(), G_KEY_FILE_DESKTOP_KEY_ICON);
-    entry.startupWmClass = textOf(file.get(), G_KEY_FILE_DESKTOP_KEY_STARTUP_WM_CLASS);
-    const auto words = shellWords(textOf(file.get(), G_KEY_FILE_DESKTOP_KEY_EXEC));
+    entry.name = file->localText(G_KEY_FILE_DESKTOP_KEY_NAME);
+    entry.plainName = file->text(G_KEY_FILE_DESKTOP_KEY_NAME);
+    entry.icon = file->localText(G_KEY_FILE_DESKTOP_KEY_ICON);
+    entry.startupWmClass = file->text(G_KEY_FILE_DESKTOP_KEY_STARTUP_WM_CLASS);
+    const auto words = shellWords(file->text(G_KEY_FILE_DESKTOP_KEY_EXEC));
     if (const auto program = findProgram(words); program != words.end()) {
         entry.program = unlessGeneric(*program);
     }
@@ -204,23 +128,32 @@ std::optional<DesktopEntry> parseDesktopEntry(std::string_view text) {
         static_cast<int>(std::count_if(words.begin(), words.end(), [](const std::string& word) {
             return word.size() != 2 || word[0] != '%';
         }));
-    entry.tryExec = textOf(file.get(), G_KEY_FILE_DESKTOP_KEY_TRY_EXEC);
+    entry.tryExec = file->text(G_KEY_FILE_DESKTOP_KEY_TRY_EXEC);
     entry.tryProgram = unlessGeneric(entry.tryExec);
-    entry.onlyShowIn = listOf(file.get(), G_KEY_FILE_DESKTOP_KEY_ONLY_SHOW_IN);
-    entry.notShowIn =
-        listOf(file.get(), G_KEY_FILE_DESKTOP_KEY_NOT_SHOW_IN).value_or(std::vector<std::string>{});
-    entry.noDisplay = flag(G_KEY_FILE_DESKTOP_KEY_NO_DISPLAY);
-    entry.hidden = flag(G_KEY_FILE_DESKTOP_KEY_HIDDEN);
+    entry.onlyShowIn = file->list(G_KEY_FILE_DESKTOP_KEY_ONLY_SHOW_IN);
+    entry.notShowIn = file->list(G_KEY_FILE_DESKTOP_KEY_NOT_SHOW_IN);
+    entry.noDisplay = file->flag(G_KEY_FILE_DESKTOP_KEY_NO_DISPLAY).value_or(false);
+    entry.hidden = file->flag(G_KEY_FILE_DESKTOP_KEY_HIDDEN).value_or(false);
     return entry;
 }
 
-bool isShown(const DesktopEntry& entry, const std::vector<std::string>& desktops) {
+bool isForDesktops(const std::optional<std::vector<std::string>>& onlyShowIn,
+                   const std::optional<std::vector<std::string>>& notShowIn,
+                   const std::vector<std::string>& desktops) {
     const auto names = [&desktops](const std::vector<std::string>& list) {
         return std::find_first_of(list.begin(), list.end(), desktops.begin(), desktops.end()) !=
                list.end();
     };
+    return (!onlyShowIn || names(*onlyShowIn)) && !(notShowIn && names(*notShowIn));
+}
+
+bool isShown(const DesktopEntry& entry, const std::vector<std::string>& desktops) {
     return !entry.hidden && !entry.noDisplay && !entry.name.empty() &&
-           (!entry.onlyShowIn || names(*entry.onlyShowIn)) && !names(entry.notShowIn);
+           isForDesktops(entry.onlyShowIn, entry.notShowIn, desktops);
+}
+
+bool canBeRun(const std::string& tryExec) {
+    return tryExec.empty() || GText(g_find_program_in_path(tryExec.c_str()));
 }
 
 }  // namespace tessellon

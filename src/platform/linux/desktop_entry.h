@@ -26,7 +26,7 @@ struct DesktopEntry {
     std::string tryExec;
     /// The desktops whose menus alone show it, when that is limited, and those whose menus do not.
     std::optional<std::vector<std::string>> onlyShowIn;
-    std::vector<std::string> notShowIn;
+    std::optional<std::vector<std::string>> notShowIn;
     /// How many words Exec has, place holders such as %U left out.
     int execWords = 0;
     bool noDisplay = false;
@@ -38,9 +38,18 @@ struct DesktopEntry {
 /// LANGUAGE, LC_ALL, LC_MESSAGES and LANG.
 std::optional<DesktopEntry> parseDesktopEntry(std::string_view text);
 
+/// Whether something with these lists of desktops is meant for one of these names.
+bool isForDesktops(const std::optional<std::vector<std::string>>& onlyShowIn,
+                   const std::optional<std::vector<std::string>>& notShowIn,
+                   const std::vector<std::string>& desktops);
+
 /// Whether menus show the application on a desktop of these names. Whether it can be run is not
 /// looked at.
 bool isShown(const DesktopEntry& entry, const std::vector<std::string>& desktops);
+
+/// Whether the condition that TryExec makes is met: there is none, or the program at the path or of
+/// that name on PATH can be run.
+bool canBeRun(const std::string& tryExec);
 
 /// The program that the value of an Exec key starts, with "env" and its assignments skipped. Empty
 /// when the value cannot be split into words.
