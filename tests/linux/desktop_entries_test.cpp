@@ -1,3 +1,4 @@
+// Which installed application a window, an identifier or a name stands for.
 #include "platform/linux/desktop_entries.h"
 
 #include "linux/environment.h"
@@ -65,7 +66,7 @@ class DesktopEntriesTest : public testing::Test {
     Environment locale_{"LC_ALL", "de_DE.UTF-8"};
 };
 
-TEST_F(DesktopEntriesTest, theHintsCountInTheirOrder) {
+TEST_F(DesktopEntriesTest, TheHintsCountInTheirOrder) {
     addProgram("runner");
     add(system() / "org.example.Gtk.desktop", "Name=a");
     add(system() / "starter.desktop", "Name=b\nStartupWMClass=Started");
@@ -85,7 +86,7 @@ TEST_F(DesktopEntriesTest, theHintsCountInTheirOrder) {
     EXPECT_EQ(idFor({}), "");
 }
 
-TEST_F(DesktopEntriesTest, classesMatchExactlyFirstThenInAnyCaseThenByTheLastPartOfAName) {
+TEST_F(DesktopEntriesTest, ClassesMatchExactlyFirstThenInAnyCaseThenByTheLastPartOfAName) {
     add(system() / "one.desktop", "StartupWMClass=tool");
     add(system() / "two.desktop", "StartupWMClass=Tool");
     add(system() / "org.example.Viewer.desktop", "Name=x");
@@ -100,14 +101,14 @@ TEST_F(DesktopEntriesTest, classesMatchExactlyFirstThenInAnyCaseThenByTheLastPar
     EXPECT_EQ(idForClass("thing"), "") << "not a name in reverse-DNS form";
 }
 
-TEST_F(DesktopEntriesTest, aWebApplicationIsNotTakenForItsBrowser) {
+TEST_F(DesktopEntriesTest, AWebApplicationIsNotTakenForItsBrowser) {
     add(system() / "browser.desktop", "Name=Browser\nStartupWMClass=Browser");
     add(system() / "mail.desktop", "Name=Mail\nStartupWMClass=crx_mail");
     EXPECT_EQ(idFor({"", "crx_mail", "Browser", ""}), "mail");
     EXPECT_EQ(idFor({"", "browser", "Browser", ""}), "browser");
 }
 
-TEST_F(DesktopEntriesTest, theFirstFolderWinsAndHiddenMeansNotThere) {
+TEST_F(DesktopEntriesTest, TheFirstFolderWinsAndHiddenMeansNotThere) {
     add(system() / "editor.desktop", "Name=System");
     add(own() / "editor.desktop", "Name=Own\nName[fr]=À moi");
     add(system() / "removed.desktop", "Name=x\nStartupWMClass=Removed");
@@ -127,7 +128,7 @@ TEST_F(DesktopEntriesTest, theFirstFolderWinsAndHiddenMeansNotThere) {
     EXPECT_EQ(idForClass("link"), "");
 }
 
-TEST_F(DesktopEntriesTest, programsAreFoundThroughPathLinksAndEnvButNotThroughLaunchers) {
+TEST_F(DesktopEntriesTest, ProgramsAreFoundThroughPathLinksAndEnvButNotThroughLaunchers) {
     for (const auto* name : {"real", "suite", "sh", "python3.11", "tried"}) {
         addProgram(name);
     }
@@ -147,7 +148,7 @@ TEST_F(DesktopEntriesTest, programsAreFoundThroughPathLinksAndEnvButNotThroughLa
     EXPECT_EQ(idForProgram("suite"), "suite");
 }
 
-TEST_F(DesktopEntriesTest, newEntriesAreNoticedAfterAWhile) {
+TEST_F(DesktopEntriesTest, NewEntriesAreNoticedAfterAWhile) {
     EXPECT_EQ(idForClass("late"), "");
     add(own() / "late.desktop", "Name=x");
     loop_.advance(Seconds(1));
@@ -159,7 +160,7 @@ TEST_F(DesktopEntriesTest, newEntriesAreNoticedAfterAWhile) {
     EXPECT_EQ(idForClass("late"), "");
 }
 
-TEST_F(DesktopEntriesTest, identifiersAndNamesFindWhatTheyAreExactly) {
+TEST_F(DesktopEntriesTest, IdentifiersAndNamesFindWhatTheyAreExactly) {
     add(system() / "org.example.Files.desktop",
         "Name=Files\nName[de]=Dateien\nIcon=folder\nIcon[de]=ordner");
     add(system() / "quiet.desktop", "Name=Quiet\nNoDisplay=true");
@@ -180,7 +181,7 @@ TEST_F(DesktopEntriesTest, identifiersAndNamesFindWhatTheyAreExactly) {
     }
 }
 
-TEST_F(DesktopEntriesTest, ofOneNameTheShownOneCountsThenTheOneForEveryone) {
+TEST_F(DesktopEntriesTest, OfOneNameTheShownOneCountsThenTheOneForEveryone) {
     add(own() / "a-own.desktop", "Name=Viewer");
     EXPECT_EQ(idNamed("Viewer"), "a-own");
     add(system() / "b-everyone.desktop", "Name=Viewer");
@@ -189,7 +190,7 @@ TEST_F(DesktopEntriesTest, ofOneNameTheShownOneCountsThenTheOneForEveryone) {
     EXPECT_EQ(idNamed("Viewer"), "b-everyone");
 }
 
-TEST_F(DesktopEntriesTest, menusShowWhatThisDesktopCanRunByName) {
+TEST_F(DesktopEntriesTest, MenusShowWhatThisDesktopCanRunByName) {
     const Environment desktop("XDG_CURRENT_DESKTOP", "Sub:XFCE");
     addProgram("there");
     add(system() / "y.desktop", "Name=bild\nTerminal=true\nTryExec=there");
@@ -207,7 +208,7 @@ TEST_F(DesktopEntriesTest, menusShowWhatThisDesktopCanRunByName) {
     EXPECT_EQ(names, (std::vector<std::string>{"Alt", "bild", "Zug"}));
 }
 
-TEST(ApplicationFoldersTest, exportsFollowUnlessTheSessionNamesThem) {
+TEST(ApplicationFoldersTest, ExportsFollowUnlessTheSessionNamesThem) {
     using Owner = ApplicationFolder::Owner;
     const Environment home("HOME", "/home/me");
     const Environment own("XDG_DATA_HOME", "");
@@ -232,9 +233,11 @@ TEST(ApplicationFoldersTest, exportsFollowUnlessTheSessionNamesThem) {
     EXPECT_EQ(folders[2], ownExports);
 }
 
-TEST_F(DesktopEntriesTest, damagedFilesAreLeftOut) {
+TEST_F(DesktopEntriesTest, DamagedFilesAreLeftOut) {
     fs::create_directories(own() / "folder.desktop");
-    fs::create_symlink("..", own() / "circle");
+    for (int i = 0; i < 20; ++i) {
+        fs::create_symlink("..", own() / ("circle" + std::to_string(i)));
+    }
     writeFile(own() / "binary.desktop", std::string("\0\xFF[", 3));
     writeFile(own() / "huge.desktop", "");
     fs::resize_file(own() / "huge.desktop", std::uintmax_t{1} << 40);
@@ -245,7 +248,7 @@ TEST_F(DesktopEntriesTest, damagedFilesAreLeftOut) {
     EXPECT_EQ(idForClass("huge"), "");
 }
 
-TEST(ProcessInfoTest, theProgramOfAProcess) {
+TEST(ProcessInfoTest, TheProgramOfAProcess) {
     EXPECT_EQ(processExecutable(getpid()), fs::read_symlink("/proc/self/exe"));
     EXPECT_EQ(processExecutable(0), std::nullopt);
     EXPECT_EQ(processExecutable(-5), std::nullopt);

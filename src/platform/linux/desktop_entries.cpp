@@ -26,7 +26,7 @@ namespace fs = std::filesystem;
 
 constexpr Seconds checkInterval{2};
 constexpr std::size_t maxEntryBytes = std::size_t{1024} * 1024;
-constexpr int maxFolderDepth = 8;
+constexpr std::size_t maxFolderDepth = 8;
 constexpr std::string_view suffix = ".desktop";
 
 /// The absolute path of a program, links resolved, found on PATH unless it is absolute already.
@@ -121,7 +121,9 @@ class DesktopEntries::Catalog {
     const std::vector<const Item*>& installed() const { return installed_; }
 
   private:
-    void scan(const ApplicationFolder& place, const std::string& idPrefix, int depth);
+    /// `above` are the real paths of the folders that this one is in.
+    void scan(const ApplicationFolder& place, const std::string& idPrefix,
+              std::vector<fs::path> above);
     void addFile(const fs::path& file, std::string identifier, ApplicationFolder::Owner owner);
     void addToIndexes(const Item& item);
     const Item* runsExecutable(const std::string& executable) const;
@@ -140,7 +142,7 @@ class DesktopEntries::Catalog {
 
 DesktopEntries::Catalog::Catalog(const std::vector<ApplicationFolder>& folders) {
     for (const auto& folder : folders) {
-        scan(folder, "", 0);
+        scan(folder, "", {});
     }
     // A file hides those with the same id in less important folders, also when all it says is that
     // the application is not there.
@@ -163,9 +165,16 @@ DesktopEntries::Catalog::Catalog(const std::vector<ApplicationFolder>& folders) 
 }
 
 void DesktopEntries::Catalog::scan(const ApplicationFolder& place, const std::string& idPrefix,
-                                   int depth) {
+                                   std::vector<fs::path> above) {
     const auto& folder = place.path;
     std::error_code error;
+    auto real = fs::canonical(folder, error);
+    // Links may lead back up, and many of them would multiply.
+    if (above.size() > maxFolderDepth ||
+        std::find(above.begin(), above.end(), real) != above.end()) {
+        return;
+    }
+    above.push_back(std::move(real));
     // A folder that is not there yet is remembered with the time that stands for the failure.
     folderTimes_[folder] = fs::last_write_time(folder, error);
     std::vector<fs::directory_entry> found;
@@ -175,13 +184,11 @@ void DesktopEntries::Catalog::scan(const ApplicationFolder& place, const std::st
     std::sort(found.begin(), found.end());
     for (const auto& file : found) {
         const auto name = file.path().filename().string();
-        if (!file.is_directory(error)) {
-            if (name.ends_with(suffix)) {
-                addFile(file.path(), idPrefix + name.substr(0, name.size() - suffix.size()),
-                        place.owner);
-            }
-        } else if (depth < maxFolderDepth) {
-            scan({file.path(), place.owner}, idPrefix + name + "-", depth + 1);
+        if (file.is_directory(error)) {
+            scan({file.path(), place.owner}, idPrefix + name + "-", above);
+        } else if (name.ends_with(suffix)) {
+            addFile(file.path(), idPrefix + name.substr(0, name.size() - suffix.size()),
+                    place.owner);
         }
     }
 }
