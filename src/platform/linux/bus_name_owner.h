@@ -13,8 +13,8 @@ class BusNameOwner : public QObject {
     Q_OBJECT
 
   public:
-    /// Begins to ask. `changed` is called with the bus's own name for the owner whenever that is
-    /// another one; the name is empty when nobody is.
+    /// Begins to ask. `changed` is called at every change of the owner, with the bus's own name for
+    /// the new one, which is empty when there is none.
     BusNameOwner(const QDBusConnection& connection, const QString& name,
                  std::function<void(const QString& owner)> changed);
 

@@ -3,6 +3,7 @@
 #include <QDBusPendingCall>
 #include <QDBusPendingCallWatcher>
 #include <QDBusVariant>
+#include <QStringList>
 #include <utility>
 
 namespace tessellon {
@@ -10,6 +11,11 @@ namespace {
 
 const auto watcherName = QStringLiteral("org.kde.StatusNotifierWatcher");
 const auto watcherPath = QStringLiteral("/StatusNotifierWatcher");
+
+QStringList hostSignals() {
+    return {QStringLiteral("StatusNotifierHostRegistered"),
+            QStringLiteral("StatusNotifierHostUnregistered")};
+}
 
 QVariant firstOf(const QDBusMessage& reply) {
     if (reply.type() != QDBusMessage::ReplyMessage || reply.arguments().isEmpty()) {
@@ -37,30 +43,29 @@ void StatusNotifierWatcher::add(const QString& service) {
 
 // The owner is addressed by its own name on the bus: what an earlier one still says does not count.
 void StatusNotifierWatcher::setOwner(const QString& owner) {
-    listenToOwner(false);
+    if (!owner_.isEmpty()) {
+        endListening();
+    }
     owner_ = owner;
     ++questions_;
     setHasHost(false);
     if (owner_.isEmpty()) {
         return;
     }
-    listenToOwner(true);
+    beginListening();
     listeners_.began();
     askForHost();
 }
 
-void StatusNotifierWatcher::listenToOwner(bool listen) {
-    if (owner_.isEmpty()) {
-        return;
+void StatusNotifierWatcher::beginListening() {
+    for (const auto& signal : hostSignals()) {
+        connection_.connect(owner_, watcherPath, watcherName, signal, this, SLOT(askForHost()));
     }
-    for (const auto& signal : {QStringLiteral("StatusNotifierHostRegistered"),
-                               QStringLiteral("StatusNotifierHostUnregistered")}) {
-        if (listen) {
-            connection_.connect(owner_, watcherPath, watcherName, signal, this, SLOT(askForHost()));
-        } else {
-            connection_.disconnect(owner_, watcherPath, watcherName, signal, this,
-                                   SLOT(askForHost()));
-        }
+}
+
+void StatusNotifierWatcher::endListening() {
+    for (const auto& signal : hostSignals()) {
+        connection_.disconnect(owner_, watcherPath, watcherName, signal, this, SLOT(askForHost()));
     }
 }
 

@@ -38,7 +38,8 @@ class StatusNotifierWatcher : public QObject {
 
     void setOwner(const QString& owner);
     void setHasHost(bool hasHost);
-    void listenToOwner(bool listen);
+    void beginListening();
+    void endListening();
     void call(const QDBusMessage& message, std::function<void(const QDBusMessage&)> answered);
 
     QDBusConnection connection_;

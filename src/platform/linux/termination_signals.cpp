@@ -16,9 +16,16 @@ TerminationSignals::TerminationSignals() {
     sigaddset(&signals, SIGHUP);
     sigprocmask(SIG_BLOCK, &signals, nullptr);
     descriptor_ = signalfd(-1, &signals, SFD_CLOEXEC | SFD_NONBLOCK);
+    if (descriptor_ < 0) {
+        // Better an end without a last save than a program that nobody can end.
+        sigprocmask(SIG_UNBLOCK, &signals, nullptr);
+    }
 }
 
 void TerminationSignals::serve(RunLoop& loop, std::function<void()> callback) {
+    if (descriptor_ < 0) {
+        return;
+    }
     readable_ =
         loop.watchReadable(descriptor_, [descriptor = descriptor_, callback = std::move(callback)] {
             signalfd_siginfo info{};
@@ -30,7 +37,9 @@ void TerminationSignals::serve(RunLoop& loop, std::function<void()> callback) {
 
 TerminationSignals::~TerminationSignals() {
     readable_.reset();
-    close(descriptor_);
+    if (descriptor_ >= 0) {
+        close(descriptor_);
+    }
 }
 
 }  // namespace tessellon
