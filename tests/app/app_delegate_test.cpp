@@ -24,6 +24,7 @@
 #include "platform/memory/memory_user_defaults.h"
 
 #include <any>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -97,6 +98,15 @@ class AppDelegateTest : public testing::Test {
                 }};
     }
 
+    /// Starts the program, after the end of one that runs.
+    AppDelegate& start() {
+        end();
+        app_ = std::make_unique<AppDelegate>(services(), views());
+        app_->applicationDidFinishLaunching();
+        return *app_;
+    }
+    void end() { app_.reset(); }
+
     /// Drags the window to another place with command held.
     void drag() {
         auto& hands = desktop_.eventMonitors();
@@ -136,15 +146,15 @@ class AppDelegateTest : public testing::Test {
     FakeWindow* tourWindow_ = nullptr;
     OnboardingModel* tour_ = nullptr;
     Element window_;
+    std::unique_ptr<AppDelegate> app_;
 };
 
 TEST_F(AppDelegateTest, ObeysShortcutsAndTellsTheTour) {
-    AppDelegate app(services(), views());
+    auto& app = start();
     std::vector<std::string> events;
     const auto observer = app.notifications().observe(
         notification::tourEvent,
         [&](const std::any& object) { events.push_back(std::any_cast<std::string>(object)); });
-    app.applicationDidFinishLaunching();
     ASSERT_TRUE(app.started());
     EXPECT_EQ(hotKeys_.registeredCount(), 19U);
     hotKeys_.press(keyLeft, control | option);
@@ -156,8 +166,7 @@ TEST_F(AppDelegateTest, ObeysShortcutsAndTellsTheTour) {
 
 TEST_F(AppDelegateTest, StartsItsServicesOnceWhenWindowsCanBeMoved) {
     desktop_.setTrusted(false);
-    AppDelegate app(services(), views());
-    app.applicationDidFinishLaunching();
+    auto& app = start();
     loop_.advance(Seconds{10});
     EXPECT_FALSE(app.started());
     EXPECT_EQ(hotKeys_.registeredCount(), 0U);
@@ -175,8 +184,7 @@ TEST_F(AppDelegateTest, StartsItsServicesOnceWhenWindowsCanBeMoved) {
 
 TEST_F(AppDelegateTest, TilesAndAppliesArrangements) {
     defaults_.setBool(preference::tilingEnabled, true);
-    AppDelegate app(services(), views());
-    app.applicationDidFinishLaunching();
+    auto& app = start();
     hotKeys_.press(keyT, control | option | command);
     EXPECT_EQ(frame(), (Rect{8, 33, 1904, 1039}));
 
@@ -196,21 +204,17 @@ TEST_F(AppDelegateTest, TilesAndAppliesArrangements) {
 }
 
 TEST_F(AppDelegateTest, RestoresAlsoAfterARestart) {
-    {
-        AppDelegate first(services(), views());
-        first.applicationDidFinishLaunching();
-        hotKeys_.press(keyLeft, control | option);
-    }
+    start();
+    hotKeys_.press(keyLeft, control | option);
+    end();
     EXPECT_EQ(hotKeys_.registeredCount(), 0U);
-    AppDelegate second(services(), views());
-    second.applicationDidFinishLaunching();
+    start();
     hotKeys_.press(keyBackspace, control | option);
     EXPECT_EQ(frame(), before);
 }
 
 TEST_F(AppDelegateTest, BuildsNothingOfTheInterfaceBeforeItIsNeeded) {
-    AppDelegate app(services(), views());
-    app.applicationDidFinishLaunching();
+    start();
     EXPECT_EQ(dragViews_->gridsMade, 0);
     EXPECT_EQ(launcherViews_, nullptr);
     drag();
@@ -222,8 +226,7 @@ TEST_F(AppDelegateTest, BuildsNothingOfTheInterfaceBeforeItIsNeeded) {
 
 TEST_F(AppDelegateTest, RepairsTheTapWithinTwoSeconds) {
     taps_.refuse(true);
-    AppDelegate app(services(), views());
-    app.applicationDidFinishLaunching();
+    start();
     EXPECT_FALSE(pressChord());
     taps_.refuse(false);
     loop_.advance(Seconds{2});
@@ -238,8 +241,7 @@ TEST_F(AppDelegateTest, RepairsTheTapWithinTwoSeconds) {
 }
 
 TEST_F(AppDelegateTest, ClearsTheScreenWhenTheDesktopBelowChanges) {
-    AppDelegate app(services(), views());
-    app.applicationDidFinishLaunching();
+    auto& app = start();
     const auto screenIsClear = [&] {
         return dragViews_->grids.empty() && !launcherViews_->states.back()->exists &&
                !menuViews_->states.back()->exists && !item_.isHighlighted();
@@ -272,8 +274,7 @@ TEST_F(AppDelegateTest, ClearsTheScreenWhenTheDesktopBelowChanges) {
 
 TEST_F(AppDelegateTest, HasItsMenuWithOrWithoutAWindowManager) {
     desktop_.setTrusted(false);
-    AppDelegate app(services(), views());
-    app.applicationDidFinishLaunching();
+    auto& app = start();
     EXPECT_EQ(updater_.starts(), 1);
     EXPECT_TRUE(menuViews_->states.empty()) << "built when it is first opened";
     item_.press();
@@ -289,8 +290,7 @@ TEST_F(AppDelegateTest, HasItsMenuWithOrWithoutAWindowManager) {
 }
 
 TEST_F(AppDelegateTest, KeepsOneSettingsWindow) {
-    AppDelegate app(services(), views());
-    app.applicationDidFinishLaunching();
+    auto& app = start();
     std::vector<SettingsPage> selected;
     const auto observer = app.notifications().observe(
         notification::settingsSelect,
@@ -305,35 +305,29 @@ TEST_F(AppDelegateTest, KeepsOneSettingsWindow) {
 }
 
 TEST_F(AppDelegateTest, OpensTheSettingsAtAPage) {
-    AppDelegate app(services(), views());
-    app.applicationDidFinishLaunching();
+    auto& app = start();
     app.openSettings(SettingsPage::about);
     EXPECT_EQ(pages_, std::vector{SettingsPage::about});
 }
 
 TEST_F(AppDelegateTest, ShowsTheTourUntilItIsFinished) {
-    {
-        AppDelegate app(services(), views());
-        app.applicationDidFinishLaunching();
-        ASSERT_EQ(tours_.size(), 1U);
-        EXPECT_TRUE(tours_[0]->visible);
-        EXPECT_EQ(tour_->step(), 0);
-        tourWindow_->close();
-        loop_.advance(Seconds{0});
-        EXPECT_FALSE(tours_[0]->exists);
-        EXPECT_FALSE(defaults_.boolForKey(preference::onboarded));
-    }
-    {
-        AppDelegate app(services(), views());
-        app.applicationDidFinishLaunching();
-        ASSERT_EQ(tours_.size(), 2U) << "it was closed, not finished";
-        tour_->finish();
-        EXPECT_TRUE(defaults_.boolForKey(preference::onboarded));
-        loop_.advance(Seconds{0});
-        EXPECT_FALSE(tours_[1]->exists);
-    }
-    AppDelegate app(services(), views());
-    app.applicationDidFinishLaunching();
+    start();
+    ASSERT_EQ(tours_.size(), 1U);
+    EXPECT_TRUE(tours_[0]->visible);
+    EXPECT_EQ(tour_->step(), 0);
+    tourWindow_->close();
+    loop_.advance(Seconds{0});
+    EXPECT_FALSE(tours_[0]->exists);
+    EXPECT_FALSE(defaults_.boolForKey(preference::onboarded));
+
+    start();
+    ASSERT_EQ(tours_.size(), 2U) << "it was closed, not finished";
+    tour_->finish();
+    EXPECT_TRUE(defaults_.boolForKey(preference::onboarded));
+    loop_.advance(Seconds{0});
+    EXPECT_FALSE(tours_[1]->exists);
+
+    auto& app = start();
     loop_.advance(Seconds{10});
     ASSERT_EQ(tours_.size(), 2U);
     app.notifications().post(notification::showTour);
@@ -353,25 +347,22 @@ TEST_F(AppDelegateTest, ShowsTheTourUntilItIsFinished) {
 TEST_F(AppDelegateTest, AsksForThePermissionOnlyWhenItStaysAway) {
     defaults_.setBool(preference::onboarded, true);
     desktop_.setTrusted(false);
-    {
-        AppDelegate app(services(), views());
-        app.applicationDidFinishLaunching();
-        EXPECT_TRUE(tours_.empty());
-        desktop_.setTrusted(true);
-        loop_.advance(Seconds{10});
-        EXPECT_TRUE(tours_.empty()) << "the window manager was only late";
-    }
+    start();
+    EXPECT_TRUE(tours_.empty());
+    desktop_.setTrusted(true);
+    loop_.advance(Seconds{10});
+    EXPECT_TRUE(tours_.empty()) << "the window manager was only late";
+
+    end();
     desktop_.setTrusted(false);
-    AppDelegate app(services(), views());
-    app.applicationDidFinishLaunching();
+    start();
     loop_.advance(Seconds{10});
     ASSERT_EQ(tours_.size(), 1U);
     EXPECT_EQ(tour_->step(), OnboardingModel::permissionStep);
 }
 
 TEST_F(AppDelegateTest, ShortcutsRestWhileNewOnesAreRecorded) {
-    AppDelegate app(services(), views());
-    app.applicationDidFinishLaunching();
+    auto& app = start();
     auto& recorder = app.recorder();
     recorder.toggle(HotkeyTarget::snap(SnapAction::center));
     EXPECT_FALSE(hotKeys_.press(keyLeft, control | option));

@@ -1,3 +1,4 @@
+// What the program makes of its arguments.
 #include "app/command_line.h"
 
 #include <vector>

@@ -3,6 +3,7 @@
 
 #include "app/notification_names.h"
 #include "app/preferences.h"
+#include "fakes/stored_text.h"
 #include "platform/memory/memory_user_defaults.h"
 
 #include <limits>
@@ -14,14 +15,9 @@ namespace {
 
 class ArrangementStoreTest : public testing::Test {
   protected:
-    void put(std::string_view json) {
-        defaults.setObject(preference::arrangements, PropertyData(json.begin(), json.end()));
-    }
+    void put(std::string_view json) { defaults.setObject(preference::arrangements, dataOf(json)); }
 
-    std::string stored() const {
-        const auto data = defaults.dataForKey(preference::arrangements);
-        return data ? std::string(data->begin(), data->end()) : "(nothing)";
-    }
+    std::string stored() const { return storedText(defaults, preference::arrangements); }
 
     static Arrangement named(std::string name) { return {Uuid::random(), std::move(name), {}, {}}; }
 

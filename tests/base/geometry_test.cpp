@@ -1,3 +1,4 @@
+// Rectangles at their edges.
 #include "base/geometry.h"
 
 #include <limits>

@@ -1,3 +1,4 @@
+// Callbacks that come and go, also while they are called.
 #include "base/signal.h"
 
 #include "base/notification_center.h"

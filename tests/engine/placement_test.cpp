@@ -1,3 +1,4 @@
+// Where the actions put a window, to the point.
 #include "engine/placement.h"
 
 #include "engine/snap_action.h"

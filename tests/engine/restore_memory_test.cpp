@@ -1,7 +1,9 @@
+// What is remembered of windows, how it is stored, and which window is known again.
 #include "engine/restore_memory.h"
 
 #include "engine/restore_memory_json.h"
 #include "engine_fixture.h"
+#include "fakes/stored_text.h"
 
 #include <span>
 #include <string_view>
@@ -11,21 +13,11 @@ namespace {
 
 using enum SnapAction;
 
-PropertyData bytes(std::string_view text) {
-    return {text.begin(), text.end()};
-}
-
-std::string text(const PropertyData& data) {
-    return {data.begin(), data.end()};
-}
-
 class RestoreMemoryTest : public EngineTest {
   protected:
     RestoreMemory& memory() { return engine().memory(); }
 
-    std::string stored() {
-        return text(defaults_.dataForKey(preference::restoreMemory).value_or(PropertyData{}));
-    }
+    std::string stored() { return storedText(defaults_, preference::restoreMemory); }
 
     void store(const std::vector<Memory>& records) {
         defaults_.setObject(preference::restoreMemory, encodeMemories(records).value());
@@ -45,20 +37,20 @@ TEST_F(RestoreMemoryTest, StoresTheExactForm) {
     const auto json = encodeMemories(std::vector<Memory>{
         {id, "com.editor", "a/b \"c\"\n\xC3\xA9", {120, 80, 900, 640}, {8.5, -33, 0.1, 1e21}}});
     ASSERT_TRUE(json);
-    EXPECT_EQ(text(*json),
+    EXPECT_EQ(textOf(*json),
               R"([{"id":"0123ABCD-0000-4000-8000-00000000000F","bundleID":"com.editor",)"
               R"("title":"a\/b \"c\"\n)"
               "\xC3\xA9"
               R"(","original":[[120,80],[900,640]],"snapped":[[8.5,-33],[0.1,1e+21]]}])");
     EXPECT_EQ(encodeMemories(decodeMemories(*json).value()), json);
-    EXPECT_EQ(text(encodeMemories({}).value()), "[]");
+    EXPECT_EQ(textOf(encodeMemories({}).value()), "[]");
 }
 
 TEST_F(RestoreMemoryTest, ReadsWholeListsOnly) {
     const std::string good =
         R"({"snapped":[[1,2],[3,4]],"original":[[5,6],[7,8]],"title":"","more":null,)"
         R"("bundleID":"b","id":"0123abcd-0000-4000-8000-00000000000f"})";
-    const auto decode = [](const std::string& json) { return decodeMemories(bytes(json)); };
+    const auto decode = [](const std::string& json) { return decodeMemories(dataOf(json)); };
     ASSERT_TRUE(decode("[" + good + "]"));
     EXPECT_EQ(decode("[" + good + "]")->at(0).original, (Rect{5, 6, 7, 8}));
     EXPECT_EQ(decode("[" + good + "," + good + "]")->size(), 1U) << "an id twice";
@@ -131,12 +123,12 @@ TEST_F(RestoreMemoryTest, LaunchDropsRecordsOfApplicationsThatDoNotRun) {
     const auto kept = record("com.browser", "kept", before, snapped);
     store({record("com.gone", "", before, snapped), kept, record("", "", before, snapped)});
     EXPECT_EQ(memory().records(), std::vector{kept});
-    EXPECT_EQ(stored(), text(encodeMemories(std::vector{kept}).value()));
+    EXPECT_EQ(stored(), textOf(encodeMemories(std::vector{kept}).value()));
     EXPECT_TRUE(defaults_.keptAside().empty());
 }
 
 TEST_F(RestoreMemoryTest, KeepsAsideWhatItCannotRead) {
-    const PropertyValue broken = bytes("[{\"id\":");
+    const PropertyValue broken = dataOf("[{\"id\":");
     defaults_.setObject(preference::restoreMemory, broken);
     EXPECT_TRUE(memory().records().empty());
     ASSERT_EQ(defaults_.keptAside().size(), 1U);
@@ -150,14 +142,14 @@ TEST_F(RestoreMemoryTest, KeepsAsideWhatItCannotRead) {
 }
 
 TEST_F(RestoreMemoryTest, NeverReplacesWhatItCouldNeitherReadNorCopy) {
-    defaults_.setObject(preference::restoreMemory, bytes("[{]"));
+    defaults_.setObject(preference::restoreMemory, dataOf("[{]"));
     defaults_.setRefusesCopies(true);
     engine().snap(leftHalf, open(editor, before));
     EXPECT_EQ(stored(), "[{]");
     defaults_.setRefusesCopies(false);
     engine().snap(leftHalf, open(browser, before));
     ASSERT_EQ(defaults_.keptAside().size(), 1U);
-    EXPECT_EQ(defaults_.keptAside().at(0).value, PropertyValue(bytes("[{]")));
+    EXPECT_EQ(defaults_.keptAside().at(0).value, PropertyValue(dataOf("[{]")));
     EXPECT_EQ(memory().records().size(), 2U);
     EXPECT_NE(stored(), "[{]");
 }
@@ -172,11 +164,11 @@ TEST_F(RestoreMemoryTest, AnEditFromOutsideIsTakenOverOrKeptAside) {
     EXPECT_EQ(at(window).frame, (Rect{1, 2, 900, 700}));
 
     engine().snap(leftHalf, window);
-    defaults_.edit(preference::restoreMemory, bytes("mine"));
+    defaults_.edit(preference::restoreMemory, dataOf("mine"));
     EXPECT_TRUE(memory().records().empty());
     engine().snap(topHalf, window);
     ASSERT_EQ(defaults_.keptAside().size(), 1U);
-    EXPECT_EQ(defaults_.keptAside().at(0).value, PropertyValue(bytes("mine")));
+    EXPECT_EQ(defaults_.keptAside().at(0).value, PropertyValue(dataOf("mine")));
 
     // An edit of another key is none of this one.
     defaults_.edit(preference::gap, 0.0);
@@ -245,7 +237,7 @@ TEST_F(RestoreMemoryTest, DefersStoringUntilTheLastTokenGoes) {
         }
         EXPECT_EQ(stored(), "[]");
     }
-    EXPECT_EQ(decodeMemories(bytes(stored()))->size(), 1U);
+    EXPECT_EQ(decodeMemories(dataOf(stored()))->size(), 1U);
 }
 
 }  // namespace

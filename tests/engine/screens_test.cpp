@@ -1,3 +1,4 @@
+// Several displays in the accessibility space.
 #include "engine/screens.h"
 
 #include "engine_fixture.h"

@@ -1,3 +1,4 @@
+// One window and one action.
 #include "engine/window_engine.h"
 #include "engine_fixture.h"
 

@@ -1,3 +1,4 @@
+// All windows of a display at once.
 #include "engine_fixture.h"
 
 namespace tessellon {

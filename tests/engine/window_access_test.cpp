@@ -1,3 +1,4 @@
+// Which windows may be moved, and how they are found, read and written.
 #include "engine/window_access.h"
 
 #include "engine_fixture.h"

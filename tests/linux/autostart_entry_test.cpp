@@ -1,3 +1,4 @@
+// The entry for the login as it comes, goes, and is found changed by others.
 #include "platform/linux/autostart_entry.h"
 
 #include "linux/environment.h"
@@ -279,18 +280,17 @@ TEST_F(AutostartEntryTest, OpensWhatTheDesktopHasForItElseTheFolder) {
 }
 
 TEST_F(AutostartEntryTest, PlacesComeFromTheEnvironment) {
-    setenv("XDG_CONFIG_HOME", "/own", 1);
-    setenv("XDG_CONFIG_DIRS", "/a:relative:/b", 1);
-    setenv("XDG_CURRENT_DESKTOP", "ubuntu:GNOME", 1);
+    const Environment own("XDG_CONFIG_HOME", "/own");
+    const Environment system("XDG_CONFIG_DIRS", "/a:relative:/b");
+    const Environment desktop("XDG_CURRENT_DESKTOP", "ubuntu::GNOME");
     const auto places = standardAutostartPlaces();
     EXPECT_EQ(places.own, "/own/autostart");
     EXPECT_EQ(places.system, (std::vector<fs::path>{"/a/autostart", "/b/autostart"}));
     EXPECT_EQ(places.desktops, (std::vector<std::string>{"ubuntu", "GNOME"}));
-    unsetenv("XDG_CONFIG_DIRS");
-    unsetenv("XDG_CURRENT_DESKTOP");
+    system.set(std::nullopt);
+    desktop.set(std::nullopt);
     EXPECT_EQ(standardAutostartPlaces().system, std::vector<fs::path>{"/etc/xdg/autostart"});
     EXPECT_TRUE(standardAutostartPlaces().desktops.empty());
-    unsetenv("XDG_CONFIG_HOME");
 }
 
 }  // namespace

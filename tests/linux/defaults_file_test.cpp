@@ -1,5 +1,8 @@
+// The settings file with everything that people, programs and disks may do to it.
 #include "platform/linux/defaults_file.h"
 
+#include "fakes/stored_text.h"
+#include "linux/property_list_document.h"
 #include "linux/temporary_folder.h"
 #include "platform/memory/manual_run_loop.h"
 
@@ -20,11 +23,6 @@ namespace tessellon {
 namespace {
 
 namespace fs = std::filesystem;
-
-std::string document(const std::string& body) {
-    return "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<plist version=\"1.0\">" + body +
-           "</plist>";
-}
 
 class DefaultsFileTest : public testing::Test {
   protected:
@@ -56,7 +54,7 @@ class DefaultsFileTest : public testing::Test {
     std::vector<std::string> changes_;
 };
 
-TEST_F(DefaultsFileTest, changesOfOneTurnAreWrittenTogetherAndPrivately) {
+TEST_F(DefaultsFileTest, ChangesOfOneTurnAreWrittenTogetherAndPrivately) {
     auto& defaults = open();
     defaults.registerDefaults({{"padding", 8.0}});
     defaults.setDouble("gap", 12.5);
@@ -78,7 +76,7 @@ TEST_F(DefaultsFileTest, changesOfOneTurnAreWrittenTogetherAndPrivately) {
     EXPECT_EQ(filesWith(configFolder(), "defaults").size(), 1U);
 }
 
-TEST_F(DefaultsFileTest, aChangeTakenBackInTheSameTurnLeavesTheFileAlone) {
+TEST_F(DefaultsFileTest, AChangeTakenBackInTheSameTurnLeavesTheFileAlone) {
     auto& defaults = open();
     defaults.setDouble("gap", 8);
     loop_.runTurn();
@@ -90,7 +88,7 @@ TEST_F(DefaultsFileTest, aChangeTakenBackInTheSameTurnLeavesTheFileAlone) {
     EXPECT_EQ(fileStamp(path()), before);
 }
 
-TEST_F(DefaultsFileTest, flushAndTheEndWriteAtOnce) {
+TEST_F(DefaultsFileTest, FlushAndTheEndWriteAtOnce) {
     open().setBool("paused", true);
     file_->flush();
     EXPECT_EQ(onDisk().count("paused"), 1U);
@@ -99,10 +97,11 @@ TEST_F(DefaultsFileTest, flushAndTheEndWriteAtOnce) {
     EXPECT_EQ(onDisk().count("cycle"), 1U);
 }
 
-TEST_F(DefaultsFileTest, entriesNobodyUsesGoBackAsTheyCame) {
-    writeFile(path(), document("<dict><key>when</key><date>2020-01-02T03:04:05Z</date>"
-                               "<key>gap</key><string>wide</string>"
-                               "<key>huge</key><integer>18446744073709551615</integer></dict>"));
+TEST_F(DefaultsFileTest, EntriesNobodyUsesGoBackAsTheyCame) {
+    writeFile(path(), propertyListDocument(
+                          "<dict><key>when</key><date>2020-01-02T03:04:05Z</date>"
+                          "<key>gap</key><string>wide</string>"
+                          "<key>huge</key><integer>18446744073709551615</integer></dict>"));
     auto& defaults = open();
     EXPECT_EQ(defaults.stringForKey("gap"), "wide");
     defaults.setBool("cycle", false);
@@ -114,10 +113,10 @@ TEST_F(DefaultsFileTest, entriesNobodyUsesGoBackAsTheyCame) {
     }
 }
 
-TEST_F(DefaultsFileTest, whatCannotBeReadIsMovedAsideAndKept) {
+TEST_F(DefaultsFileTest, WhatCannotBeReadIsMovedAsideAndKept) {
     const std::vector<std::string> unreadable{"", "bplist00garbage", std::string("\0\1\2", 3),
-                                              document("<array/>"),
-                                              document("<dict><key>gap</key><re")};
+                                              propertyListDocument("<array/>"),
+                                              propertyListDocument("<dict><key>gap</key><re")};
     for (const auto& bytes : unreadable) {
         fs::remove_all(configFolder());
         writeFile(path(), bytes);
@@ -141,7 +140,7 @@ TEST_F(DefaultsFileTest, whatCannotBeReadIsMovedAsideAndKept) {
     EXPECT_EQ(aside().size(), 4U);
 }
 
-TEST_F(DefaultsFileTest, aHugeFileIsMovedAsideUnread) {
+TEST_F(DefaultsFileTest, AHugeFileIsMovedAsideUnread) {
     writeFile(path(), "");
     fs::resize_file(path(), std::uintmax_t{200} * 1024 * 1024 * 1024);
     open().setDouble("gap", 3);
@@ -150,7 +149,7 @@ TEST_F(DefaultsFileTest, aHugeFileIsMovedAsideUnread) {
     EXPECT_EQ(aside().size(), 1U);
 }
 
-TEST_F(DefaultsFileTest, foldersPipesAndLinksInTheFilesPlaceAreMovedAside) {
+TEST_F(DefaultsFileTest, FoldersPipesAndLinksInTheFilesPlaceAreMovedAside) {
     fs::create_directories(path() / "inner");
     open().setBool("a", true);
     loop_.runTurn();
@@ -184,9 +183,9 @@ TEST_F(DefaultsFileTest, foldersPipesAndLinksInTheFilesPlaceAreMovedAside) {
     EXPECT_EQ(aside().size(), 4U);
 }
 
-TEST_F(DefaultsFileTest, aLinkStaysALinkAndItsTargetIsWritten) {
+TEST_F(DefaultsFileTest, ALinkStaysALinkAndItsTargetIsWritten) {
     const auto target = temporary_.path() / "dotfiles" / "settings.plist";
-    writeFile(target, document("<dict><key>gap</key><real>4</real></dict>"));
+    writeFile(target, propertyListDocument("<dict><key>gap</key><real>4</real></dict>"));
     fs::create_directories(configFolder());
     fs::create_symlink("../../dotfiles/settings.plist", path());
     auto& defaults = open();
@@ -198,7 +197,7 @@ TEST_F(DefaultsFileTest, aLinkStaysALinkAndItsTargetIsWritten) {
 
     loop_.runTurn();
     changes_.clear();
-    writeFile(target, document("<dict><key>gap</key><real>6</real></dict>"));
+    writeFile(target, propertyListDocument("<dict><key>gap</key><real>6</real></dict>"));
     loop_.runTurn();
     EXPECT_EQ(changes_, std::vector<std::string>{"gap"});
 
@@ -209,7 +208,7 @@ TEST_F(DefaultsFileTest, aLinkStaysALinkAndItsTargetIsWritten) {
     EXPECT_TRUE(fs::is_symlink(path()));
 }
 
-TEST_F(DefaultsFileTest, anEditByHandIsReadAndOnlyWhatChangedIsTold) {
+TEST_F(DefaultsFileTest, AnEditByHandIsReadAndOnlyWhatChangedIsTold) {
     auto& defaults = open();
     defaults.setDouble("gap", 1);
     defaults.setBool("cycle", true);
@@ -218,8 +217,9 @@ TEST_F(DefaultsFileTest, anEditByHandIsReadAndOnlyWhatChangedIsTold) {
     loop_.runTurn();
     changes_.clear();
 
-    writeFile(path(), document("<dict><key>gap</key><real>2</real><key>cycle</key><true/>"
-                               "<key>new</key><string>x</string></dict>"));
+    writeFile(path(),
+              propertyListDocument("<dict><key>gap</key><real>2</real><key>cycle</key><true/>"
+                                   "<key>new</key><string>x</string></dict>"));
     loop_.runTurn();
     std::sort(changes_.begin(), changes_.end());
     EXPECT_EQ(changes_, (std::vector<std::string>{"gap", "gone", "new"}));
@@ -227,7 +227,8 @@ TEST_F(DefaultsFileTest, anEditByHandIsReadAndOnlyWhatChangedIsTold) {
 
     // As editors save: a new file under another name, then renamed over the old one.
     changes_.clear();
-    writeFile(configFolder() / "edit", document("<dict><key>gap</key><real>3</real></dict>"));
+    writeFile(configFolder() / "edit",
+              propertyListDocument("<dict><key>gap</key><real>3</real></dict>"));
     fs::rename(configFolder() / "edit", path());
     loop_.runTurn();
     EXPECT_EQ(defaults.doubleForKey("gap"), 3);
@@ -239,7 +240,7 @@ TEST_F(DefaultsFileTest, anEditByHandIsReadAndOnlyWhatChangedIsTold) {
     EXPECT_EQ(changes_, std::vector<std::string>{"padding"});
 }
 
-TEST_F(DefaultsFileTest, ourUnwrittenChangesWinOverAnEdit) {
+TEST_F(DefaultsFileTest, OurUnwrittenChangesWinOverAnEdit) {
     auto& defaults = open();
     defaults.setDouble("gap", 1);
     defaults.setDouble("padding", 1);
@@ -247,15 +248,16 @@ TEST_F(DefaultsFileTest, ourUnwrittenChangesWinOverAnEdit) {
     loop_.runTurn();
     defaults.setDouble("gap", 2);
     defaults.removeObject("padding");
-    writeFile(path(), document("<dict><key>gap</key><real>7</real><key>padding</key><real>7</real>"
-                               "<key>masterRatio</key><real>7</real></dict>"));
+    writeFile(path(), propertyListDocument(
+                          "<dict><key>gap</key><real>7</real><key>padding</key><real>7</real>"
+                          "<key>masterRatio</key><real>7</real></dict>"));
     loop_.runTurn();
     loop_.runTurn();
     EXPECT_EQ(onDisk(), (PropertyDictionary{{"gap", 2.0}, {"masterRatio", 7.0}}));
     EXPECT_EQ(defaults.doubleForKey("masterRatio"), 7);
 }
 
-TEST_F(DefaultsFileTest, anUnreadableEditIsKeptAndOurValuesComeBack) {
+TEST_F(DefaultsFileTest, AnUnreadableEditIsKeptAndOurValuesComeBack) {
     auto& defaults = open();
     defaults.setDouble("gap", 5);
     loop_.runTurn();
@@ -272,7 +274,7 @@ TEST_F(DefaultsFileTest, anUnreadableEditIsKeptAndOurValuesComeBack) {
     EXPECT_TRUE(changes_.empty());
 }
 
-TEST_F(DefaultsFileTest, aDeletedFileAndADeletedFolderComeBack) {
+TEST_F(DefaultsFileTest, ADeletedFileAndADeletedFolderComeBack) {
     auto& defaults = open();
     defaults.setDouble("gap", 5);
     loop_.runTurn();
@@ -290,26 +292,26 @@ TEST_F(DefaultsFileTest, aDeletedFileAndADeletedFolderComeBack) {
     EXPECT_EQ(std::count(said.begin(), said.end(), '\n'), 2) << said;
 
     changes_.clear();
-    writeFile(path(), document("<dict><key>gap</key><real>6</real></dict>"));
+    writeFile(path(), propertyListDocument("<dict><key>gap</key><real>6</real></dict>"));
     loop_.runTurn();
     EXPECT_EQ(changes_, std::vector<std::string>{"gap"}) << "the new folder is not watched";
 }
 
-TEST_F(DefaultsFileTest, aFileThatIsAwayForAMomentIsLeftToWhoeverReplacesIt) {
+TEST_F(DefaultsFileTest, AFileThatIsAwayForAMomentIsLeftToWhoeverReplacesIt) {
     auto& defaults = open();
     defaults.setDouble("gap", 5);
     loop_.runTurn();
     loop_.runTurn();
     fs::rename(path(), configFolder() / "backup");
     loop_.runTurn();
-    writeFile(path(), document("<dict><key>gap</key><real>6</real></dict>"));
+    writeFile(path(), propertyListDocument("<dict><key>gap</key><real>6</real></dict>"));
     loop_.runTurn();
     settle();
     EXPECT_EQ(onDisk(), (PropertyDictionary{{"gap", 6.0}}));
     EXPECT_EQ(defaults.doubleForKey("gap"), 6);
 }
 
-TEST_F(DefaultsFileTest, whenWritingIsImpossibleItIsSaidOnceAndTriedAgain) {
+TEST_F(DefaultsFileTest, WhenWritingIsImpossibleItIsSaidOnceAndTriedAgain) {
     writeFile(configFolder(), "a file where the folder should be");
     testing::internal::CaptureStderr();
     auto& defaults = open();
@@ -326,7 +328,7 @@ TEST_F(DefaultsFileTest, whenWritingIsImpossibleItIsSaidOnceAndTriedAgain) {
     EXPECT_EQ(onDisk(), (PropertyDictionary{{"gap", 3.0}, {"padding", 4.0}}));
 }
 
-TEST_F(DefaultsFileTest, aFullDiskLosesNothing) {
+TEST_F(DefaultsFileTest, AFullDiskLosesNothing) {
     auto& defaults = open();
     defaults.setDouble("gap", 5);
     loop_.runTurn();
@@ -346,7 +348,7 @@ TEST_F(DefaultsFileTest, aFullDiskLosesNothing) {
 }
 
 /// Without the rights of the superuser, for whom nothing is unreadable.
-TEST_F(DefaultsFileTest, aFileAndAFolderWithoutPermission) {
+TEST_F(DefaultsFileTest, AFileAndAFolderWithoutPermission) {
     constexpr uid_t nobody = 65534;
     open().setDouble("gap", 5);
     file_.reset();
@@ -381,10 +383,10 @@ TEST_F(DefaultsFileTest, aFileAndAFolderWithoutPermission) {
     }
 }
 
-TEST_F(DefaultsFileTest, valuesKeptAsideAreExactAndKeptOnce) {
+TEST_F(DefaultsFileTest, ValuesKeptAsideAreExactAndKeptOnce) {
     auto& defaults = open();
     const std::string json = "[{\"broken\":";
-    defaults.setObject("keymap", PropertyData(json.begin(), json.end()));
+    defaults.setObject("keymap", dataOf(json));
     defaults.setString("../odd key", "text");
     testing::internal::CaptureStderr();
     defaults.keepAside("keymap");
@@ -408,7 +410,7 @@ TEST_F(DefaultsFileTest, valuesKeptAsideAreExactAndKeptOnce) {
 }
 
 /// A process that changes its settings without end is killed at some moment, again and again.
-TEST_F(DefaultsFileTest, aKilledProgramLeavesAWholeFile) {
+TEST_F(DefaultsFileTest, AKilledProgramLeavesAWholeFile) {
     open().setObject("number", std::int64_t{0});
     file_.reset();
     std::int64_t last = 0;

@@ -1,4 +1,4 @@
-// Variables of the environment that are set for one test.
+// Variables of the environment that are set, or not, for one test.
 #pragma once
 
 #include <cstdlib>
@@ -7,20 +7,22 @@
 
 namespace tessellon {
 
-/// Sets an environment variable until the end of the test.
+/// While it lives, an environment variable has this value, or is not set.
 class Environment {
   public:
-    Environment(const char* name, const std::string& value) : name_(name) {
+    Environment(const char* name, const std::optional<std::string>& value) : name_(name) {
         if (const char* before = std::getenv(name)) {
             before_ = before;
         }
-        setenv(name, value.c_str(), 1);
+        set(value);
     }
     Environment(const Environment&) = delete;
     Environment& operator=(const Environment&) = delete;
-    ~Environment() {
-        if (before_) {
-            setenv(name_, before_->c_str(), 1);
+    ~Environment() { set(before_); }
+
+    void set(const std::optional<std::string>& value) const {
+        if (value) {
+            setenv(name_, value->c_str(), 1);
         } else {
             unsetenv(name_);
         }

@@ -1,5 +1,7 @@
+// Property lists, damaged and malicious ones included.
 #include "platform/linux/property_list.h"
 
+#include "linux/property_list_document.h"
 #include "linux/temporary_folder.h"
 #include "platform/linux/property_list_limits.h"
 
@@ -14,13 +16,8 @@
 namespace tessellon {
 namespace {
 
-std::string document(const std::string& body) {
-    return "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<plist version=\"1.0\">" + body +
-           "</plist>";
-}
-
 PropertyDictionary valuesOf(const std::string& body) {
-    const auto tree = parsePropertyList(document(body));
+    const auto tree = parsePropertyList(propertyListDocument(body));
     return tree ? propertyDictionary(tree.get()) : PropertyDictionary();
 }
 
@@ -33,8 +30,8 @@ std::string repeated(std::string_view text, int times) {
 }
 
 std::string nested(int levels) {
-    return document("<dict><key>a</key>" + repeated("<array>", levels - 1) +
-                    repeated("</array>", levels - 1) + "</dict>");
+    return propertyListDocument("<dict><key>a</key>" + repeated("<array>", levels - 1) +
+                                repeated("</array>", levels - 1) + "</dict>");
 }
 
 /// A binary list of arrays in which each holds the next one `copies` times, the last a text.
@@ -66,7 +63,7 @@ std::string binaryArrays(int levels, int copies) {
     return bytes;
 }
 
-TEST(PropertyListTest, valuesComeBackExactly) {
+TEST(PropertyListTest, ValuesComeBackExactly) {
     PropertyDictionary values;
     int number = 0;
     for (const double real : {0.1, 1.0 / 3, 60.0, 1e300, 5e-324, -123456789.123456789,
@@ -87,7 +84,7 @@ TEST(PropertyListTest, valuesComeBackExactly) {
     EXPECT_EQ(propertyDictionary(read.get()), values);
 }
 
-TEST(PropertyListTest, whatXmlCannotHoldIsReplacedNotWritten) {
+TEST(PropertyListTest, WhatXmlCannotHoldIsReplacedNotWritten) {
     const PropertyDictionary values{{"a\x01", std::string("b\0c\xFF", 4)}};
     const auto read = parsePropertyList(propertyListXml(propertyNode(values).get()));
     ASSERT_TRUE(read);
@@ -124,7 +121,7 @@ class CommaLocale {
     bool works_ = false;
 };
 
-TEST(PropertyListTest, numbersDoNotDependOnTheLocale) {
+TEST(PropertyListTest, NumbersDoNotDependOnTheLocale) {
     const CommaLocale comma;
     if (!comma.works()) {
         GTEST_SKIP() << "no locale with a decimal comma can be had";
@@ -135,7 +132,7 @@ TEST(PropertyListTest, numbersDoNotDependOnTheLocale) {
     EXPECT_NE(written.find("<real>0.75</real>"), std::string::npos) << written;
 }
 
-TEST(PropertyListTest, odditiesHaveAValueAndTypesWithoutOneSurvive) {
+TEST(PropertyListTest, OdditiesHaveAValueAndTypesWithoutOneSurvive) {
     const std::string body =
         "<dict><key>huge</key><integer>18446744073709551615</integer>"
         "<key>negative</key><integer>-5</integer>"
@@ -149,7 +146,7 @@ TEST(PropertyListTest, odditiesHaveAValueAndTypesWithoutOneSurvive) {
     EXPECT_EQ(values.at("date"), PropertyValue(std::string("2020-02-29T12:00:00Z")));
     EXPECT_EQ(values.at("uid"), PropertyValue(PropertyDictionary{{"CF$UID", std::int64_t{3}}}));
 
-    const auto tree = parsePropertyList(document(body));
+    const auto tree = parsePropertyList(propertyListDocument(body));
     const PropertyValue changed = 1.5;
     setPropertyNode(tree.get(), "negative", &changed);
     setPropertyNode(tree.get(), "twice", nullptr);
@@ -161,8 +158,8 @@ TEST(PropertyListTest, odditiesHaveAValueAndTypesWithoutOneSurvive) {
     EXPECT_EQ(xml.find("twice"), std::string::npos);
 }
 
-TEST(PropertyListTest, whatIsNoDictionaryIsRefused) {
-    const auto whole = document("<dict><key>a</key><string>b</string></dict>");
+TEST(PropertyListTest, WhatIsNoDictionaryIsRefused) {
+    const auto whole = propertyListDocument("<dict><key>a</key><string>b</string></dict>");
     ASSERT_TRUE(parsePropertyList(whole));
     const auto dictionaryEnd = whole.find("</dict>") + std::string("</dict>").size();
     for (std::size_t length = 0; length < dictionaryEnd; ++length) {
@@ -171,7 +168,7 @@ TEST(PropertyListTest, whatIsNoDictionaryIsRefused) {
     for (const auto* body : {"<array/>", "<string>x</string>", "<dict><true/></dict>", "",
                              "<dict><key>a</key><string>&unknown;</string></dict>",
                              "<dict><key>a</key><bogus/></dict>", "<dict></array></dict>"}) {
-        EXPECT_FALSE(parsePropertyList(document(body))) << body;
+        EXPECT_FALSE(parsePropertyList(propertyListDocument(body))) << body;
     }
     EXPECT_FALSE(parsePropertyList("bplist00"));
     EXPECT_FALSE(parsePropertyList("{ a = 1; }"));
@@ -187,7 +184,7 @@ std::string binaryForm(const PropertyDictionary& values) {
     return binary;
 }
 
-TEST(PropertyListTest, binaryListsAreRead) {
+TEST(PropertyListTest, BinaryListsAreRead) {
     PropertyDictionary values{{"real", 0.1},
                               {"integer", std::int64_t{-7}},
                               {"text", std::string("é")},
@@ -202,7 +199,7 @@ TEST(PropertyListTest, binaryListsAreRead) {
     }
 }
 
-TEST(PropertyListTest, aKeyThatABinaryListHoldsTwiceIsChangedForGood) {
+TEST(PropertyListTest, AKeyThatABinaryListHoldsTwiceIsChangedForGood) {
     auto binary = binaryForm({{"a", 1.0}, {"b", 2.0}});
     const auto second = binary.find(
         "\x51"
@@ -218,7 +215,7 @@ TEST(PropertyListTest, aKeyThatABinaryListHoldsTwiceIsChangedForGood) {
     EXPECT_EQ(propertyDictionary(read.get()), (PropertyDictionary{{"a", 3.0}}));
 }
 
-TEST(PropertyListLimitsTest, depthIsLimitedInBothForms) {
+TEST(PropertyListLimitsTest, DepthIsLimitedInBothForms) {
     EXPECT_TRUE(parsePropertyList(nested(maxPropertyListDepth)));
     EXPECT_FALSE(parsePropertyList(nested(maxPropertyListDepth + 1)));
     EXPECT_FALSE(parsePropertyList(nested(500'000)));
@@ -226,7 +223,7 @@ TEST(PropertyListLimitsTest, depthIsLimitedInBothForms) {
     EXPECT_FALSE(isWithinPropertyListLimits(binaryArrays(maxPropertyListDepth + 2, 1)));
 }
 
-TEST(PropertyListLimitsTest, closingTagsThatAreNoneDoNotHideDepth) {
+TEST(PropertyListLimitsTest, ClosingTagsThatAreNoneDoNotHideDepth) {
     const auto deep = repeated("<array>", maxPropertyListDepth + 1);
     for (const auto* disguise :
          {"<!-- </array> -->", "<string a='></array>'/>", "<![CDATA[</array>]]>",
@@ -240,13 +237,13 @@ TEST(PropertyListLimitsTest, closingTagsThatAreNoneDoNotHideDepth) {
     }
 }
 
-TEST(PropertyListLimitsTest, whatWouldKeepTheParserBusyIsRefusedAtOnce) {
+TEST(PropertyListLimitsTest, WhatWouldKeepTheParserBusyIsRefusedAtOnce) {
     const auto start = std::chrono::steady_clock::now();
     EXPECT_FALSE(parsePropertyList(binaryArrays(30, 10)));  // 10 to the 30th values
+    EXPECT_FALSE(parsePropertyList(propertyListDocument(
+        "<dict><key>a</key><string>" + repeated("&lt;", 3'000'000) + "</string></dict>")));
     EXPECT_FALSE(parsePropertyList(
-        document("<dict><key>a</key><string>" + repeated("&lt;", 3'000'000) + "</string></dict>")));
-    EXPECT_FALSE(parsePropertyList(
-        document("<dict>" + repeated("<key>a</key><true/>", 150'000) + "</dict>")));
+        propertyListDocument("<dict>" + repeated("<key>a</key><true/>", 150'000) + "</dict>")));
     EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(5));
 }
 

@@ -1,3 +1,4 @@
+// The defaults of the settings, and what is made of values that a user typed.
 #include "app/preferences.h"
 
 #include "platform/memory/memory_user_defaults.h"

@@ -2,11 +2,9 @@
 // may do to the program.
 #include "platform/qt/child_feed_source.h"
 
-#include "linux/temporary_folder.h"
 #include "platform/feed_report.h"
-#include "qt/event_loop.h"
 #include "qt/feed_server.h"
-#include "ui/ui_fixture.h"
+#include "qt/feed_source_fixture.h"
 
 #include <QTimer>
 #include <csignal>
@@ -37,10 +35,8 @@ bool hasEnded(const std::string& pid) {
     return name == std::string::npos || status.compare(name, 3, ") Z") == 0;
 }
 
-class ChildFeedSourceTest : public testing::Test {
+class ChildFeedSourceTest : public FeedSourceTest {
   protected:
-    ChildFeedSourceTest() { testApplication(); }
-
     /// A fetcher that does something else. "$folder" is this test's folder, "$1" the address.
     fs::path script(const std::string& lines) const {
         auto path = temporary.path() / "script";
@@ -60,26 +56,17 @@ class ChildFeedSourceTest : public testing::Test {
     }
 
     FeedResult fetch(const fs::path& fetcher, const std::string& address = "https://a.example/") {
-        std::optional<FeedResult> result;
         ChildFeedSource source({fetcher}, limits);
-        const auto token = source.fetch(address, [&](FeedResult got) {
-            EXPECT_FALSE(result) << "a second result";
-            result = std::move(got);
-        });
-        EXPECT_FALSE(result) << "the result comes later";
-        EXPECT_TRUE(waitFor([&] { return result.has_value(); }));
+        auto result = resultOf(source, address);
         EXPECT_TRUE(waitFor(noChildIsLeft));
-        return result.value_or(FeedResult());
+        return result;
     }
     std::optional<FeedError> error(const fs::path& fetcher,
                                    const std::string& address = "https://a.example/") {
-        const auto result = fetch(fetcher, address);
-        const auto* const failure = std::get_if<FeedFailure>(&result);
-        return failure != nullptr ? std::optional(failure->error) : std::nullopt;
+        return errorOf(fetch(fetcher, address));
     }
 
     ChildFeedSource::Limits limits;
-    TemporaryFolder temporary;
 };
 
 FeedResult bytes(const std::string& text) {

@@ -2,12 +2,10 @@
 // against files of every kind.
 #include "platform/qt/network_feed_source.h"
 
-#include "linux/temporary_folder.h"
 #include "platform/qt/environment_proxy.h"
-#include "qt/event_loop.h"
 #include "qt/feed_server.h"
+#include "qt/feed_source_fixture.h"
 #include "qt/self_signed_certificate.h"
-#include "ui/ui_fixture.h"
 
 #include <QCoreApplication>
 #include <QSslCertificate>
@@ -38,20 +36,11 @@ Server::Answer sends(const std::string& head, const std::string& body) {
     return Server::sends(head, body);
 }
 
-class NetworkFeedSourceTest : public testing::Test {
+class NetworkFeedSourceTest : public FeedSourceTest {
   protected:
-    NetworkFeedSourceTest() { testApplication(); }
-
-    FeedResult fetch(const std::string& address) {
-        std::optional<FeedResult> result;
+    FeedResult fetch(const std::string& address) const {
         NetworkFeedSource source("1.2.3", limits, plainLoopback);
-        const auto token = source.fetch(address, [&](FeedResult got) {
-            EXPECT_FALSE(result) << "a second result";
-            result = std::move(got);
-        });
-        EXPECT_FALSE(result) << "the result comes later";
-        EXPECT_TRUE(waitFor([&] { return result.has_value(); })) << address;
-        return result.value_or(FeedResult());
+        return resultOf(source, address);
     }
 
     /// The document, else nothing.
@@ -62,15 +51,10 @@ class NetworkFeedSourceTest : public testing::Test {
                                 : std::nullopt;
     }
 
-    std::optional<FeedError> error(const std::string& address) {
-        const auto result = fetch(address);
-        const auto* const failure = std::get_if<FeedFailure>(&result);
-        return failure != nullptr ? std::optional(failure->error) : std::nullopt;
-    }
+    std::optional<FeedError> error(const std::string& address) { return errorOf(fetch(address)); }
 
     NetworkFeedSource::Limits limits;
     PlainLoopback plainLoopback = PlainLoopback::allowed;
-    TemporaryFolder temporary;
 };
 
 TEST_F(NetworkFeedSourceTest, FetchesADocumentAndTellsNothingOfTheUser) {

@@ -1,3 +1,4 @@
+// The fetcher of feeds, but for servers on this machine without TLS.
 #include "platform/qt/feed_fetcher.h"
 #include "platform/qt/network_feed_source.h"
 

@@ -6,7 +6,6 @@
 namespace tessellon {
 namespace {
 
-constexpr std::uint32_t controlOptionKeys = 0x1800;
 constexpr std::uint32_t controlCommandKeys = 0x1100;
 
 class ControlCommandOfferTest : public RecorderFixture {

@@ -8,8 +8,6 @@
 namespace tessellon {
 namespace {
 
-constexpr std::uint32_t controlOptionKeys = 0x1800;
-
 class HotkeysTest : public ShortcutsTest {
   protected:
     void start() {

@@ -170,9 +170,7 @@ TEST_F(KeyBindingsTest, UnreadableStorageIsIgnoredAndKeptAsideWhenReplaced) {
         EXPECT_EQ(storedKeymap(), bad) << "reading changes nothing";
         bindings.setCombo(std::nullopt, HotkeyTarget::tile());
         ASSERT_FALSE(defaults.keptAside().empty());
-        const std::string_view text(bad);
-        EXPECT_EQ(defaults.keptAside().back().value,
-                  PropertyValue(PropertyData(text.begin(), text.end())));
+        EXPECT_EQ(defaults.keptAside().back().value, PropertyValue(dataOf(bad)));
     }
     EXPECT_EQ(defaults.keptAside().size(), 5U);
     bindings.setCombo(std::nullopt, snap(SnapAction::center));

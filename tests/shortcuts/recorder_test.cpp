@@ -11,7 +11,6 @@ namespace {
 
 constexpr std::uint32_t h = 4;
 constexpr std::uint32_t arrowLeft = virtual_key::leftArrow;
-constexpr std::uint32_t controlOptionKeys = 0x1800;
 
 using RecorderTest = RecorderFixture;
 

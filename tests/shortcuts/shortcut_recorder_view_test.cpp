@@ -127,7 +127,7 @@ TEST_F(ShortcutRecorderTest, OneControlRecordsAtATime) {
 }
 
 TEST_F(ShortcutRecorderTest, ATakenShortcutHasAChipThatIsNoButton) {
-    center.holdByOthers(h, 0x1800);
+    center.holdByOthers(h, controlOptionKeys);
     auto& view = control(left);
     EXPECT_EQ(shownChip(view), nullptr);
     click(view);
@@ -153,12 +153,12 @@ TEST_F(ShortcutRecorderTest, ATakenShortcutHasAChipThatIsNoButton) {
     EXPECT_EQ(shownChip(view), nullptr);
     click(view);
     EXPECT_NE(shownChip(view), nullptr);
-    center.releaseByOthers(h, 0x1800);
+    center.releaseByOthers(h, controlOptionKeys);
     hotkeys.registerHotkeys();
     EXPECT_EQ(shownChip(view), nullptr);
 
     view.setLayoutDirection(Qt::RightToLeft);
-    center.holdByOthers(h, 0x1800);
+    center.holdByOthers(h, controlOptionKeys);
     hotkeys.registerHotkeys();
     settle();
     ASSERT_NE(shownChip(view), nullptr);
@@ -174,7 +174,7 @@ TEST_F(ShortcutRecorderTest, TellsWhichOtherTargetHasTheKeys) {
     EXPECT_EQ(shownChip(view)->toolTip(), "Center uses this shortcut.");
     EXPECT_EQ(view.accessibleDescription(), "Center uses this shortcut. Click to change");
     // Now neither has them.
-    center.holdByOthers(8, 0x1800);
+    center.holdByOthers(8, controlOptionKeys);
     hotkeys.registerHotkeys();
     EXPECT_EQ(shownChip(view)->toolTip(), "Another app already uses this shortcut.");
 
@@ -230,7 +230,7 @@ TEST_F(ShortcutRecorderTest, ItEndsWithTheWindowAndNotWithTheControl) {
 }
 
 TEST_F(ShortcutRecorderTest, AssistiveTechnologyHearsTheTargetAndItsKeys) {
-    center.holdByOthers(h, 0x1800);
+    center.holdByOthers(h, controlOptionKeys);
     auto& view = control(left);
     auto* const button = QAccessible::queryAccessibleInterface(&view);
     ASSERT_NE(button, nullptr);

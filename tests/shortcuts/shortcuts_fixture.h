@@ -4,6 +4,7 @@
 #include "app/notification_names.h"
 #include "app/preferences.h"
 #include "arrangements/arrangement_store.h"
+#include "fakes/stored_text.h"
 #include "platform/memory/memory_hot_key_center.h"
 #include "platform/memory/memory_user_defaults.h"
 #include "shortcuts/hotkeys.h"
@@ -24,6 +25,10 @@ class ShortcutsTest : public testing::Test {
     static constexpr std::uint64_t controlOptionCommand = controlOption | modifier_flag::command;
     static constexpr std::uint64_t controlCommand = modifier_flag::control | modifier_flag::command;
 
+    /// ⌃⌥ as hot keys are registered with it.
+    static constexpr std::uint32_t controlOptionKeys =
+        hot_key_modifier::control | hot_key_modifier::option;
+
     static HotkeyTarget snap(SnapAction action) { return HotkeyTarget::snap(action); }
 
     /// Stores an arrangement and gives its target.
@@ -34,13 +39,10 @@ class ShortcutsTest : public testing::Test {
     }
 
     void storeKeymap(std::string_view json) {
-        defaults.setObject(preference::keymap, PropertyData(json.begin(), json.end()));
+        defaults.setObject(preference::keymap, dataOf(json));
     }
 
-    std::string storedKeymap() const {
-        const auto data = defaults.dataForKey(preference::keymap);
-        return data ? std::string(data->begin(), data->end()) : "(nothing)";
-    }
+    std::string storedKeymap() const { return storedText(defaults, preference::keymap); }
 
     MemoryUserDefaults defaults;
     NotificationCenter notifications;
