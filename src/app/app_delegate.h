@@ -58,8 +58,9 @@ struct AppServices {
     std::string version;
 };
 
-/// Makes those who build what the features show, from the bindings that tell which shortcuts to
-/// name in it. Asked once each, when a feature starts; a panel is built when it is first shown.
+/// The makers of what the features show. They get the bindings, since panels name shortcuts. Those
+/// of panels are called once each, when their feature starts; a panel itself is built when it is
+/// first shown.
 struct AppViews {
     std::function<std::unique_ptr<DragViews>(const KeyBindings&)> drag;
     std::function<std::unique_ptr<LauncherViews>(const KeyBindings&)> launcher;

@@ -1,4 +1,4 @@
-// The program that the program starts to read an update feed.
+// The program that tessellon starts to have an update feed fetched.
 #include "platform/qt/feed_fetcher.h"
 #include "platform/qt/network_feed_source.h"
 

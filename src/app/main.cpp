@@ -11,6 +11,7 @@
 #include "platform/linux/bus_wait.h"
 #include "platform/linux/defaults_file.h"
 #include "platform/linux/desktop_entries.h"
+#include "platform/linux/environment.h"
 #include "platform/linux/hidden_session_bus.h"
 #include "platform/linux/logind_power_events.h"
 #include "platform/linux/process_info.h"
@@ -49,7 +50,9 @@
 #include "updates/qt_update_views.h"
 
 #include <QApplication>
+#include <QSize>
 #include <QString>
+#include <QWidget>
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
@@ -78,11 +81,6 @@ constexpr Seconds runningInstanceTimeout{2};
 
 constexpr auto runningVersion = Version::parse(TESSELLON_VERSION);
 static_assert(runningVersion, "the version is no dotted number");
-
-std::string environment(const char* name) {
-    const char* value = std::getenv(name);
-    return value != nullptr ? value : "";
-}
 
 bool isWaylandSession() {
     return !environment("WAYLAND_DISPLAY").empty() || environment("XDG_SESSION_TYPE") == "wayland";
@@ -128,6 +126,22 @@ bool showRunningInstance(x11::InstanceLock& lock) {
            activateRunningInstance(environment("DISPLAY"), runningInstanceTimeout);
 }
 
+/// Makes this the instance of its display. The exit code when another one is and stays that.
+std::optional<int> takeDisplay(x11::InstanceLock& lock) {
+    if (lock.acquire()) {
+        return std::nullopt;
+    }
+    if (showRunningInstance(lock)) {
+        return EXIT_SUCCESS;
+    }
+    // Unless it has ended meanwhile.
+    if (lock.acquire()) {
+        return std::nullopt;
+    }
+    logError("another instance is running on this display already, and does not answer");
+    return exitCannotRun;
+}
+
 /// The toolkit talks to the session bus while it starts, and waits for its answer for ever.
 std::unique_ptr<HiddenSessionBus> leaveSilentSessionBus(BusProbe& sessionBus) {
     if (!sessionBus.isSilent()) {
@@ -135,6 +149,138 @@ std::unique_ptr<HiddenSessionBus> leaveSilentSessionBus(BusProbe& sessionBus) {
     }
     logWarning("the session bus does not answer; tessellon starts without it");
     return std::make_unique<HiddenSessionBus>();
+}
+
+/// The sides of the ports that talk to the X server.
+struct X11Desktop {
+    X11Desktop(x11::Connection& connection, const ApplicationDirectory& directory, RunLoop& loop)
+        : mirror(connection),
+          applications(connection, mirror, directory, processExecutable),
+          displays(connection, mirror),
+          windowList(mirror),
+          keyboard(connection),
+          rawInput(connection, keyboard),
+          accessibility(connection, mirror, rawInput),
+          eventMonitors(connection, mirror, displays, rawInput),
+          hotKeyCenter(connection, keyboard),
+          eventTaps(connection, keyboard, rawInput),
+          keyboardFocus(
+              {connection, keyboard, eventTaps, hotKeyCenter, eventMonitors, rawInput, loop}),
+          compositing(connection),
+          beep(connection),
+          dockedIcon(connection, displays, loop, "Tessellon", statusGlyphImage) {}
+
+    x11::WindowMirror mirror;
+    x11::X11Applications applications;
+    x11::X11Displays displays;
+    x11::X11WindowList windowList;
+    x11::Keyboard keyboard;
+    x11::RawInput rawInput;
+    x11::X11Accessibility accessibility;
+    x11::X11EventMonitors eventMonitors;
+    x11::X11HotKeyCenter hotKeyCenter;
+    x11::X11EventTaps eventTaps;
+    x11::X11KeyboardFocus keyboardFocus;
+    x11::X11Compositing compositing;
+    x11::X11Beep beep;
+    x11::X11TrayIcon dockedIcon;
+};
+
+std::unique_ptr<Window> makeWindow(const Displays& displays, std::unique_ptr<QWidget> view,
+                                   const QString& title, QSize size) {
+    return std::make_unique<QtWindow>(displays,
+                                      QtWindowContent{std::move(view), title, size, glyphIcon()});
+}
+
+/// What the features show, made by the toolkit.
+AppViews makeViews(X11Desktop& desktop, UserDefaults& defaults) {
+    return {[&desktop](const KeyBindings& bindings) {
+                return std::make_unique<QtDragViews>(desktop.compositing, bindings);
+            },
+            [&desktop](const KeyBindings& bindings) {
+                return std::make_unique<QtLauncherViews>(desktop.keyboardFocus, bindings,
+                                                         desktop.compositing);
+            },
+            [&desktop, &defaults](const KeyBindings& /*bindings*/) {
+                return std::make_unique<QtMenuViews>(desktop.keyboardFocus, defaults,
+                                                     desktop.compositing);
+            },
+            [&desktop](const SettingsServices& services, SettingsPage page) {
+                return makeWindow(desktop.displays, std::make_unique<SettingsView>(services, page),
+                                  QStringLiteral("Tessellon Settings"), SettingsView::contentSize);
+            },
+            [&desktop](OnboardingModel& model) {
+                return makeWindow(desktop.displays, std::make_unique<OnboardingView>(model),
+                                  QStringLiteral("Welcome to Tessellon"),
+                                  OnboardingView::contentSize);
+            }};
+}
+
+/// Builds the application on the real sides of its ports and runs it to its end; gives the exit
+/// code.
+int runApplication(x11::Connection& connection, x11::InstanceLock& lock, QtRunLoop& loop,
+                   DefaultsFile& defaults, const std::string& settings,
+                   const std::function<void()>& displayLost) {
+    const DesktopEntries directory(loop, applicationFolders());
+    X11Desktop desktop(connection, directory, loop);
+    const auto ownProgram = processExecutable(getpid()).value_or("");
+    StatusNotifierItem notifierItem(statusGlyphImage, iconFolder(ownProgram));
+    TrayStatusItem statusItem(notifierItem, desktop.dockedIcon);
+    QtOwnApplication ownApplication(loop);
+    ChildFeedSource feedSource(feedFetchersOf(ownProgram));
+    AutostartEntry loginItem(standardAutostartPlaces(), ownProgram);
+    QtUpdateViews updateViews;
+    FeedUpdater updater({feedSource, updateViews, defaults, loop, std::chrono::system_clock::now},
+                        *runningVersion, TESSELLON_UPDATE_FEED_URL);
+    LogindPowerEvents powerEvents;
+    SessionService sessionService(environment("DISPLAY"));
+    const x11::CommandDrag commandDrag(connection, desktop.mirror, desktop.rawInput, [&defaults] {
+        return defaults.boolForKey(preference::dragEnabled) &&
+               !defaults.boolForKey(preference::paused);
+    });
+
+    // Applications have to be known when the delegate loads the restore records, or those of
+    // windows that a starting window manager has not taken over yet would be lost.
+    Token look = x11::firstLook(connection, desktop.mirror, windowManagerStartTimeout);
+    AppDelegate delegate({{desktop.accessibility, desktop.applications, desktop.displays,
+                           desktop.windowList, desktop.eventMonitors, defaults},
+                          desktop.hotKeyCenter,
+                          desktop.eventTaps,
+                          desktop.keyboardFocus,
+                          powerEvents,
+                          statusItem,
+                          directory,
+                          loginItem,
+                          updater,
+                          ownApplication,
+                          desktop.beep,
+                          loop,
+                          TESSELLON_VERSION},
+                         makeViews(desktop, defaults));
+    look.reset();
+    const Token lost = connection.lost().subscribe([&] {
+        displayLost();
+        loop.quit(exitCannotRun);
+    });
+    connection.attach(loop);
+    delegate.applicationDidFinishLaunching();
+    greet(delegate, settings);
+    const Token wanted = sessionService.activated().subscribe([&delegate] { delegate.showMenu(); });
+    const Token asked = lock.asked().subscribe([&delegate] { delegate.showMenu(); });
+    // The shortcuts come first. The first one should not have to wait for the list of installed
+    // applications.
+    const Token warmUp = loop.after(Seconds{0}, [&] {
+        statusItem.show();
+        notifierItem.start();
+        sessionService.start();
+        directory.lookUp({"", "tessellon", "tessellon", ""});
+        desktop.applications.running();
+        powerEvents.start();
+    });
+
+    const int exitCode = loop.run();
+    defaults.flush();
+    return exitCode;
 }
 
 int run(int argc, char** argv) {
@@ -146,15 +292,8 @@ int run(int argc, char** argv) {
         return exitCannotRun;
     }
     x11::InstanceLock lock(*connection);
-    if (!lock.acquire()) {
-        if (showRunningInstance(lock)) {
-            return EXIT_SUCCESS;
-        }
-        // Unless it has ended meanwhile.
-        if (!lock.acquire()) {
-            logError("another instance is running on this display already, and does not answer");
-            return exitCannotRun;
-        }
+    if (const auto exitCode = takeDisplay(lock)) {
+        return *exitCode;
     }
     const auto defaultsPath = standardDefaultsPath();
     if (!defaultsPath) {
@@ -185,99 +324,8 @@ int run(int argc, char** argv) {
 
     DefaultsFile defaults(loop, *defaultsPath);
     saveSettings = [&defaults] { defaults.flush(); };
-    const DesktopEntries directory(loop, applicationFolders());
-    x11::WindowMirror mirror(*connection);
-    x11::X11Applications applications(*connection, mirror, directory, processExecutable);
-    x11::X11Displays displays(*connection, mirror);
-    x11::X11WindowList windowList(mirror);
-    x11::Keyboard keyboard(*connection);
-    x11::RawInput rawInput(*connection, keyboard);
-    x11::X11Accessibility accessibility(*connection, mirror, rawInput);
-    x11::X11EventMonitors eventMonitors(*connection, mirror, displays, rawInput);
-    x11::X11HotKeyCenter hotKeyCenter(*connection, keyboard);
-    x11::X11EventTaps eventTaps(*connection, keyboard, rawInput);
-    x11::X11KeyboardFocus keyboardFocus(
-        {*connection, keyboard, eventTaps, hotKeyCenter, eventMonitors, rawInput, loop});
-    x11::X11Compositing compositing(*connection);
-    x11::X11Beep beep(*connection);
-    x11::X11TrayIcon dockedIcon(*connection, displays, loop, "Tessellon", statusGlyphImage);
-    const auto ownProgram = processExecutable(getpid()).value_or("");
-    StatusNotifierItem notifierItem(statusGlyphImage, iconFolder(ownProgram));
-    TrayStatusItem statusItem(notifierItem, dockedIcon);
-    QtOwnApplication ownApplication(loop);
-    ChildFeedSource feedSource(feedFetchersOf(ownProgram));
-    AutostartEntry loginItem(standardAutostartPlaces(), ownProgram);
-    QtUpdateViews updateViews;
-    FeedUpdater updater({feedSource, updateViews, defaults, loop, std::chrono::system_clock::now},
-                        *runningVersion, TESSELLON_UPDATE_FEED_URL);
-    LogindPowerEvents powerEvents;
-    SessionService sessionService(environment("DISPLAY"));
-    const x11::CommandDrag commandDrag(*connection, mirror, rawInput, [&defaults] {
-        return defaults.boolForKey(preference::dragEnabled) &&
-               !defaults.boolForKey(preference::paused);
-    });
-
-    // Applications have to be known when the delegate loads the restore records, or those of
-    // windows that a starting window manager has not taken over yet would be lost.
-    Token look = x11::firstLook(*connection, mirror, windowManagerStartTimeout);
-    AppDelegate delegate(
-        {{accessibility, applications, displays, windowList, eventMonitors, defaults},
-         hotKeyCenter,
-         eventTaps,
-         keyboardFocus,
-         powerEvents,
-         statusItem,
-         directory,
-         loginItem,
-         updater,
-         ownApplication,
-         beep,
-         loop,
-         TESSELLON_VERSION},
-        {[&](const KeyBindings& bindings) {
-             return std::make_unique<QtDragViews>(compositing, bindings);
-         },
-         [&](const KeyBindings& bindings) {
-             return std::make_unique<QtLauncherViews>(keyboardFocus, bindings, compositing);
-         },
-         [&](const KeyBindings&) {
-             return std::make_unique<QtMenuViews>(keyboardFocus, defaults, compositing);
-         },
-         [&](const SettingsServices& services, SettingsPage page) {
-             return std::make_unique<QtWindow>(
-                 displays, QtWindowContent{std::make_unique<SettingsView>(services, page),
-                                           QStringLiteral("Tessellon Settings"),
-                                           SettingsView::contentSize, glyphIcon()});
-         },
-         [&](OnboardingModel& model) {
-             return std::make_unique<QtWindow>(
-                 displays, QtWindowContent{std::make_unique<OnboardingView>(model),
-                                           QStringLiteral("Welcome to Tessellon"),
-                                           OnboardingView::contentSize, glyphIcon()});
-         }});
-    look.reset();
-    const Token lost = connection->lost().subscribe([&] {
-        endWithoutDisplay();
-        loop.quit(exitCannotRun);
-    });
-    connection->attach(loop);
-    delegate.applicationDidFinishLaunching();
-    greet(delegate, defaultsPath->string());
-    const Token wanted = sessionService.activated().subscribe([&delegate] { delegate.showMenu(); });
-    const Token asked = lock.asked().subscribe([&delegate] { delegate.showMenu(); });
-    // The shortcuts come first. The first one should not have to wait for the list of installed
-    // applications.
-    const Token warmUp = loop.after(Seconds{0}, [&] {
-        statusItem.show();
-        notifierItem.start();
-        sessionService.start();
-        directory.lookUp({"", "tessellon", "tessellon", ""});
-        applications.running();
-        powerEvents.start();
-    });
-
-    const int exitCode = loop.run();
-    defaults.flush();
+    const int exitCode = runApplication(*connection, lock, loop, defaults, defaultsPath->string(),
+                                        endWithoutDisplay);
     saveSettings = nullptr;
     return exitCode;
 }

@@ -1,5 +1,5 @@
-// The program that fetches one update feed and ends: all that is done with what a server sends
-// before its size is known is done here, away from the program that serves the user.
+// The program that fetches one update feed and ends. Whatever happens to an answer before its size
+// is known happens there, away from the program that serves the user.
 #pragma once
 
 #include "platform/feed_source.h"
