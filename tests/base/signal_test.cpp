@@ -1,6 +1,7 @@
 // Callbacks that come and go, also while they are called.
 #include "base/signal.h"
 
+#include "base/handler_chain.h"
 #include "base/notification_center.h"
 
 #include <memory>
@@ -46,6 +47,39 @@ TEST(Signal, SurvivesWhatCallbacksDoToIt) {
     signal->emit();
     EXPECT_EQ(calls, (std::vector<std::string>{"first", "last"}));
     EXPECT_EQ(signal, nullptr);
+}
+
+TEST(HandlerChain, AsksInOrderUntilOneDecides) {
+    auto chain = std::make_unique<HandlerChain<bool, int>>();
+    std::vector<std::string> asked;
+    Token second;
+    Token added;
+    auto first = chain->add([&](int event) {
+        asked.emplace_back("first");
+        second.reset();
+        added = chain->add([&](int) {
+            asked.emplace_back("added");
+            return true;
+        });
+        return event == 1;
+    });
+    second = chain->add([&](int) {
+        asked.emplace_back("taken off");
+        return true;
+    });
+    const auto third = chain->add([&](int event) {
+        asked.emplace_back("third");
+        return event == 2;
+    });
+    EXPECT_TRUE(chain->anyGives(true, 1));
+    EXPECT_TRUE(chain->anyGives(true, 2));
+    EXPECT_FALSE(chain->anyGives(true, 3)) << "what was added meanwhile is not asked yet";
+    EXPECT_EQ(asked, (std::vector<std::string>{"first", "first", "third", "first", "third"}));
+    EXPECT_EQ(chain->size(), 3U);
+    first.reset();
+    EXPECT_TRUE(chain->anyGives(true, 3));
+    chain.reset();
+    added.reset();
 }
 
 TEST(Token, UndoesOnceAndMoves) {

@@ -22,13 +22,7 @@ std::optional<Token> MemoryEventMonitors::addLocalMonitor(MonitoredEvent event, 
 }
 
 std::optional<Token> MemoryEventMonitors::addLocalKeyMonitor(KeyHandler handler) {
-    const auto id = nextKeyHandler_++;
-    keyHandlers_->emplace(id, std::make_shared<KeyHandler>(std::move(handler)));
-    return Token([weak = std::weak_ptr(keyHandlers_), id] {
-        if (const auto handlers = weak.lock()) {
-            handlers->erase(id);
-        }
-    });
+    return keyHandlers_.add(std::move(handler));
 }
 
 std::optional<Point> MemoryEventMonitors::pointerLocation() const {
@@ -40,13 +34,7 @@ void MemoryEventMonitors::emit(MonitoredEvent event, Scope scope) {
 }
 
 KeyVerdict MemoryEventMonitors::type(const KeyEvent& event) {
-    const auto handlers = *keyHandlers_;
-    for (const auto& [id, handler] : handlers) {
-        if ((*handler)(event) == KeyVerdict::used) {
-            return KeyVerdict::used;
-        }
-    }
-    return KeyVerdict::notUsed;
+    return keyHandlers_.anyGives(KeyVerdict::used, event) ? KeyVerdict::used : KeyVerdict::notUsed;
 }
 
 }  // namespace tessellon

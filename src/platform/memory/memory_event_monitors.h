@@ -2,13 +2,13 @@
 // into our own panels, all moved by calls.
 #pragma once
 
+#include "base/handler_chain.h"
 #include "base/signal.h"
 #include "platform/event_monitors.h"
 
 #include <cstddef>
 #include <cstdint>
 #include <map>
-#include <memory>
 #include <optional>
 #include <set>
 
@@ -43,7 +43,7 @@ class MemoryEventMonitors final : public EventMonitors {
     /// Types a key into our own panel; notUsed when the panel itself has to deal with it.
     KeyVerdict type(const KeyEvent& event);
 
-    std::size_t keyMonitorCount() const { return keyHandlers_->size(); }
+    std::size_t keyMonitorCount() const { return keyHandlers_.size(); }
 
   private:
     const MemoryDesktop& desktop_;
@@ -52,10 +52,7 @@ class MemoryEventMonitors final : public EventMonitors {
     std::set<MonitoredEvent> refused_;
     std::map<MonitoredEvent, Signal<>> global_;
     std::map<MonitoredEvent, Signal<>> local_;
-    std::uint64_t nextKeyHandler_ = 0;
-    /// Shared with the tokens, which may outlive this object.
-    std::shared_ptr<std::map<std::uint64_t, std::shared_ptr<KeyHandler>>> keyHandlers_ =
-        std::make_shared<std::map<std::uint64_t, std::shared_ptr<KeyHandler>>>();
+    HandlerChain<KeyVerdict, KeyEvent> keyHandlers_;
 };
 
 }  // namespace tessellon

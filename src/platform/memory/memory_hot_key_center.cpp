@@ -1,18 +1,11 @@
 #include "platform/memory/memory_hot_key_center.h"
 
 #include <utility>
-#include <vector>
 
 namespace tessellon {
 
 Token MemoryHotKeyCenter::installHandler(Handler handler) {
-    const auto id = state_->nextHandler++;
-    state_->handlers.emplace(id, std::make_shared<Handler>(std::move(handler)));
-    return Token([weak = std::weak_ptr<State>(state_), id] {
-        if (const auto state = weak.lock()) {
-            state->handlers.erase(id);
-        }
-    });
+    return handlers_.add(std::move(handler));
 }
 
 std::optional<Token> MemoryHotKeyCenter::registerHotKey(std::uint32_t keyCode,
@@ -44,22 +37,8 @@ std::optional<HotKeyEventStatus> MemoryHotKeyCenter::press(std::uint32_t keyCode
 }
 
 HotKeyEventStatus MemoryHotKeyCenter::post(const std::optional<HotKeyId>& id) {
-    const auto state = state_;
-    std::vector<std::uint64_t> order;
-    for (const auto& [handlerId, handler] : state->handlers) {
-        order.push_back(handlerId);
-    }
-    for (const auto handlerId : order) {
-        const auto found = state->handlers.find(handlerId);
-        if (found == state->handlers.end()) {
-            continue;
-        }
-        const auto handler = found->second;  // it may remove itself
-        if ((*handler)(id) == HotKeyEventStatus::handled) {
-            return HotKeyEventStatus::handled;
-        }
-    }
-    return HotKeyEventStatus::notHandled;
+    return handlers_.anyGives(HotKeyEventStatus::handled, id) ? HotKeyEventStatus::handled
+                                                              : HotKeyEventStatus::notHandled;
 }
 
 std::optional<HotKeyId> MemoryHotKeyCenter::registeredId(std::uint32_t keyCode,

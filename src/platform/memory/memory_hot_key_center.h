@@ -2,6 +2,7 @@
 // call.
 #pragma once
 
+#include "base/handler_chain.h"
 #include "platform/hot_key_center.h"
 
 #include <cstddef>
@@ -37,20 +38,19 @@ class MemoryHotKeyCenter final : public HotKeyCenter {
     /// The id under which a combination is registered.
     std::optional<HotKeyId> registeredId(std::uint32_t keyCode, std::uint32_t modifiers) const;
     std::size_t registeredCount() const { return state_->registered.size(); }
-    std::size_t handlerCount() const { return state_->handlers.size(); }
+    std::size_t handlerCount() const { return handlers_.size(); }
 
   private:
     /// Key code and modifiers.
     using Combination = std::pair<std::uint32_t, std::uint32_t>;
     /// Shared with the tokens, which may outlive this object.
     struct State {
-        std::uint64_t nextHandler = 0;
-        std::map<std::uint64_t, std::shared_ptr<Handler>> handlers;
         std::map<Combination, HotKeyId> registered;
         std::set<Combination> heldByOthers;
     };
 
     std::shared_ptr<State> state_ = std::make_shared<State>();
+    HandlerChain<HotKeyEventStatus, std::optional<HotKeyId>> handlers_;
 };
 
 }  // namespace tessellon

@@ -100,24 +100,11 @@ std::optional<Token> X11EventMonitors::addLocalMonitor(MonitoredEvent event, Cal
 }
 
 std::optional<Token> X11EventMonitors::addLocalKeyMonitor(KeyHandler handler) {
-    const auto added =
-        keyHandlers_->insert(keyHandlers_->end(), std::make_shared<KeyHandler>(std::move(handler)));
-    return Token([weak = std::weak_ptr(keyHandlers_), added] {
-        if (const auto handlers = weak.lock()) {
-            handlers->erase(added);
-        }
-    });
+    return keyHandlers_.add(std::move(handler));
 }
 
 KeyVerdict X11EventMonitors::offerKey(const KeyEvent& event) const {
-    // A copy: a handler may take itself off.
-    const auto handlers = *keyHandlers_;
-    for (const auto& handler : handlers) {
-        if ((*handler)(event) == KeyVerdict::used) {
-            return KeyVerdict::used;
-        }
-    }
-    return KeyVerdict::notUsed;
+    return keyHandlers_.anyGives(KeyVerdict::used, event) ? KeyVerdict::used : KeyVerdict::notUsed;
 }
 
 std::uint32_t X11EventMonitors::pressedMouseButtons() const {

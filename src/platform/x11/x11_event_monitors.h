@@ -1,15 +1,13 @@
 // The event-monitor port on X11: raw input told apart by whose window the button went down in.
 #pragma once
 
+#include "base/handler_chain.h"
 #include "base/signal.h"
 #include "platform/event_monitors.h"
 #include "platform/x11/connection.h"
 #include "platform/x11/raw_input.h"
 #include "platform/x11/window_mirror.h"
 #include "platform/x11/x11_displays.h"
-
-#include <list>
-#include <memory>
 
 namespace tessellon::x11 {
 
@@ -49,9 +47,7 @@ class X11EventMonitors : public EventMonitors {
     Signals global_;
     Signals local_;
     Audience dragAudience_ = Audience::global;
-    using KeyHandlers = std::list<std::shared_ptr<KeyHandler>>;
-    // Tokens may outlive the monitors.
-    std::shared_ptr<KeyHandlers> keyHandlers_ = std::make_shared<KeyHandlers>();
+    HandlerChain<KeyVerdict, KeyEvent> keyHandlers_;
     Token pressed_;
     Token motion_;
     Token released_;
