@@ -1,3 +1,4 @@
+// Frames of the desktop as the toolkit has them, and back.
 #include "platform/qt/screen_coordinates.h"
 
 #include <array>

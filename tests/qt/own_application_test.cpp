@@ -3,7 +3,7 @@
 #include "platform/memory/memory_compositing.h"
 #include "platform/qt/panel_window.h"
 #include "platform/qt/qt_own_application.h"
-#include "ui_fixture.h"
+#include "ui/ui_fixture.h"
 
 #include <QAbstractEventDispatcher>
 #include <QTest>
