@@ -193,6 +193,19 @@ std::optional<Frame> DesktopWindows::visibleFrame(xcb_window_t window) {
     return shrunk(outer, edges(window, "_GTK_FRAME_EXTENTS"));
 }
 
+Frame DesktopWindows::smallestSize(xcb_window_t window) {
+    // WM_NORMAL_HINTS: the smallest size is its sixth and seventh number.
+    const auto hints = x_.values(window, "WM_NORMAL_HINTS");
+    constexpr std::uint32_t hasSmallest = 1U << 4U;
+    if (hints.size() < 7 || (hints[0] & hasSmallest) == 0) {
+        return {};
+    }
+    const Frame client{0, 0, static_cast<int>(hints[5]), static_cast<int>(hints[6])};
+    const Frame seen =
+        shrunk(grown(client, decorations(window)), edges(window, "_GTK_FRAME_EXTENTS"));
+    return {0, 0, seen.width, seen.height};
+}
+
 Frame DesktopWindows::settle(xcb_window_t window, const Frame& expected) {
     waitUntil([&] { return visibleFrame(window) == expected; });
     return visibleFrame(window).value_or(Frame{});

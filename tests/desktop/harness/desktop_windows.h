@@ -40,10 +40,16 @@ class DesktopWindows {
     /// while the window manager is still at work on it.
     std::optional<Frame> visibleFrame(xcb_window_t window);
 
+    /// The smallest size that its program accepts, as a visible frame at 0, 0.
+    Frame smallestSize(xcb_window_t window);
+
     /// Waits until the window's visible frame is `expected`; gives the frame it has in the end.
     Frame settle(xcb_window_t window, const Frame& expected);
     /// The same for a window that takes whole cells only: its size may stay short by one.
     Frame settleWithinIncrements(xcb_window_t window, const Frame& expected);
+
+    /// Whether it has this frame, or is smaller by less than one of its increments.
+    bool matchesWithinIncrements(xcb_window_t window, const Frame& expected);
 
     /// Gives the window this visible frame through the window manager, and waits for it. Gives the
     /// frame that it took.
@@ -69,7 +75,6 @@ class DesktopWindows {
     FrameWindow frameWindow() const;
     Edges edges(xcb_window_t window, std::string_view property);
     Edges decorations(xcb_window_t window);
-    bool matchesWithinIncrements(xcb_window_t window, const Frame& expected);
 
     XSession& x_;
     const WindowManager* windowManager_ = nullptr;

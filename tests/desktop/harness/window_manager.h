@@ -33,6 +33,8 @@ enum class DesktopsMade {
 
 struct WindowManager {
     std::string_view name;
+    /// The Debian package that it is in.
+    std::string_view package;
     std::vector<std::string> command;
     FrameWindow frameWindow = FrameWindow::visible;
     DesktopsMade desktopsMade = DesktopsMade::atStart;

@@ -1,0 +1,146 @@
+#include "matrix.h"
+
+#include <algorithm>
+#include <sstream>
+#include <stdexcept>
+
+namespace tessellon::desktop {
+namespace {
+
+Outcomes outcomes() {
+    return Outcomes(MATRIX_OUTCOMES);
+}
+
+std::vector<std::string> commandOf(Subject subject) {
+    switch (subject) {
+        case Subject::wholeCells:
+            return {"xterm"};
+        case Subject::qt:
+            return {"/usr/lib/qt6/bin/linguist"};
+        case Subject::ownDecorations:
+            return {"gtk3-demo"};
+        case Subject::minimumSize:
+            return {"gtk3-widget-factory"};
+        case Subject::fullScreen:
+            return {"xterm", "-fullscreen"};
+        case Subject::dialog:
+            return {"zenity", "--info", "--width=500", "--height=400", "--text=Dialog"};
+        default:
+            // Clocks do not take the keyboard unless they are told to.
+            return {"xclock", "-xrm", "XClock.input: True"};
+    }
+}
+
+}  // namespace
+
+bool MatrixTest::begin(std::vector<Row> rows, Monitors monitors) {
+    rows_ = std::move(rows);
+    for (const Row row : rows_) {
+        for (const Subject subject : textOf(row).subjects) {
+            outcomes().forget({GetParam(), row, subject});
+        }
+    }
+    useDesktop(GetParam(), monitors);
+    return !IsSkipped();
+}
+
+void MatrixTest::TearDown() {
+    WindowManagerTest::TearDown();
+    if (IsSkipped()) {
+        return;
+    }
+    std::map<Key, std::string> outcomesOfCells;
+    for (const Row row : rows_) {
+        for (const Subject subject : textOf(row).subjects) {
+            std::string all;
+            for (const std::string& outcome : noted_[{row, subject}]) {
+                // What is exact needs no word beside what is not.
+                if (outcome != exact) {
+                    all += (all.empty() ? "" : ", ") + outcome;
+                }
+            }
+            if (all.empty() && !noted_[{row, subject}].empty()) {
+                all = exact;
+            }
+            EXPECT_EQ(all, expected(row, subject))
+                << GetParam() << ", " << textOf(row).id << ", " << textOf(subject).id;
+            outcomesOfCells[{row, subject}] = all;
+        }
+    }
+    if (HasFailure()) {
+        return;
+    }
+    for (const auto& [key, outcome] : outcomesOfCells) {
+        outcomes().write({GetParam(), key.first, key.second}, outcome);
+    }
+}
+
+std::string_view MatrixTest::expected(Row row, Subject subject) const {
+    const auto* difference = knownDifference(GetParam(), row, subject);
+    return difference != nullptr ? difference->outcome : exact;
+}
+
+void MatrixTest::note(Row row, Subject subject, std::string_view outcome) {
+    noted_[{row, subject}].emplace(outcome);
+}
+
+std::string MatrixTest::placeOutcome(xcb_window_t window, const Frame& wanted,
+                                     const Frame& before) {
+    const auto frame = desktop().windows().visibleFrame(window);
+    const Frame large = atLeastSmallest(window, wanted);
+    if (frame == wanted || frame == large) {
+        return std::string(exact);
+    }
+    if (desktop().windows().matchesWithinIncrements(window, wanted)) {
+        return std::string(toTheCell);
+    }
+    if (frame == before) {
+        return std::string(stays);
+    }
+    const Frame seenWhole{std::min(large.x, desktop().x().width() - large.width),
+                          std::min(large.y, desktop().x().height() - large.height), large.width,
+                          large.height};
+    if (frame == seenWhole) {
+        return std::string(keptOnScreen);
+    }
+    std::ostringstream text;
+    text << frame.value_or(Frame{}) << " instead of " << wanted;
+    return text.str();
+}
+
+bool MatrixTest::notePlace(Row row, Subject subject, xcb_window_t window, const Frame& wanted,
+                           const Frame& before) {
+    const auto acceptable = expected(row, subject);
+    if (acceptable == stays) {
+        program().waitUntilIdle();
+    }
+    std::string outcome;
+    const bool isAcceptable = waitUntil([&] {
+        outcome = placeOutcome(window, wanted, before);
+        return outcome == exact || outcome == acceptable;
+    });
+    note(row, subject, outcome);
+    return isAcceptable;
+}
+
+void MatrixTest::noteUnmoved(Row row, Subject subject, xcb_window_t window, const Frame& frame) {
+    program().waitUntilIdle();
+    notePlace(row, subject, window, frame, {});
+}
+
+xcb_window_t MatrixTest::startSubject(Subject subject, const Frame& frame) {
+    const xcb_window_t window = desktop().startWithWindow(commandOf(subject));
+    if (subject != Subject::fullScreen) {
+        desktop().windows().place(window, atLeastSmallest(window, frame));
+    }
+    return window;
+}
+
+Frame MatrixTest::atLeastSmallest(xcb_window_t window, Frame frame) {
+    const Frame smallest = desktop().windows().smallestSize(window);
+    frame.width = std::max(frame.width, smallest.width);
+    frame.height = std::max(frame.height, smallest.height);
+    return frame;
+}
+
+}  // namespace tessellon::desktop

@@ -1,0 +1,60 @@
+#include "rows.h"
+
+#include <algorithm>
+#include <stdexcept>
+
+namespace tessellon::desktop {
+namespace {
+
+template <typename Texts, typename Value, typename Member>
+const auto& find(const Texts& texts, Value value, Member member) {
+    const auto found = std::find_if(texts.begin(), texts.end(),
+                                    [&](const auto& text) { return text.*member == value; });
+    if (found == texts.end()) {
+        throw std::out_of_range("a part of the matrix has no text");
+    }
+    return *found;
+}
+
+}  // namespace
+
+const std::vector<RowText>& rows() {
+    using enum Subject;
+    static const std::vector<RowText> table{
+        {Row::places,
+         "places",
+         "A shortcut puts the window into its place, each of them",
+         {plain, wholeCells, qt, ownDecorations, minimumSize, maximized}},
+        {Row::restore,
+         "restore",
+         "Restore gives the frame from before the first snap back",
+         {plain, wholeCells, qt, ownDecorations, minimumSize, maximized}},
+    };
+    return table;
+}
+
+const RowText& textOf(Row row) {
+    return find(rows(), row, &RowText::row);
+}
+
+const std::vector<SubjectText>& subjects() {
+    static const std::vector<SubjectText> table{
+        {Subject::plain, "plain", "plain X window"},
+        {Subject::wholeCells, "whole-cells", "xterm"},
+        {Subject::qt, "qt", "Qt"},
+        {Subject::ownDecorations, "own-decorations", "GTK, own decorations"},
+        {Subject::minimumSize, "minimum-size", "minimum size"},
+        {Subject::maximized, "maximized", "maximized"},
+        {Subject::fullScreen, "full-screen", "full screen"},
+        {Subject::dialog, "dialog", "dialog"},
+        {Subject::minimized, "minimized", "minimized"},
+        {Subject::otherDesktop, "other-desktop", "other workspace"},
+    };
+    return table;
+}
+
+const SubjectText& textOf(Subject subject) {
+    return find(subjects(), subject, &SubjectText::subject);
+}
+
+}  // namespace tessellon::desktop
