@@ -94,14 +94,14 @@ std::string MatrixTest::placeOutcome(xcb_window_t window, const Frame& wanted,
     if (desktop().windows().matchesWithinIncrements(window, wanted)) {
         return std::string(toTheCell);
     }
-    if (frame == before) {
-        return std::string(stays);
-    }
     const Frame seenWhole{std::min(large.x, desktop().x().width() - large.width),
                           std::min(large.y, desktop().x().height() - large.height), large.width,
                           large.height};
     if (frame == seenWhole) {
         return std::string(keptOnScreen);
+    }
+    if (frame == before) {
+        return std::string(stays);
     }
     std::ostringstream text;
     text << frame.value_or(Frame{}) << " instead of " << wanted;
