@@ -394,6 +394,45 @@ TEST_F(CommandDragTest, aPressThatIsNoDragMovesNothing) {
     EXPECT_TRUE(desktop().pointer().isFree());
 }
 
+// It is told late of the press and of the drag, and acts upon neither by itself.
+TEST_F(CommandDragTest, aBusyWindowManagerIsWaitedFor) {
+    useDesktop("openbox");
+    if (IsSkipped()) {
+        return;
+    }
+    program().start();
+    const xcb_window_t window = startClock(original);
+    pressCommand();
+    desktop().windowManagerProcess().signal(SIGSTOP);
+    pressTitleBar(window);
+    desktop().pointer().moveTo({leftHalfZone.x + 40, leftHalfZone.y + 40});
+    // Whatever it does without the window manager's answer it has done then.
+    program().waitUntilIdle();
+    EXPECT_TRUE(pictures().empty());
+    desktop().windowManagerProcess().signal(SIGCONT);
+    dragTo(leftHalfZone);
+    EXPECT_TRUE(waitUntilShown(leftHalf));
+    drop();
+    EXPECT_EQ(desktop().windows().settle(window, leftHalf), leftHalf);
+    releaseCommand();
+
+    // Not for longer than the button is down.
+    program().waitUntilIdle();
+    ASSERT_EQ(desktop().windows().place(window, original), original);
+    pressCommand();
+    desktop().windowManagerProcess().signal(SIGSTOP);
+    pressTitleBar(window);
+    desktop().pointer().moveTo(leftHalfZone);
+    program().waitUntilIdle();
+    drop();
+    program().waitUntilIdle();
+    desktop().windowManagerProcess().signal(SIGCONT);
+    releaseCommand();
+    ASSERT_TRUE(waitUntil([&] { return desktop().x().windowManagerServes(); }));
+    program().waitUntilIdle();
+    EXPECT_EQ(frameOf(window), original);
+}
+
 TEST_P(DragTest, droppedOnTheOtherMonitor) {
     useDragDesktop(Monitors::twoSideBySide);
     if (IsSkipped()) {

@@ -24,9 +24,6 @@ constexpr double threshold = 10;
 // What a window manager takes for the resize handle at the edge of a title bar, in pixels.
 constexpr double resizeHandle = 5;
 
-// How long a window manager may take over the drag before it is left alone.
-constexpr Seconds answerTimeout{0.1};
-
 /// Whether it ignores a title bar that is pressed with the command key down. Those that would move
 /// the window themselves must not be told to: some would begin a second move after the first.
 bool ignoresCommandPress(std::string_view windowManagerName) {
@@ -57,6 +54,7 @@ CommandDrag::CommandDrag(Connection& connection, WindowMirror& mirror, RawInput&
     pressed_ =
         input_.buttonPressed().subscribe([this](std::uint32_t button) { onPressed(button); });
     motion_ = input_.motion().subscribe([this] { onMotion(); });
+    idle_ = connection_.idle().subscribe([this] { onIdle(); });
     released_ = input_.buttonReleased().subscribe([this] { onReleased(); });
 }
 
@@ -97,7 +95,7 @@ void CommandDrag::onPressed(std::uint32_t button) {
 }
 
 void CommandDrag::onMotion() {
-    if (!press_ || press_->moveBegun) {
+    if (!press_ || press_->stage != Stage::still) {
         return;
     }
     if (!onlyCommandIsDown()) {
@@ -105,19 +103,26 @@ void CommandDrag::onMotion() {
         return;
     }
     const auto pointer = input_.queryPointer();
-    if (!pointer || std::max(std::abs(pointer->x - press_->at.x),
-                             std::abs(pointer->y - press_->at.y)) < threshold) {
+    if (pointer && std::max(std::abs(pointer->x - press_->at.x),
+                            std::abs(pointer->y - press_->at.y)) >= threshold) {
+        // The window manager has seen the same motion; what it makes of it is there after the
+        // fence. A busy one may take as long as the button is down.
+        fence_.send();
+        press_->stage = Stage::waiting;
+    }
+}
+
+void CommandDrag::onIdle() {
+    if (!press_ || press_->stage != Stage::waiting || !fence_.isAnswered()) {
         return;
     }
-    // The window manager has seen the same motion; what it makes of it is there after the fence.
-    const bool answered = fence_.wait(answerTimeout);
     mirror_.refresh();
     const auto* window = pressedWindow();
-    if (!answered || window == nullptr || window->visibleFrame() != press_->frame) {
+    if (!onlyCommandIsDown() || window == nullptr || window->visibleFrame() != press_->frame) {
         press_.reset();
         return;
     }
-    press_->moveBegun = true;
+    press_->stage = Stage::begun;
     // A press that begins a move brings its window to the front, too.
     connection_.sendToWindowManager(press_->window, Atom::netActiveWindow,
                                     {sourcePager, XCB_CURRENT_TIME, 0, 0, 0});
@@ -125,7 +130,7 @@ void CommandDrag::onMotion() {
 }
 
 void CommandDrag::onReleased() {
-    if (press_ && press_->moveBegun && pressedWindow() != nullptr) {
+    if (press_ && press_->stage == Stage::begun && pressedWindow() != nullptr) {
         // Where the button went up before the window manager took the move over, it would keep the
         // pointer for a move that nothing ends. Any other is over by the time it reads this.
         tellWindowManager(cancelMove);

@@ -18,7 +18,7 @@
 namespace tessellon::x11 {
 
 /// Only watches: every press reaches whoever it is for. When the pointer is dragged on and the
-/// window manager still has not reacted, it is asked to begin the move.
+/// window manager, once it has seen that, still has not reacted, it is asked to begin the move.
 class CommandDrag {
   public:
     /// All of them must outlive this object. `wanted` is asked at every such press.
@@ -28,16 +28,23 @@ class CommandDrag {
     CommandDrag& operator=(const CommandDrag&) = delete;
 
   private:
+    enum class Stage {
+        still,    // the pointer has not been dragged far enough
+        waiting,  // for what the window manager makes of the drag by itself
+        begun     // the window manager was asked for a move
+    };
+
     struct Press {
         xcb_window_t window;
         std::uint64_t generation;
         Point at;    // of the root
         Rect frame;  // of the window, then
-        bool moveBegun = false;
+        Stage stage = Stage::still;
     };
 
     void onPressed(std::uint32_t button);
     void onMotion();
+    void onIdle();
     void onReleased();
     bool onlyCommandIsDown() const;
     const ClientWindow* pressedWindow() const;
@@ -51,6 +58,7 @@ class CommandDrag {
     std::optional<Press> press_;
     Token pressed_;
     Token motion_;
+    Token idle_;
     Token released_;
 };
 

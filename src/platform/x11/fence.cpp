@@ -29,12 +29,16 @@ Fence::~Fence() {
     xcb_destroy_window(connection_.xcb(), window_);
 }
 
-bool Fence::wait(Seconds timeout) {
+void Fence::send() {
     sent_ = static_cast<std::int16_t>((sent_ + 1) % positions);
     const auto x = static_cast<std::uint32_t>(sent_);
     xcb_configure_window(connection_.xcb(), window_, XCB_CONFIG_WINDOW_X, &x);
+}
+
+bool Fence::wait(Seconds timeout) {
+    send();
     connection_.countRoundTrip();
-    return connection_.pullUntil([this] { return seen_ == sent_; }, timeout);
+    return connection_.pullUntil([this] { return isAnswered(); }, timeout);
 }
 
 }  // namespace tessellon::x11

@@ -22,6 +22,11 @@ class Fence {
     /// False when the window manager did not get round to it within `timeout`.
     bool wait(Seconds timeout);
 
+    /// Begins to wait without stopping the program.
+    void send();
+    /// Whether the window manager has got round to the fence that was sent last.
+    bool isAnswered() const { return seen_ == sent_; }
+
   private:
     Connection& connection_;
     xcb_window_t window_;
