@@ -29,6 +29,7 @@
 #include "platform/x11/connection.h"
 #include "platform/x11/first_look.h"
 #include "platform/x11/instance_lock.h"
+#include "platform/x11/key_grabs.h"
 #include "platform/x11/keyboard.h"
 #include "platform/x11/raw_input.h"
 #include "platform/x11/window_mirror.h"
@@ -162,8 +163,9 @@ struct X11Desktop {
           rawInput(connection, keyboard),
           accessibility(connection, mirror, rawInput),
           eventMonitors(connection, mirror, displays, rawInput),
-          hotKeyCenter(connection, keyboard),
-          eventTaps(connection, keyboard, rawInput),
+          keyGrabs(connection, keyboard, mirror, rawInput),
+          hotKeyCenter(connection, keyboard, keyGrabs),
+          eventTaps(connection, keyboard, keyGrabs, rawInput),
           keyboardFocus(
               {connection, keyboard, eventTaps, hotKeyCenter, eventMonitors, rawInput, loop}),
           compositing(connection),
@@ -178,6 +180,7 @@ struct X11Desktop {
     x11::RawInput rawInput;
     x11::X11Accessibility accessibility;
     x11::X11EventMonitors eventMonitors;
+    x11::KeyGrabs keyGrabs;
     x11::X11HotKeyCenter hotKeyCenter;
     x11::X11EventTaps eventTaps;
     x11::X11KeyboardFocus keyboardFocus;

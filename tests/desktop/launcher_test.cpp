@@ -21,8 +21,8 @@ constexpr std::int32_t panelWidth = 472;
 class LauncherTest : public WindowManagerTest {
   protected:
     /// A desktop with the program and, in front, a terminal that writes down what it is given.
-    void useTerminalDesktop() {
-        useDesktop(GetParam());
+    void useTerminalDesktop(WindowManagerKeys keys = WindowManagerKeys::released) {
+        useDesktop(GetParam(), Monitors::one, keys);
         if (IsSkipped()) {
             return;
         }
@@ -89,6 +89,48 @@ TEST_P(LauncherTest, whatIsTypedAtOnceSnapsTheWindowInFront) {
     EXPECT_TRUE(waitUntilClosed());
     EXPECT_EQ(typedAfter(Key::slash), "/") << "the terminal got what was not meant for it";
 }
+
+using CommandKeyHolderTest = LauncherTest;
+
+// The window manager has the command keys to itself, and gives on what is pressed after them.
+TEST_P(CommandKeyHolderTest, combinationsThatBeginWithIt) {
+    useTerminalDesktop(WindowManagerKeys::asShipped);
+    if (IsSkipped()) {
+        return;
+    }
+    programMaySpeak();
+    desktop().pointer().jumpTo({original.x + 200, original.y + 200});
+    pressChord();
+    EXPECT_TRUE(waitUntilOpen());
+    for (const Key key : {Key::m, Key::a, Key::x, Key::enter}) {
+        desktop().keyboard().tap(key);
+    }
+    desktop().windows().settleWithinIncrements(terminal, usableArea);
+    EXPECT_TRUE(waitUntilClosed());
+    EXPECT_EQ(typedAfter(Key::slash), "/");
+
+    // In front is another window now.
+    const xcb_window_t clock = startClock({300, 200, 700, 500});
+    desktop().windows().activate(clock);
+    program().waitUntilIdle();
+    pressChord({Key::u});
+    EXPECT_EQ(desktop().windows().settle(clock, topLeft), topLeft);
+    EXPECT_TRUE(waitUntilClosed());
+
+    // The pointer is over the bare desktop.
+    desktop().pointer().jumpTo({1700, 900});
+    program().waitUntilIdle();
+    desktop().keyboard().press(Key::rightSuper);
+    program().waitUntilIdle();
+    desktop().keyboard().tap(Key::slash);
+    desktop().keyboard().release(Key::rightSuper);
+    EXPECT_TRUE(waitUntilOpen());
+    desktop().keyboard().tap(Key::escape);
+    EXPECT_TRUE(waitUntilClosed());
+    EXPECT_EQ(desktop().windows().active(), clock);
+}
+
+INSTANTIATE_TEST_SUITE_P(On, CommandKeyHolderTest, ::testing::Values("icewm"), windowManagerName);
 
 TEST_P(LauncherTest, theWindowInFrontStaysActiveAndEveryWayOutWorks) {
     useDesktop(GetParam(), Monitors::twoSideBySide);

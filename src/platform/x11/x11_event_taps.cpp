@@ -31,50 +31,30 @@ class X11EventTaps::Tap final : public EventTap {
     Tap(const Tap&) = delete;
     Tap& operator=(const Tap&) = delete;
 
-    bool isValid() const override { return grabbedCode_.has_value() && !taps_.expired(); }
+    bool isValid() const override { return grab_.has_value() && !taps_.expired(); }
     bool isEnabled() const override { return isValid(); }
     // The server never switches a grab off; one that is lost is lost for good.
     void enable() override {}
 
     void grab() {
         const auto taps = taps_.lock();
-        auto& connection = (*taps)->connection_;
         const auto& keyboard = (*taps)->keyboard_;
         const auto code = keyboard.keyCode(keyCode_);
         if (!code) {
             return;
         }
-        grabbedCode_ = code;
-        grabbedMask_ = keyboard.flagMask(modifiers_);
-        grabbedVariants_ = keyboard.lockVariants();
-        std::vector<xcb_void_cookie_t> cookies;
-        for (const auto locks : grabbedVariants_) {
-            cookies.push_back(xcb_grab_key_checked(connection.xcb(), 0, connection.root(),
-                                                   static_cast<std::uint16_t>(grabbedMask_ | locks),
-                                                   *code, XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_SYNC));
-        }
-        connection.countRoundTrip();
-        bool granted = true;
-        for (const auto cookie : cookies) {
-            const Reply<xcb_generic_error_t> error(xcb_request_check(connection.xcb(), cookie));
-            granted = granted && error == nullptr;
-        }
-        if (!granted) {
-            ungrab();
-        }
+        grabbed_ = {.code = *code,
+                    .modifiers = keyboard.flagMask(modifiers_),
+                    .keyboardMode = XCB_GRAB_MODE_SYNC};
+        grab_ = (*taps)->grabs_.grab(grabbed_);
     }
 
     void ungrab() {
         const auto taps = taps_.lock();
-        if (!grabbedCode_ || !taps) {
+        if (!grab_ || !taps) {
             return;
         }
-        auto& connection = (*taps)->connection_;
-        for (const auto locks : grabbedVariants_) {
-            xcb_ungrab_key(connection.xcb(), *grabbedCode_, connection.root(),
-                           static_cast<std::uint16_t>(grabbedMask_ | locks));
-        }
-        grabbedCode_.reset();
+        grab_.reset();
         if (!(*taps)->deciding_) {
             // A press may wait for an answer that nobody would give now.
             (*taps)->allow(XCB_ALLOW_REPLAY_KEYBOARD);
@@ -82,7 +62,8 @@ class X11EventTaps::Tap final : public EventTap {
     }
 
     bool watches(const xcb_key_press_event_t& event) const {
-        return grabbedCode_ == event.detail && (event.state & grabbedMask_) == grabbedMask_;
+        return grab_ && grabbed_.code == event.detail &&
+               (event.state & grabbed_.modifiers) == grabbed_.modifiers;
     }
     std::uint32_t keyCode() const { return keyCode_; }
     std::shared_ptr<const Handlers> handlers() const { return handlers_; }
@@ -92,13 +73,13 @@ class X11EventTaps::Tap final : public EventTap {
     std::uint32_t keyCode_;
     std::uint64_t modifiers_;
     std::shared_ptr<const Handlers> handlers_;
-    std::optional<xcb_keycode_t> grabbedCode_;
-    std::uint16_t grabbedMask_ = 0;
-    std::vector<std::uint16_t> grabbedVariants_;
+    KeyGrabs::Combination grabbed_;
+    std::optional<Token> grab_;
 };
 
-X11EventTaps::X11EventTaps(Connection& connection, Keyboard& keyboard, const RawInput& input)
-    : connection_(connection), keyboard_(keyboard), input_(input) {
+X11EventTaps::X11EventTaps(Connection& connection, Keyboard& keyboard, KeyGrabs& grabs,
+                           const RawInput& input)
+    : connection_(connection), keyboard_(keyboard), grabs_(grabs), input_(input) {
     listener_ = connection_.addActionListener([this](const auto& event) { onEvent(event); });
     mapping_ = keyboard_.changed().subscribe([this] {
         for (auto* tap : taps_) {

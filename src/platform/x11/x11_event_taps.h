@@ -4,6 +4,7 @@
 
 #include "platform/event_tap.h"
 #include "platform/x11/connection.h"
+#include "platform/x11/key_grabs.h"
 #include "platform/x11/keyboard.h"
 #include "platform/x11/raw_input.h"
 
@@ -18,7 +19,8 @@ namespace tessellon::x11 {
 
 class X11EventTaps : public EventTaps {
   public:
-    X11EventTaps(Connection& connection, Keyboard& keyboard, const RawInput& input);
+    X11EventTaps(Connection& connection, Keyboard& keyboard, KeyGrabs& grabs,
+                 const RawInput& input);
     ~X11EventTaps() override;
 
     /// Grabs the key with exactly these modifiers and every combination of the locks; with more
@@ -52,6 +54,7 @@ class X11EventTaps : public EventTaps {
 
     Connection& connection_;
     Keyboard& keyboard_;
+    KeyGrabs& grabs_;
     const RawInput& input_;
     std::vector<Tap*> taps_;
     Answers answers_ = Answers::byTaps;

@@ -1,22 +1,21 @@
-// The hot-key port on X11: passive grabs of the key on the root window, with every combination of
-// the locks, since a grab is for exact modifiers.
+// The hot-key port on X11: passive grabs of the key.
 #pragma once
 
 #include "platform/hot_key_center.h"
 #include "platform/x11/connection.h"
+#include "platform/x11/key_grabs.h"
 #include "platform/x11/keyboard.h"
 
 #include <cstdint>
 #include <list>
 #include <memory>
 #include <optional>
-#include <vector>
 
 namespace tessellon::x11 {
 
 class X11HotKeyCenter : public HotKeyCenter {
   public:
-    X11HotKeyCenter(Connection& connection, Keyboard& keyboard);
+    X11HotKeyCenter(Connection& connection, Keyboard& keyboard, KeyGrabs& grabs);
 
     Token installHandler(Handler handler) override;
     std::optional<Token> registerHotKey(std::uint32_t keyCode, std::uint32_t modifiers,
@@ -27,22 +26,18 @@ class X11HotKeyCenter : public HotKeyCenter {
 
   private:
     struct HotKey {
-        std::uint32_t keyCode = 0;
-        std::uint32_t modifiers = 0;
         HotKeyId id;
-        std::optional<xcb_keycode_t> grabbedCode;
-        std::uint16_t grabbedMask = 0;
-        std::vector<std::uint16_t> grabbedVariants;
+        xcb_keycode_t code = 0;
+        std::uint16_t mask = 0;
+        Token grab;
     };
 
-    bool grab(HotKey& key);
-    void ungrab(HotKey& key);
     void onEvent(const xcb_generic_event_t& event);
     void press(const xcb_key_press_event_t& event);
     std::list<HotKey>::const_iterator find(const xcb_key_press_event_t& event) const;
 
-    Connection& connection_;
     Keyboard& keyboard_;
+    KeyGrabs& grabs_;
     std::list<HotKey> keys_;
     std::list<std::shared_ptr<Handler>> handlers_;
     std::optional<xcb_keycode_t> heldKey_;

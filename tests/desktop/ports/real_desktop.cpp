@@ -30,8 +30,9 @@ RealDesktop::RealDesktop(const std::string& display)
       rawInput_(*connection_, keyboard_),
       accessibility_(*connection_, mirror_, rawInput_),
       eventMonitors_(*connection_, mirror_, displays_, rawInput_),
-      eventTaps_(*connection_, keyboard_, rawInput_),
-      hotKeyCenter_(*connection_, keyboard_),
+      keyGrabs_(*connection_, keyboard_, mirror_, rawInput_),
+      eventTaps_(*connection_, keyboard_, keyGrabs_, rawInput_),
+      hotKeyCenter_(*connection_, keyboard_, keyGrabs_),
       keyboardFocus_(
           {*connection_, keyboard_, eventTaps_, hotKeyCenter_, eventMonitors_, rawInput_, loop_}) {
     registerPreferenceDefaults(defaults_);

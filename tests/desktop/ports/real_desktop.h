@@ -8,6 +8,7 @@
 #include "platform/memory/manual_run_loop.h"
 #include "platform/memory/memory_user_defaults.h"
 #include "platform/x11/connection.h"
+#include "platform/x11/key_grabs.h"
 #include "platform/x11/keyboard.h"
 #include "platform/x11/raw_input.h"
 #include "platform/x11/window_mirror.h"
@@ -64,6 +65,7 @@ class RealDesktop {
     x11::RawInput rawInput_;
     x11::X11Accessibility accessibility_;
     x11::X11EventMonitors eventMonitors_;
+    x11::KeyGrabs keyGrabs_;
     x11::X11EventTaps eventTaps_;
     x11::X11HotKeyCenter hotKeyCenter_;
     x11::X11KeyboardFocus keyboardFocus_;

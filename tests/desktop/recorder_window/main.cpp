@@ -9,6 +9,7 @@
 #include "platform/qt/qt_run_loop.h"
 #include "platform/qt/toolkit.h"
 #include "platform/x11/connection.h"
+#include "platform/x11/key_grabs.h"
 #include "platform/x11/keyboard.h"
 #include "platform/x11/raw_input.h"
 #include "platform/x11/window_mirror.h"
@@ -174,8 +175,9 @@ int run(int argc, char** argv) {
     x11::Keyboard keyboard(*connection);
     x11::RawInput rawInput(*connection, keyboard);
     x11::X11EventMonitors eventMonitors(*connection, mirror, displays, rawInput);
-    x11::X11HotKeyCenter hotKeyCenter(*connection, keyboard);
-    x11::X11EventTaps eventTaps(*connection, keyboard, rawInput);
+    x11::KeyGrabs keyGrabs(*connection, keyboard, mirror, rawInput);
+    x11::X11HotKeyCenter hotKeyCenter(*connection, keyboard, keyGrabs);
+    x11::X11EventTaps eventTaps(*connection, keyboard, keyGrabs, rawInput);
     x11::X11KeyboardFocus keyboardFocus(
         {*connection, keyboard, eventTaps, hotKeyCenter, eventMonitors, rawInput, loop});
     x11::X11Beep beep(*connection);
