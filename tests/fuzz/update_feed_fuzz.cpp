@@ -1,19 +1,13 @@
 // Any bytes as an update feed, from the web and from a file: what is taken keeps to its limits.
 #include "base/text.h"
+#include "fuzz/expect.h"
 #include "updates/update_feed.h"
 
-#include <cstdlib>
+#include <cstddef>
+#include <cstdint>
 #include <span>
-
-namespace {
-
-void expect(bool holds) {
-    if (!holds) {
-        std::abort();
-    }
-}
-
-}  // namespace
+#include <string>
+#include <string_view>
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     using namespace tessellon;
