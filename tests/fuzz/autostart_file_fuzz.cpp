@@ -2,10 +2,10 @@
 // own entry names.
 #include "fuzz/expect.h"
 #include "platform/linux/autostart_file.h"
-#include "platform/linux/desktop_entry.h"
 
 #include <cstddef>
 #include <cstdint>
+#include <filesystem>
 #include <string>
 #include <string_view>
 
@@ -13,12 +13,16 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     using namespace tessellon;
     const std::string_view text(reinterpret_cast<const char*>(data), size);
     static_cast<void>(parseAutostartFile(text, {"XFCE"}));
-    // What we write as a command starts that program, however it is called. Percent signs are for
-    // the desktop to resolve.
-    const auto path = "/" + std::string(text);
-    if (path.find_first_of(std::string_view("%\0", 2)) == std::string::npos &&
-        !path.ends_with("/env")) {
-        expect(execProgram(execValue(path)) == path);
+
+    const std::filesystem::path program("/" + std::string(text));
+    // Of a program called env the next word would be the one that is started.
+    if (canBeInAutostartFile(program) && program.filename() != "env") {
+        const auto ours = parseAutostartFile(autostartText(program, AutostartPurpose::start), {});
+        expect(ours && ours->isOn && !ours->isOurRemoval);
+        // Percent signs are for the desktop to resolve.
+        expect(ours->program == program || text.find('%') != std::string_view::npos);
+        const auto none = parseAutostartFile(autostartText(program, AutostartPurpose::removal), {});
+        expect(none && !none->isOn && none->isOurRemoval);
     }
     return 0;
 }
