@@ -1,0 +1,118 @@
+#include "stress/checks.h"
+
+#include <array>
+#include <nlohmann/json.hpp>
+#include <sstream>
+#include <string_view>
+#include <variant>
+
+namespace tessellon::stress {
+namespace {
+
+using desktop::StoredData;
+using desktop::StoredValues;
+using desktop::waitUntil;
+
+std::string describe(const desktop::ProcessEnd& end) {
+    if (end.signal) {
+        return "it was ended by signal " + std::to_string(*end.signal);
+    }
+    return "it ended with code " + std::to_string(end.exitCode.value_or(-1));
+}
+
+void checkProgram(Stage& stage) {
+    if (!stage.program().running()) {
+        const auto end = stage.program().process().waitForEnd(desktop::patience);
+        throw Failure("the program runs", describe(end.value_or(desktop::ProcessEnd{})) +
+                                              ", having said: " + stage.program().standardError());
+    }
+}
+
+void checkScreen(Stage& stage) {
+    if (waitUntil([&] { return stage.pictures().empty(); })) {
+        return;
+    }
+    std::ostringstream found;
+    for (const auto& frame : stage.pictures()) {
+        found << "a window at " << frame << ' ';
+    }
+    throw Failure("nothing of the program's is left on the screen", found.str());
+}
+
+void checkInput(Stage& stage) {
+    auto& desktop = stage.desktop();
+    requireSoon([&] { return desktop.pointer().isFree(); }, "the pointer is free",
+                "somebody holds it");
+    requireSoon([&] { return desktop.keyboard().grab(); }, "the keyboard is free",
+                "somebody holds it");
+    desktop.keyboard().ungrab();
+}
+
+template <typename Type>
+void checkTypes(const StoredValues& values, std::initializer_list<std::string_view> keys,
+                const std::string& type) {
+    for (const std::string_view key : keys) {
+        const auto found = values.find(key);
+        require(found == values.end() || std::holds_alternative<Type>(found->second),
+                "the setting '" + std::string(key) + "' is " + type, "it is something else");
+    }
+}
+
+void checkTypes(const StoredValues& values) {
+    checkTypes<bool>(values,
+                     {"paused", "cycle", "restoreOnDrag", "dragEnabled", "showPreview",
+                      "ignoreSmall", "onboarded", "tilingEnabled", "automaticUpdateChecks"},
+                     "true or false");
+    checkTypes<double>(
+        values, {"gap", "padding", "almostPadding", "maxTiles", "masterRatio", "lastUpdateCheck"},
+        "a number");
+    checkTypes<std::string>(values, {"ignored", "announcedVersion"}, "a text");
+    checkTypes<StoredData>(values, {"keymap", "arrangements", "restoreMemory"}, "data");
+}
+
+std::string dataOf(const StoredValues& values, std::string_view key) {
+    const auto found = values.find(key);
+    return found != values.end() ? std::get<StoredData>(found->second).bytes : "";
+}
+
+void checkWords(Stage& stage) {
+    const auto words = stage.unexpectedWords();
+    require(words.empty(), "the program is silent",
+            words.empty() ? "" : "it says: " + words.front());
+}
+
+}  // namespace
+
+std::vector<Record> readRecords(Stage& stage) {
+    const auto settings = stage.program().settings();
+    require(settings.has_value(), "the settings file is whole",
+            "it is not there, or no whole property list");
+    checkTypes(*settings);
+    const std::string arrangements = dataOf(*settings, "arrangements");
+    require(arrangements.empty() || nlohmann::json::accept(arrangements),
+            "the stored arrangements are JSON", arrangements);
+    const std::string records = dataOf(*settings, "restoreMemory");
+    if (records.empty()) {
+        return {};
+    }
+    auto decoded = decodeRecords(records);
+    require(decoded.has_value(), "the restore records are whole", records);
+    return *std::move(decoded);
+}
+
+void checkEverything(Stage& stage) {
+    checkProgram(stage);
+    stage.waitUntilQuiet();
+    checkProgram(stage);
+    checkScreen(stage);
+    checkInput(stage);
+    stage.settleForgetting();
+    const auto lost = stage.ledger().check(readRecords(stage), [&](const std::string& client) {
+        return stage.clients().isAlive(client);
+    });
+    require(!lost, "every restore record is kept", lost.value_or(""));
+    stage.ledger().nextAction();
+    checkWords(stage);
+}
+
+}  // namespace tessellon::stress

@@ -1,0 +1,150 @@
+#include "stress/clients.h"
+
+#include "harness/wait.h"
+
+#include <csignal>
+#include <fstream>
+
+namespace tessellon::stress {
+namespace {
+
+using desktop::waitUntil;
+
+struct Command {
+    std::vector<std::string> arguments;
+    desktop::Environment environment;
+    bool takesSmallSizes = true;
+};
+
+// One command for each place.
+Command commandOf(std::size_t place, const std::string& title, const std::filesystem::path& home) {
+    const std::filesystem::path document = home / (title + ".txt");
+    switch (place) {
+        case 0:
+            return {{"xclock", "-title", title, "-xrm", "XClock.input: True"}, {}};
+        case 1:
+            return {{"xterm", "-title", title, "-e", "sleep", "100000"}, {}};
+        case 2:
+            return {{"mousepad", "--disable-server", document}, {}, false};
+        case 3:  // with decorations and a shadow of its own
+            return {{"mousepad", "--disable-server", document}, {{"GTK_CSD", "1"}}, false};
+        case 4:
+            return {{"/usr/lib/qt6/bin/linguist", "-qwindowtitle", title},
+                    {{"QT_QPA_PLATFORM", "xcb"}},
+                    false};
+        case 5:
+            return {{"xeyes", "-title", title, "-xrm", "XEyes.input: True"}, {}};
+        case 6:
+            return {{"xev", "-name", title, "-geometry", "500x400", "-event", "button"}, {}};
+        default:
+            return {{"xclock", "-digital", "-title", title, "-xrm", "XClock.input: True"}, {}};
+    }
+}
+
+}  // namespace
+
+Clients::Clients(desktop::PrivateDesktop& desktop) : desktop_(desktop) {}
+
+bool Clients::isAlive(Client& client) {
+    return client.process->running() && desktop_.x().exists(client.window);
+}
+
+Client* Clients::at(std::size_t place) {
+    auto& client = clients_.at(place);
+    if (client && !isAlive(*client)) {
+        client.reset();
+    }
+    return client ? &*client : nullptr;
+}
+
+xcb_window_t Clients::findWindow(const Client& client) {
+    auto& windows = desktop_.windows();
+    for (const xcb_window_t window : windows.managed()) {
+        // Some put something before or after it.
+        if (desktop_.x().processOf(window) == client.process->pid() && windows.isShown(window) &&
+            windows.visibleFrame(window) &&
+            windows.title(window).find(client.name) != std::string::npos) {
+            return window;
+        }
+    }
+    return XCB_WINDOW_NONE;
+}
+
+Client* Clients::open(std::size_t place) {
+    if (Client* const present = at(place)) {
+        if (!present->isStuck) {
+            return present;
+        }
+        kill(*present);
+    }
+    Client client;
+    client.place = place;
+    client.name = "client" + std::to_string(++started_);
+    std::ofstream(desktop_.home() / (client.name + ".txt")) << "text\n";
+    const Command command = commandOf(place, client.name, desktop_.home());
+    auto options = desktop_.processOptions("client");
+    for (const auto& [name, value] : command.environment) {
+        options.environment[name] = value;
+    }
+    client.takesSmallSizes = command.takesSmallSizes;
+    client.process = std::make_unique<desktop::Process>(command.arguments, options);
+    waitUntil([&] {
+        client.window = findWindow(client);
+        return client.window != XCB_WINDOW_NONE || !client.process->running();
+    });
+    if (client.window == XCB_WINDOW_NONE) {
+        return nullptr;
+    }
+    return &clients_.at(place).emplace(std::move(client));
+}
+
+void Clients::kill(Client& client) {
+    client.process->kill();
+    clients_.at(client.place).reset();
+}
+
+void Clients::stop(Client& client) {
+    client.process->signal(SIGSTOP);
+    client.isStopped = true;
+}
+
+void Clients::resumeAll() {
+    for (auto& client : clients_) {
+        if (client && client->isStopped) {
+            client->process->signal(SIGCONT);
+            client->isStopped = false;
+        }
+    }
+}
+
+Client* Clients::withWindow(xcb_window_t window) {
+    for (auto& client : clients_) {
+        if (client && client->window == window) {
+            return &*client;
+        }
+    }
+    return nullptr;
+}
+
+std::vector<Client*> Clients::under(desktop::Position position) {
+    std::vector<Client*> found;
+    for (auto& client : clients_) {
+        const auto frame = client ? desktop_.windows().visibleFrame(client->window) : std::nullopt;
+        if (frame && position.x >= frame->x && position.x < frame->x + frame->width &&
+            position.y >= frame->y && position.y < frame->y + frame->height) {
+            found.push_back(&*client);
+        }
+    }
+    return found;
+}
+
+bool Clients::isAlive(const std::string& name) {
+    for (auto& client : clients_) {
+        if (client && client->name == name) {
+            return isAlive(*client);
+        }
+    }
+    return false;
+}
+
+}  // namespace tessellon::stress

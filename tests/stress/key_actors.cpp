@@ -1,0 +1,231 @@
+// Shortcuts: one, many at once, on windows that die meanwhile, and compared with what comes of
+// them.
+#include "stress/scene.h"
+
+#include <array>
+#include <cstdlib>
+#include <sstream>
+
+namespace tessellon::stress {
+namespace {
+
+using desktop::Frame;
+using desktop::Held;
+using desktop::Key;
+using desktop::waitUntil;
+
+struct Shortcut {
+    Held held;
+    Key key;
+};
+
+constexpr Shortcut restore{Held::controlAlt, Key::backspace};
+
+constexpr std::array shortcuts{Shortcut{Held::controlAlt, Key::left},
+                               Shortcut{Held::controlAlt, Key::right},
+                               Shortcut{Held::controlAlt, Key::up},
+                               Shortcut{Held::controlAlt, Key::down},
+                               Shortcut{Held::controlAlt, Key::u},
+                               Shortcut{Held::controlAlt, Key::i},
+                               Shortcut{Held::controlAlt, Key::j},
+                               Shortcut{Held::controlAlt, Key::k},
+                               Shortcut{Held::controlAlt, Key::d},
+                               Shortcut{Held::controlAlt, Key::f},
+                               Shortcut{Held::controlAlt, Key::g},
+                               Shortcut{Held::controlAlt, Key::e},
+                               Shortcut{Held::controlAlt, Key::t},
+                               Shortcut{Held::controlAlt, Key::enter},
+                               Shortcut{Held::controlAltShift, Key::enter},
+                               Shortcut{Held::controlAlt, Key::c},
+                               restore,
+                               Shortcut{Held::controlAltSuper, Key::right},
+                               Shortcut{Held::controlAltSuper, Key::left},
+                               Shortcut{Held::controlAltSuper, Key::t}};
+
+struct Quarter {
+    Key key;
+    bool isRight;
+    bool isBottom;
+};
+constexpr std::array quarters{Quarter{Key::u, false, false}, Quarter{Key::i, true, false},
+                              Quarter{Key::j, false, true}, Quarter{Key::k, true, true}};
+
+std::string text(const Frame& frame) {
+    std::ostringstream out;
+    out << frame;
+    return out.str();
+}
+
+// The display that has the middle of a frame, or the first.
+Frame displayOf(Stage& stage, const Frame& frame) {
+    const int x = frame.x + frame.width / 2;
+    const int y = frame.y + frame.height / 2;
+    for (const Frame& display : stage.displays()) {
+        if (x >= display.x && x < display.x + display.width && y >= display.y &&
+            y < display.y + display.height) {
+            return display;
+        }
+    }
+    return stage.displays().front();
+}
+
+std::optional<Record> recordAt(Stage& stage, const Client& client, const Frame& frame) {
+    std::optional<Record> found;
+    for (const Record& record : readRecords(stage)) {
+        if (record.client == client.name && record.snapped == frame) {
+            found = record;
+        }
+    }
+    return found;
+}
+
+std::string recordsOf(Stage& stage, const Client& client) {
+    std::ostringstream out;
+    for (const Record& record : readRecords(stage)) {
+        if (record.client == client.name) {
+            out << record.id << " snapped " << record.snapped << " from " << record.original << ' ';
+        }
+    }
+    return out.str();
+}
+
+/// Snaps a client into a quarter of its display that it is not in, and waits until it is there and
+/// its record says so. Nothing when the window manager does not let it come to the front.
+std::optional<Record> snapIntoQuarter(Scene& scene, Client& client) {
+    Stage& stage = scene.stage;
+    auto& windows = scene.desktop().windows();
+    const Quarter& quarter = scene.random.pick(quarters);
+    if (!stage.activate(client)) {
+        return std::nullopt;
+    }
+    stage.waitUntilQuiet();
+    const auto before = windows.visibleFrame(client.window);
+    if (!before || stage.activeClient() != &client) {
+        return std::nullopt;
+    }
+    scene.desktop().keyboard().combination(Held::controlAlt, quarter.key);
+    std::optional<Record> record;
+    const bool came = waitUntil([&] {
+        const auto now = windows.visibleFrame(client.window);
+        record = now ? recordAt(stage, client, *now) : std::nullopt;
+        if (!record) {
+            return false;
+        }
+        const Frame display = displayOf(stage, *now);
+        const bool isRight = now->x + now->width / 2 > display.x + display.width / 2;
+        const bool isBottom = now->y + now->height / 2 > display.y + display.height / 2;
+        // Some programs are larger than a quarter of a small display.
+        return !client.takesSmallSizes ||
+               (isRight == quarter.isRight && isBottom == quarter.isBottom);
+    });
+    if (!came) {
+        if (stage.activeClient() != &client) {
+            scene.count("window managers that activated another window");
+            return std::nullopt;
+        }
+        const auto now = windows.visibleFrame(client.window);
+        throw Failure("'" + client.name + "' is snapped into a quarter and its record says so",
+                      "it was at " + text(*before) + " and is at " +
+                          (now ? text(*now) : "no clear place") +
+                          (record ? "" : "; its records: " + recordsOf(stage, client)));
+    }
+    return record;
+}
+
+/// Where the window manager puts the window when the test itself asks for that frame.
+Frame placeMyself(Scene& scene, Client& client, const Frame& frame) {
+    return scene.desktop().windows().place(client.window, frame);
+}
+
+}  // namespace
+
+void pressSomeShortcut(Scene& scene) {
+    const Shortcut& shortcut = scene.random.pick(shortcuts);
+    scene.stage.mayForgetActive();
+    scene.desktop().keyboard().combination(shortcut.held, shortcut.key);
+}
+
+void press(Scene& scene) {
+    if (Client* const client = someClient(scene)) {
+        scene.stage.activate(*client);
+        scene.note(client->name);
+    }
+    pressSomeShortcut(scene);
+    scene.stage.mayForgetActive();
+}
+
+void burst(Scene& scene) {
+    if (Client* const client = someClient(scene)) {
+        scene.stage.activate(*client);
+    }
+    constexpr int most = 12;
+    for (int left = scene.random.between(2, most); left > 0; --left) {
+        pressSomeShortcut(scene);
+    }
+    maybeInterrupt(scene, scene.stage.activeClient());
+    scene.stage.mayForgetActive();
+}
+
+void snapAndCompare(Scene& scene) {
+    if (Client* const client = someClient(scene)) {
+        scene.note(client->name);
+        if (snapIntoQuarter(scene, *client)) {
+            scene.count("snaps compared");
+        }
+    }
+}
+
+void restoreAndCompare(Scene& scene) {
+    Client* const client = someClient(scene);
+    if (client == nullptr) {
+        return;
+    }
+    scene.note(client->name);
+    const auto record = snapIntoQuarter(scene, *client);
+    if (!record) {
+        return;
+    }
+    auto& windows = scene.desktop().windows();
+    scene.stage.ledger().mayForget(client->name);
+    scene.desktop().keyboard().combination(restore.held, restore.key);
+    requireSoon(
+        [&] {
+            for (const Record& each : readRecords(scene.stage)) {
+                if (each.id == record->id) {
+                    return false;
+                }
+            }
+            return true;
+        },
+        "restoring '" + client->name + "' drops its record", "the record is still there");
+    constexpr std::chrono::milliseconds windowManagersTime{2000};
+    if (waitUntil([&] { return windows.visibleFrame(client->window) == record->original; },
+                  windowManagersTime)) {
+        scene.count("windows restored exactly");
+        return;
+    }
+    // Another window manager than then, or other displays than then, may not allow that frame: then
+    // it does not allow it to anybody else either.
+    const auto restored = windows.visibleFrame(client->window);
+    const Frame allowed = placeMyself(scene, *client, record->original);
+    require(restored == allowed,
+            "restoring '" + client->name + "' gives it " + text(record->original) +
+                ", of which the window manager allows " + text(allowed),
+            "it is at " + (restored ? text(*restored) : "no clear place"));
+    scene.count("windows restored as far as the window manager allows");
+}
+
+void snapWhileClientDies(Scene& scene) {
+    Client* const client = someClient(scene);
+    if (client == nullptr) {
+        return;
+    }
+    scene.stage.activate(*client);
+    pressSomeShortcut(scene);
+    scene.count("killed: a client, while it is snapped");
+    scene.stage.clients().kill(*client);
+    pressSomeShortcut(scene);
+    scene.stage.mayForgetActive();
+}
+
+}  // namespace tessellon::stress
