@@ -159,6 +159,32 @@ TEST_P(OpenboxTypingTest, aChordThatRepeatsLateIsStillTheSamePress) {
     EXPECT_EQ(presses, 1);
 }
 
+TEST_P(OpenboxTypingTest, aChordThatMeetsTheEndOfATypingKeepsNothing) {
+    if (!begin(GetParam())) {
+        return;
+    }
+    const KeyboardFocus::Receiver receiver{.key = [](const TypedKey&) {}, .lost = {}};
+    int chords = 0;
+    std::optional<Token> focus;
+    const auto tap =
+        real->eventTaps().create(virtual_key::slash, modifier_flag::command,
+                                 {.keyDown =
+                                      [&](const TappedKey&) {
+                                          ++chords;
+                                          focus = real->keyboardFocus().take({}, receiver);
+                                          return TapVerdict::swallow;
+                                      },
+                                  .disabled = {}});
+    focus = real->keyboardFocus().take({}, receiver);
+    // By the time that we hear of the chord, it is over, and its last part was for nobody.
+    desktop().keyboard().combination({Key::rightSuper}, Key::slash);
+    focus.reset();
+    ASSERT_TRUE(comes([&] { return chords == 1; }));
+    focus.reset();
+    EXPECT_TRUE(comes([&] { return desktop().keyboard().grab(); })) << "the keyboard is held";
+    desktop().keyboard().ungrab();
+}
+
 TEST_P(OpenboxTypingTest, aLayoutThatIsSetMeanwhileCounts) {
     if (!begin(GetParam())) {
         return;

@@ -110,7 +110,8 @@ void checkEverything(Stage& stage) {
     const auto lost = stage.ledger().check(readRecords(stage), [&](const std::string& client) {
         return stage.clients().isAlive(client);
     });
-    require(!lost, "every restore record is kept", lost.value_or(""));
+    require(!lost, "every restore record is kept",
+            lost.value_or("") + " under " + stage.windowManagerName());
     stage.ledger().nextAction();
     checkWords(stage);
 }

@@ -43,7 +43,8 @@ Command commandOf(std::size_t place, const std::string& title, const std::filesy
 
 }  // namespace
 
-Clients::Clients(desktop::PrivateDesktop& desktop) : desktop_(desktop) {}
+Clients::Clients(desktop::PrivateDesktop& desktop, Report& report)
+    : desktop_(desktop), report_(report) {}
 
 bool Clients::isAlive(Client& client) {
     return client.process->running() && desktop_.x().exists(client.window);
@@ -83,16 +84,26 @@ Client* Clients::open(std::size_t place) {
     std::ofstream(desktop_.home() / (client.name + ".txt")) << "text\n";
     const Command command = commandOf(place, client.name, desktop_.home());
     auto options = desktop_.processOptions("client");
+    // Some want to talk about the files that were open when they were killed.
+    const std::filesystem::path home = desktop_.home() / client.name;
+    options.environment["XDG_CONFIG_HOME"] = home / "config";
+    options.environment["XDG_DATA_HOME"] = home / "data";
     for (const auto& [name, value] : command.environment) {
         options.environment[name] = value;
     }
     client.takesSmallSizes = command.takesSmallSizes;
     client.process = std::make_unique<desktop::Process>(command.arguments, options);
-    waitUntil([&] {
-        client.window = findWindow(client);
-        return client.window != XCB_WINDOW_NONE || !client.process->running();
-    });
+    constexpr std::chrono::seconds startsTime{8};
+    waitUntil(
+        [&] {
+            client.window = findWindow(client);
+            return client.window != XCB_WINDOW_NONE || !client.process->running();
+        },
+        startsTime);
     if (client.window == XCB_WINDOW_NONE) {
+        // Programs die with the bus or wait for it in vain, and so do window managers.
+        report_.note(command.arguments.front() + " showed no window");
+        report_.count("clients that showed no window");
         return nullptr;
     }
     return &clients_.at(place).emplace(std::move(client));
@@ -101,6 +112,12 @@ Client* Clients::open(std::size_t place) {
 void Clients::kill(Client& client) {
     client.process->kill();
     clients_.at(client.place).reset();
+}
+
+void Clients::close(Client& client) {
+    desktop_.windows().close(client.window);
+    // A text that was typed into has to be talked about.
+    client.isStuck = !client.takesSmallSizes;
 }
 
 void Clients::stop(Client& client) {

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "harness/private_desktop.h"
+#include "stress/report.h"
 
 #include <array>
 #include <cstddef>
@@ -31,7 +32,7 @@ class Clients {
   public:
     static constexpr std::size_t places = 8;
 
-    explicit Clients(desktop::PrivateDesktop& desktop);
+    Clients(desktop::PrivateDesktop& desktop, Report& report);
 
     /// The client in a place; nothing when there is none, or none with a window.
     Client* at(std::size_t place);
@@ -40,6 +41,8 @@ class Clients {
     Client* open(std::size_t place);
     /// Ends it without a chance to say good-bye.
     void kill(Client& client);
+    /// Asks it to close its window, as the close button does.
+    void close(Client& client);
     void stop(Client& client);
     /// Lets every stopped client run again.
     void resumeAll();
@@ -56,6 +59,7 @@ class Clients {
     xcb_window_t findWindow(const Client& client);
 
     desktop::PrivateDesktop& desktop_;
+    Report& report_;
     std::array<std::optional<Client>, places> clients_;
     int started_ = 0;
 };

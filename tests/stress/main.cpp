@@ -84,6 +84,7 @@ int run(const Options& options) {
     try {
         runAll(stage, report, options);
     } catch (const Failure& failure) {
+        report.note("under " + stage.windowManagerName());
         report.printFailure(failure, takePicture(stage, options));
         return EXIT_FAILURE;
     } catch (const std::exception& error) {

@@ -111,7 +111,8 @@ std::optional<std::string> Ledger::check(
             continue;
         }
         if (isLost) {
-            return "the record of '" + before.client + "' (" + id + ") is lost";
+            return "the record of '" + before.client + "' (" + id + ", of '" + before.bundleID +
+                   "') is lost";
         }
         if (found->second.original != before.original) {
             return "the record of '" + before.client + "' (" + id + ") has another origin";

@@ -55,7 +55,7 @@ bool maybeInterrupt(Scene& scene, Client* client) {
         case 10:
             if (client != nullptr) {
                 scene.note("client closed");
-                scene.desktop().windows().close(client->window);
+                stage.clients().close(*client);
             }
             break;
         default:

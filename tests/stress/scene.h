@@ -33,6 +33,9 @@ bool maybeInterrupt(Scene& scene, Client* client);
 /// A place on the screen that is drawn.
 desktop::Position somewhere(Random& random);
 
+/// Asks the window manager to give a client's window a visible frame, and waits for nothing.
+void requestFrame(Scene& scene, const Client& client, const desktop::Frame& frame);
+
 // The actions.
 void press(Scene& scene);
 void burst(Scene& scene);

@@ -24,7 +24,7 @@ Stage::Stage(const Options& options, Report& report)
     : report_(report),
       onlyWindowManager_(options.windowManager),
       program_(desktop_),
-      clients_(desktop_),
+      clients_(desktop_, report),
       displays_{{0, 0, 1920, 1080}} {
     // Small windows snap, too, and tiling answers.
     program_.change({{"ignoreSmall", false}, {"tilingEnabled", true}});
@@ -169,6 +169,7 @@ void Stage::startWindowManager(Random& random) {
         }
     }
     report_.note(name + " takes over");
+    windowManagerName_ = name;
     report_.count("window manager " + name);
     if (programShouldRun_) {
         require(program_.waitUntilHotKeysActive(),

@@ -47,6 +47,8 @@ class Stage {
 
     // The window manager.
     bool hasWindowManager();
+    /// The name of the one that was started last.
+    const std::string& windowManagerName() const { return windowManagerName_; }
     void killWindowManager();
     /// Starts one after so many actions; at the end of this one for 0.
     void replaceWindowManagerAfter(std::size_t actions);
@@ -94,6 +96,7 @@ class Stage {
     bool asked_ = false;
     std::optional<std::size_t> windowManagerComesAfter_;
     bool windowManagerShouldRun_ = false;
+    std::string windowManagerName_;
     desktop::Process* tray_ = nullptr;
     std::unique_ptr<desktop::Process> compositor_;
     std::unique_ptr<desktop::Process> bus_;

@@ -9,6 +9,24 @@ constexpr std::chrono::milliseconds aMoment{300};
 
 }  // namespace
 
+void requestFrame(Scene& scene, const Client& client, const desktop::Frame& frame) {
+    constexpr std::uint32_t northWestPositionAndSizeOfPager = 0x2F01;
+    auto& x = scene.desktop().x();
+    const auto edges = [&](const char* property) {
+        const auto values = x.values(client.window, property);
+        return values.size() < 4
+                   ? desktop::Edges{}
+                   : desktop::Edges{static_cast<int>(values[0]), static_cast<int>(values[1]),
+                                    static_cast<int>(values[2]), static_cast<int>(values[3])};
+    };
+    const auto outer = grown(frame, edges("_GTK_FRAME_EXTENTS"));
+    const auto inner = shrunk(outer, edges("_NET_FRAME_EXTENTS"));
+    x.tellRoot(client.window, "_NET_MOVERESIZE_WINDOW",
+               {northWestPositionAndSizeOfPager, static_cast<std::uint32_t>(outer.x),
+                static_cast<std::uint32_t>(outer.y), static_cast<std::uint32_t>(inner.width),
+                static_cast<std::uint32_t>(inner.height)});
+}
+
 void activateWindow(Scene& scene) {
     if (Client* const client = someClient(scene)) {
         scene.stage.activate(*client);
@@ -20,17 +38,12 @@ void placeWindow(Scene& scene) {
     if (client == nullptr) {
         return;
     }
-    // Asked for and not waited for: the next action finds the window on its way.
-    constexpr std::uint32_t northWestPositionAndSizeOfPager = 0x2F01;
-    const auto number = [&](int first, int last) {
-        return static_cast<std::uint32_t>(scene.random.between(first, last));
-    };
-    const std::uint32_t x = number(10, 1000);
-    const std::uint32_t y = number(30, 500);
-    const std::uint32_t width = number(420, 850);
-    const std::uint32_t height = number(320, 500);
-    scene.desktop().x().tellRoot(client->window, "_NET_MOVERESIZE_WINDOW",
-                                 {northWestPositionAndSizeOfPager, x, y, width, height});
+    // The next action finds the window on its way.
+    auto& random = scene.random;
+    const int x = random.between(10, 1000);
+    const int y = random.between(30, 500);
+    const int width = random.between(420, 850);
+    requestFrame(scene, *client, {x, y, width, random.between(320, 500)});
 }
 
 void maximizeWindow(Scene& scene) {
@@ -55,7 +68,7 @@ void minimizeWindow(Scene& scene) {
 void closeWindow(Scene& scene) {
     if (Client* const client = someClient(scene)) {
         scene.note(client->name);
-        scene.desktop().windows().close(client->window);
+        scene.stage.clients().close(*client);
         if (scene.random.chance(50)) {
             pressSomeShortcut(scene);
             scene.stage.mayForgetActive();

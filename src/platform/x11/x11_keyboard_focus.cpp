@@ -139,6 +139,7 @@ void X11KeyboardFocus::letGo() {
     if (press != nullptr && isFromGrab(*told)) {
         down_.insert(press->detail);
     }
+    forgetKeysThatAreUp();
     if (!down_.empty()) {
         grab_ = Grab::lingering;
         return;
@@ -148,6 +149,25 @@ void X11KeyboardFocus::letGo() {
         allow(XCB_ALLOW_REPLAY_KEYBOARD);
     }
     release();
+}
+
+/// A key may have come up between its press and our grab, while nobody held the keyboard: its
+/// release was for others, and whoever waited for it would keep the keyboard.
+void X11KeyboardFocus::forgetKeysThatAreUp() {
+    if (down_.empty()) {
+        return;
+    }
+    auto* xcb = services_.connection.xcb();
+    services_.connection.countRoundTrip();
+    const Reply<xcb_query_keymap_reply_t> keymap(
+        xcb_query_keymap_reply(xcb, xcb_query_keymap(xcb), nullptr));
+    if (!keymap) {
+        return;
+    }
+    constexpr unsigned bitsPerByte = 8;
+    std::erase_if(down_, [&](xcb_keycode_t key) {
+        return (keymap->keys[key / bitsPerByte] & 1U << key % bitsPerByte) == 0;
+    });
 }
 
 void X11KeyboardFocus::release() {

@@ -75,6 +75,7 @@ class X11KeyboardFocus : public KeyboardFocus {
     void retry();
     void drop(std::uint64_t id);
     void letGo();
+    void forgetKeysThatAreUp();
     void lose();
     void release();
     void allow(std::uint8_t mode);
