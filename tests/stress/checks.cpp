@@ -1,6 +1,6 @@
 #include "stress/checks.h"
 
-#include <array>
+#include <chrono>
 #include <nlohmann/json.hpp>
 #include <sstream>
 #include <string_view>
@@ -39,13 +39,33 @@ void checkScreen(Stage& stage) {
     throw Failure("nothing of the program's is left on the screen", found.str());
 }
 
+// The server does not tell who holds pointer or keyboard, but they are free once that one is gone.
+template <typename Predicate>
+std::string findHolder(Stage& stage, Predicate isFree) {
+    constexpr std::chrono::milliseconds untilFreed{1000};
+    stage.killProgram();
+    if (waitUntil(isFree, untilFreed)) {
+        return "the program holds it";
+    }
+    const std::string name = stage.windowManagerName();
+    stage.killWindowManager();
+    return waitUntil(isFree, untilFreed) ? name + " holds it" : "somebody holds it";
+}
+
 void checkInput(Stage& stage) {
     auto& desktop = stage.desktop();
-    requireSoon([&] { return desktop.pointer().isFree(); }, "the pointer is free",
-                "somebody holds it");
-    requireSoon([&] { return desktop.keyboard().grab(); }, "the keyboard is free",
-                "somebody holds it");
-    desktop.keyboard().ungrab();
+    const auto pointerIsFree = [&] { return desktop.pointer().isFree(); };
+    const auto keyboardIsFree = [&] {
+        const bool isFree = desktop.keyboard().grab();
+        desktop.keyboard().ungrab();
+        return isFree;
+    };
+    if (!waitUntil(pointerIsFree)) {
+        throw Failure("the pointer is free", findHolder(stage, pointerIsFree));
+    }
+    if (!waitUntil(keyboardIsFree)) {
+        throw Failure("the keyboard is free", findHolder(stage, keyboardIsFree));
+    }
 }
 
 template <typename Type>
