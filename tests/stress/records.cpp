@@ -1,5 +1,6 @@
 #include "stress/records.h"
 
+#include <algorithm>
 #include <cmath>
 #include <nlohmann/json.hpp>
 
@@ -11,6 +12,9 @@ using desktop::Frame;
 
 // How many records the program keeps; beyond it the oldest go.
 constexpr std::size_t recordLimit = 200;
+
+// What the program does is in the file a moment later: at the end of the next action at the latest.
+constexpr int actionsUntilWritten = 2;
 
 std::optional<Frame> decodeFrame(const Json& value) {
     const bool isPair = value.is_array() && value.size() == 2;
@@ -78,12 +82,11 @@ std::optional<std::vector<Record>> decodeRecords(std::string_view json) {
 }
 
 void Ledger::mayForget(const std::string& client) {
-    constexpr int actionsUntilWritten = 2;
     mayGo_[client] = actionsUntilWritten;
 }
 
 void Ledger::programStarted() {
-    started_ = true;
+    started_ = actionsUntilWritten;
 }
 
 std::optional<std::string> Ledger::check(
@@ -104,7 +107,7 @@ std::optional<std::string> Ledger::check(
             continue;
         }
         const bool isLost = found == now.end();
-        if (isLost && started_ && before.bundleID.empty()) {
+        if (isLost && started_ > 0 && before.bundleID.empty()) {
             continue;
         }
         if (isLost && (records.size() == recordLimit || !clientIsAlive(before.client))) {
@@ -123,7 +126,7 @@ std::optional<std::string> Ledger::check(
 }
 
 void Ledger::nextAction() {
-    started_ = false;
+    started_ = std::max(0, started_ - 1);
     for (auto entry = mayGo_.begin(); entry != mayGo_.end();) {
         entry = --entry->second <= 0 ? mayGo_.erase(entry) : std::next(entry);
     }

@@ -46,7 +46,7 @@ class Ledger {
   private:
     std::map<std::string, Record> known_;  // by id
     std::map<std::string, int> mayGo_;     // by client: for so many actions more
-    bool started_ = false;
+    int started_ = 0;                      // for so many actions more
 };
 
 }  // namespace tessellon::stress
