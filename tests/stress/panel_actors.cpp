@@ -101,16 +101,17 @@ std::optional<MenuPanel> openPanel(Scene& scene) {
         scene.count("tray clicks that opened nothing");
         return std::nullopt;
     }
-    // While there is no window manager, trays and docks move about, which closes the panel.
+    // A tray or a dock that moves, or another window that comes to the front, closes it at once.
     constexpr int attempts = 3;
-    constexpr std::chrono::milliseconds aWhile{2000};
-    for (int attempt = 1; attempt < attempts && !stage.hasWindowManager(); ++attempt) {
+    constexpr std::chrono::milliseconds aWhile{3000};
+    for (int attempt = 1; attempt < attempts; ++attempt) {
         startAgain(scene);
         if (waitUntil([&] { return panelOf(stage).has_value(); }, aWhile)) {
+            scene.count("panel opened by a second start");
             stage.waitUntilQuiet();
             return panelOf(stage);
         }
-        scene.count("panels that did not stay without a window manager");
+        scene.count("panels that did not stay open");
     }
     startAgain(scene);
     scene.count("panel opened by a second start");
@@ -160,6 +161,36 @@ void switchBack(Scene& scene) {
         scene.program().change({{"paused", false}, {"tilingEnabled", true}});
         scene.stage.waitUntilQuiet();
     }
+}
+
+std::optional<xcb_window_t> settingsWindow(Scene& scene) {
+    auto& windows = scene.desktop().windows();
+    for (const xcb_window_t window : windows.managed()) {
+        if (windows.title(window) == "Tessellon Settings" && windows.isShown(window)) {
+            return window;
+        }
+    }
+    return std::nullopt;
+}
+
+/// Nothing when no panel opened to click in.
+std::optional<xcb_window_t> openSettingsWindow(Scene& scene) {
+    constexpr int attempts = 3;
+    constexpr std::chrono::milliseconds aWhile{6000};
+    for (int attempt = 0; attempt < attempts; ++attempt) {
+        const auto panel = openPanel(scene);
+        if (!panel) {
+            return std::nullopt;
+        }
+        click(scene, panel->settings());
+        if (waitUntil([&] { return settingsWindow(scene).has_value(); }, aWhile)) {
+            return settingsWindow(scene);
+        }
+        scene.count("clicks for the settings that met no panel");
+        require(!panelOf(scene.stage), "the settings window opens",
+                "it does not, and the panel stays");
+    }
+    throw Failure("the settings window opens", "it does not");
 }
 
 }  // namespace
@@ -235,14 +266,10 @@ void useSettingsWindow(Scene& scene) {
         return;
     }
     auto& windows = scene.desktop().windows();
-    const auto panel = openPanel(scene);
-    if (!panel) {
+    const auto window = openSettingsWindow(scene);
+    if (!window) {
         return;
     }
-    click(scene, panel->settings());
-    const auto window =
-        windows.waitForTitled(scene.program().process().pid(), "Tessellon Settings");
-    require(window.has_value(), "the settings window opens", "it does not");
     stage.waitUntilQuiet();
     const auto frame = windows.visibleFrame(*window).value_or(Frame{});
     // The pages, by the items of the sidebar.
