@@ -75,11 +75,14 @@ Rect targetOf(const WindowEngine& engine, std::span<const Screen> displays,
 }  // namespace
 
 void applyArrangement(WindowEngine& engine, const Arrangement& arrangement) {
-    const auto displays = engine.screens().displayOrder();
-    if (engine.services().defaults.boolForKey(preference::paused) || displays.empty()) {
+    if (engine.services().defaults.boolForKey(preference::paused)) {
         return;
     }
-    const auto reads = engine.services().accessibility.beginReads();
+    const auto reads = engine.beginReads();
+    const auto displays = engine.screens().displayOrder();
+    if (displays.empty()) {
+        return;
+    }
     auto pool = collectWindows(engine, arrangement);
     std::vector<WindowMove> moves;
     for (const auto& placement : arrangement.placements) {

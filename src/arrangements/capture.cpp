@@ -31,7 +31,7 @@ std::optional<Arrangement::Placement> placementOf(const WindowEngine& engine,
 }  // namespace
 
 std::optional<Arrangement> captureArrangement(WindowEngine& engine, std::string name) {
-    const auto reads = engine.services().accessibility.beginReads();
+    const auto reads = engine.beginReads();
     const auto displays = engine.screens().displayOrder();
     Arrangement arrangement{Uuid::random(), std::move(name), {}, std::nullopt};
     for (const auto& visible : engine.windows().orderedVisibleWindows()) {

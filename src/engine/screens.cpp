@@ -34,16 +34,35 @@ std::optional<std::size_t> indexOfScreen(std::span<const Screen> screens, const 
 Screens::Screens(const Displays& displays, const UserDefaults& defaults)
     : displays_(displays), defaults_(defaults) {}
 
+Token Screens::beginReads() const {
+    ++operations_;
+    return Token([this] {
+        if (--operations_ == 0) {
+            look_.reset();
+        }
+    });
+}
+
+std::vector<Screen> Screens::current() const {
+    if (operations_ == 0) {
+        return displays_.screens();
+    }
+    if (!look_) {
+        look_ = displays_.screens();
+    }
+    return *look_;
+}
+
 Rect Screens::toAccessibilityRect(const Rect& rect) const {
-    return flipped(rect, primaryHeight(displays_.screens()));
+    return flipped(rect, primaryHeight(current()));
 }
 
 Point Screens::toAccessibilityPoint(Point point) const {
-    return {point.x, primaryHeight(displays_.screens()) - point.y};
+    return {point.x, primaryHeight(current()) - point.y};
 }
 
 std::optional<Screen> Screens::screenFor(const Rect& rect) const {
-    auto screens = displays_.screens();
+    auto screens = current();
     const double height = primaryHeight(screens);
     std::size_t best = 0;
     double bestArea = 0;
@@ -61,7 +80,7 @@ std::optional<Screen> Screens::screenFor(const Rect& rect) const {
 }
 
 std::optional<Screen> Screens::screenAtPoint(Point point) const {
-    auto screens = displays_.screens();
+    auto screens = current();
     const double height = primaryHeight(screens);
     const auto found = std::find_if(screens.begin(), screens.end(), [&](const Screen& screen) {
         return flipped(screen.frame, height).contains(point);
@@ -76,7 +95,7 @@ std::optional<Screen> Screens::mainScreen() const {
     if (auto main = displays_.mainScreen()) {
         return main;
     }
-    auto screens = displays_.screens();
+    auto screens = current();
     if (screens.empty()) {
         return std::nullopt;
     }
@@ -95,7 +114,7 @@ Rect Screens::usableFrame(const Screen& screen) const {
 }
 
 std::vector<Screen> Screens::displayOrder() const {
-    auto screens = displays_.screens();
+    auto screens = current();
     std::stable_sort(screens.begin(), screens.end(), [](const Screen& a, const Screen& b) {
         if (a.frame.minX() != b.frame.minX()) {
             return a.frame.minX() < b.frame.minX();

@@ -1,8 +1,9 @@
 // The screens as the engine sees them: in the accessibility space, in the user's order, and less
-// the gap at their edges. Nothing is kept; every question looks at the displays as they are now.
+// the gap at their edges. Nothing is kept between operations.
 #pragma once
 
 #include "base/geometry.h"
+#include "base/token.h"
 #include "platform/displays.h"
 #include "platform/user_defaults.h"
 
@@ -22,7 +23,15 @@ std::optional<std::size_t> indexOfScreen(std::span<const Screen> screens, const 
 
 class Screens {
   public:
+    /// Both must outlive the screens.
     Screens(const Displays& displays, const UserDefaults& defaults);
+    Screens(const Screens&) = delete;
+    Screens& operator=(const Screens&) = delete;
+
+    /// While the token lives, every question is answered from one look at the displays, taken at
+    /// the first of them, instead of a look each: what docks reserve is gathered from all windows.
+    /// Tokens may nest; the outermost counts. Must not outlive this object.
+    Token beginReads() const;
 
     /// Flips a rectangle between screen coordinates (origin at the bottom left of the primary
     /// display, y up) and the accessibility space. Its own inverse.
@@ -49,8 +58,12 @@ class Screens {
     std::vector<Screen> displayOrder() const;
 
   private:
+    std::vector<Screen> current() const;
+
     const Displays& displays_;
     const UserDefaults& defaults_;
+    mutable int operations_ = 0;
+    mutable std::optional<std::vector<Screen>> look_;
 };
 
 }  // namespace tessellon

@@ -30,11 +30,15 @@ WindowEngine::WindowEngine(const EngineServices& services)
       screens_(services.displays, services.defaults),
       memory_(windows_, services.applications, services.defaults) {}
 
+WindowEngine::Reads WindowEngine::beginReads() const {
+    return {services_.accessibility.beginReads(), screens_.beginReads()};
+}
+
 void WindowEngine::snap(SnapAction action) {
     if (services_.defaults.boolForKey(preference::paused)) {
         return;
     }
-    const auto reads = services_.accessibility.beginReads();
+    const auto reads = beginReads();
     const auto window = windows_.focusedWindow();
     if (!window) {
         return;
@@ -48,7 +52,7 @@ void WindowEngine::snap(SnapAction action, const Element& window) {
     if (services_.defaults.boolForKey(preference::paused)) {
         return;
     }
-    const auto reads = services_.accessibility.beginReads();
+    const auto reads = beginReads();
     if (const auto current = windows_.readFrame(window)) {
         perform(action, window, *current);
     }
@@ -156,7 +160,7 @@ void WindowEngine::tile() {
         !defaults.boolForKey(preference::tilingEnabled)) {
         return;
     }
-    const auto reads = services_.accessibility.beginReads();
+    const auto reads = beginReads();
     const auto focused = windows_.focusedWindow();
     const auto screen = screenToTile(focused);
     if (!screen) {

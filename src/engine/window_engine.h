@@ -3,12 +3,14 @@
 #pragma once
 
 #include "base/geometry.h"
+#include "base/token.h"
 #include "engine/engine_services.h"
 #include "engine/restore_memory.h"
 #include "engine/screens.h"
 #include "engine/snap_action.h"
 #include "engine/window_access.h"
 
+#include <array>
 #include <optional>
 #include <span>
 #include <string>
@@ -50,6 +52,12 @@ class WindowEngine {
     explicit WindowEngine(const EngineServices& services);
     WindowEngine(const WindowEngine&) = delete;
     WindowEngine& operator=(const WindowEngine&) = delete;
+
+    /// One look at the windows and one at the screens.
+    using Reads = std::array<Token, 2>;
+    /// While they live, all questions of one operation are answered from them. Must not outlive the
+    /// engine.
+    Reads beginReads() const;
 
     /// Moves the focused window; asking again for an action that has a cycle steps through its
     /// sizes.

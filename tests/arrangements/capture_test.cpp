@@ -1,7 +1,9 @@
 // What is recorded of the windows on the screen.
 #include "arrangements/capture.h"
 
+#include "arrangements/apply.h"
 #include "engine/engine_fixture.h"
+#include "fakes/counting_displays.h"
 
 namespace tessellon {
 namespace {
@@ -90,6 +92,19 @@ TEST_F(CaptureTest, NumbersDisplaysFromLeftToRight) {
     ASSERT_EQ(placements.size(), 2U);
     EXPECT_EQ(placements[0].screen, 0);
     EXPECT_EQ(placements[1].screen, 1);
+}
+
+TEST_F(CaptureTest, ManyWindowsTakeOneLookAtTheDisplays) {
+    CountingDisplays displays(services());
+    WindowEngine counted(displays.services());
+    for (int i = 0; i < 8; ++i) {
+        open(editor, usable, std::to_string(i));
+    }
+    const auto arrangement = captureArrangement(counted, "n");
+    ASSERT_TRUE(arrangement);
+    EXPECT_EQ(displays.looks(), 1);
+    applyArrangement(counted, *arrangement);
+    EXPECT_EQ(displays.looks(), 2);
 }
 
 TEST_F(CaptureTest, BrokenTitlesDoNotSpoilTheArrangement) {

@@ -2,6 +2,7 @@
 #include "engine/screens.h"
 
 #include "engine_fixture.h"
+#include "fakes/counting_displays.h"
 
 namespace tessellon {
 namespace {
@@ -61,6 +62,28 @@ TEST_F(ScreensTest, OrderRunsFromLeftToRightAndDownEachColumn) {
     const auto all = screens().displayOrder();
     EXPECT_EQ(indexOfScreen(all, screen(1, {}, {})), 2U);
     EXPECT_EQ(indexOfScreen(all, screen(9, lowerLeft, lowerLeft)), std::nullopt);
+}
+
+TEST_F(ScreensTest, OneOperationLooksAtThemOnce) {
+    CountingDisplays displays(services());
+    WindowEngine counted(displays.services());
+    defaults_.setBool(preference::tilingEnabled, true);
+    for (int i = 0; i < 8; ++i) {
+        open(editor, {100.0 + 10 * i, 100, 800, 600});
+    }
+    counted.tile();
+    EXPECT_EQ(displays.looks(), 1);
+    counted.snap(SnapAction::leftHalf, openFocused({100, 100, 800, 600}));
+    EXPECT_EQ(displays.looks(), 2);
+
+    {
+        const auto outer = screens().beginReads();
+        EXPECT_EQ(order().size(), 1U);
+        { const auto inner = screens().beginReads(); }
+        desktop_.setScreens({});
+        EXPECT_EQ(order().size(), 1U);
+    }
+    EXPECT_TRUE(order().empty());
 }
 
 TEST_F(ScreensTest, EveryDisplayHasItsEdgeGap) {
