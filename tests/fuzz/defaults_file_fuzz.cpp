@@ -5,10 +5,24 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <string>
 #include <string_view>
 
+namespace {
+
+using namespace tessellon;
+
+/// The file after every entry has been changed to the value that it has.
+std::string rewritten(plist_t tree) {
+    for (const auto& [key, value] : propertyDictionary(tree)) {
+        setPropertyNode(tree, key, &value);
+    }
+    return propertyListXml(tree);
+}
+
+}  // namespace
+
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    using namespace tessellon;
     const auto tree =
         parsePropertyList(std::string_view(reinterpret_cast<const char*>(data), size));
     if (!tree) {
@@ -19,5 +33,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const auto again = parsePropertyList(xml);
     expect(again && propertyListXml(again.get()) == xml &&
            propertyDictionary(again.get()).size() == values.size());
+    const auto changed = rewritten(tree.get());
+    const auto reread = parsePropertyList(changed);
+    expect(reread && rewritten(reread.get()) == changed);
     return 0;
 }
