@@ -9,7 +9,6 @@
 #include "ui/symbols.h"
 
 #include <QPainter>
-#include <QRegion>
 #include <algorithm>
 #include <cmath>
 
@@ -33,6 +32,7 @@ constexpr double symbolSize = 18;   // the drawing of a 15 point symbol
 constexpr double boldStroke = 2.6;  // of the symbol, in units of its grid
 constexpr double titleSize = 20;
 constexpr double smallestTitleScale = 0.7;
+constexpr double leastTitleWidth = 40;
 constexpr double chipSize = 22;
 
 }  // namespace
@@ -42,6 +42,7 @@ struct OverlayView::Label {
     FittedText title;
     double titleWidth = 0;
     QSizeF chips;
+    double chipScale = 1;
 };
 
 OverlayView::OverlayView(Compositing& compositing)
@@ -66,11 +67,17 @@ OverlayView::Label OverlayView::label() const {
     if (width() <= largestWithoutLabel.width() || height() <= largestWithoutLabel.height()) {
         return label;
     }
-    label.chips = keys_.isEmpty() ? QSizeF(0, 0) : keyChipsSize(keys_, chipSize);
-    const double chipsWidth = keys_.isEmpty() ? 0 : labelSpacing + label.chips.width();
-    const double around = 2 * labelPaddingX + symbolFrame.width() + labelSpacing + chipsWidth;
-    const double widest = width() - 2 * borderWidth - around;
-    label.title = fitText(title_, widest, titleSize, QFont::Bold, smallestTitleScale);
+    double around = 2 * labelPaddingX + symbolFrame.width() + labelSpacing;
+    const double widest = width() - 2 * borderWidth;
+    if (!keys_.isEmpty()) {
+        label.chips = keyChipsSize(keys_, chipSize);
+        // Keys with long names leave the title its share.
+        const double room = widest - around - labelSpacing - leastTitleWidth;
+        label.chipScale = std::min(1.0, room / label.chips.width());
+        label.chips *= label.chipScale;
+        around += labelSpacing + label.chips.width();
+    }
+    label.title = fitText(title_, widest - around, titleSize, QFont::Bold, smallestTitleScale);
     label.titleWidth = std::ceil(textWidth(label.title.font, label.title.text));
     const double contentHeight = std::max(
         {symbolFrame.height(), label.chips.height(), std::ceil(lineHeight(label.title.font))});
@@ -132,8 +139,9 @@ void OverlayView::paintLabel(QPainter& painter, const Label& label) const {
              label.title.text);
     x += label.titleWidth + labelSpacing;
     if (!keys_.isEmpty()) {
-        paintKeyChips(painter, QPointF(x, std::round(middle - label.chips.height() / 2)), keys_,
-                      chipSize);
+        painter.translate(x, std::round(middle - label.chips.height() / 2));
+        painter.scale(label.chipScale, label.chipScale);
+        paintKeyChips(painter, {0, 0}, keys_, chipSize);
     }
 }
 

@@ -21,7 +21,6 @@
 #include <functional>
 #include <memory>
 #include <tuple>
-#include <vector>
 
 #include <gtest/gtest.h>
 
@@ -306,6 +305,9 @@ TEST_F(OverlayViewTest, ShowsALabelOnlyWhereThereIsRoom) {
     resize(261, 121);
     view_->setAction(bottomRight, QStringLiteral("⌃⌥⇧⌘K"));
     EXPECT_TRUE(QRectF(view_->rect()).contains(view_->labelRect())) << "cut, not overflowing";
+    view_->setAction(bottomRight, QStringLiteral("⌃⌥Keypad Enter"));
+    EXPECT_TRUE(QRectF(view_->rect()).contains(view_->labelRect())) << "a key with a long name";
+    EXPECT_GT(view_->labelRect().left(), 2) << "inside the border";
     resize(600, 500);
     const double withChips = view_->labelRect().width();
     view_->setAction(bottomRight, QString());
