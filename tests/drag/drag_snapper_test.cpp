@@ -1,5 +1,5 @@
 #include "app/notification_names.h"
-#include "drag_snapper_fixture.h"
+#include "drag/drag_snapper_fixture.h"
 
 #include <any>
 #include <string>
@@ -79,7 +79,7 @@ TEST_F(DragSnapperTest, ReleasingCommandLetsTheWindowGoFreely) {
 TEST_F(DragSnapperTest, ResizingIsNoGesture) {
     holdCommand();
     beginDrag();
-    auto& rect = desktop_.window(window_)->frame;
+    auto& rect = at(window_).frame;
     rect.width += 40;  // by the right edge
     dragged();
     EXPECT_FALSE(views_.isGridShown());
@@ -92,19 +92,19 @@ TEST_F(DragSnapperTest, ResizingIsNoGesture) {
     EXPECT_FALSE(views_.isGridShown());
     release();
     settle();
-    EXPECT_EQ(engine_.last(), std::nullopt);
+    EXPECT_EQ(engine().last(), std::nullopt);
 }
 
 TEST_F(DragSnapperTest, AMaximizedWindowIsPulledAway) {
     const Rect maximized{0, 25, 1920, 1055};
-    desktop_.window(window_)->frame = maximized;
-    desktop_.window(window_)->maximized = true;
+    at(window_).frame = maximized;
+    at(window_).maximized = true;
     holdCommand();
     beginDrag();
     // The window manager changes the frame and tells of the state a little later.
-    desktop_.window(window_)->frame = before;
+    at(window_).frame = before;
     dragged();
-    desktop_.window(window_)->maximized = false;
+    at(window_).maximized = false;
     dragged();
     EXPECT_FALSE(views_.isGridShown()) << "it has not moved from where its former size put it";
     dragTo(before.midX() + 2, before.minY() + 10);
@@ -117,11 +117,11 @@ TEST_F(DragSnapperTest, AMaximizedWindowIsPulledAway) {
 }
 
 TEST_F(DragSnapperTest, AWindowWhoseFrameIsChangingWhenTheDragBeginsIsMovedFromTheNextOne) {
-    desktop_.window(window_)->answersInstead[Attribute::position] = std::nullopt;
+    at(window_).answersInstead[Attribute::position] = std::nullopt;
     holdCommand();
     beginDrag();
-    desktop_.window(window_)->answersInstead.clear();
-    desktop_.window(window_)->frame.width += 100;
+    at(window_).answersInstead.clear();
+    at(window_).frame.width += 100;
     dragged();
     EXPECT_FALSE(views_.isGridShown());
     dragTo(300, 500);
@@ -130,10 +130,10 @@ TEST_F(DragSnapperTest, AWindowWhoseFrameIsChangingWhenTheDragBeginsIsMovedFromT
 }
 
 TEST_F(DragSnapperTest, ResizingAMaximizedWindowIsNoGestureEither) {
-    desktop_.window(window_)->maximized = true;
+    at(window_).maximized = true;
     holdCommand();
     beginDrag();
-    auto& window = *desktop_.window(window_);
+    auto& window = at(window_);
     for (int step = 0; step < 4; ++step) {
         window.frame.x -= 40;  // by the left edge, which ends the maximizing after a while
         window.frame.width += 40;
@@ -144,13 +144,13 @@ TEST_F(DragSnapperTest, ResizingAMaximizedWindowIsNoGestureEither) {
     EXPECT_FALSE(views_.isGridShown());
     release();
     settle();
-    EXPECT_EQ(engine_.last(), std::nullopt);
+    EXPECT_EQ(engine().last(), std::nullopt);
 }
 
 TEST_F(DragSnapperTest, AWindowThatIsBackWhereItWasIsNotSnapped) {
     const auto dropAt = [&](Point origin) {
-        desktop_.window(window_)->frame.x = origin.x;
-        desktop_.window(window_)->frame.y = origin.y;
+        at(window_).frame.x = origin.x;
+        at(window_).frame.y = origin.y;
         release();
         EXPECT_FALSE(views_.isGridShown() || views_.isPreviewShown());
         settle();
@@ -158,7 +158,7 @@ TEST_F(DragSnapperTest, AWindowThatIsBackWhereItWasIsNotSnapped) {
     holdCommand();
     for (const bool hasItsSizeBack : {false, true}) {
         if (hasItsSizeBack) {
-            engine_.snap(rightHalf, window_);
+            engine().snap(rightHalf, window_);
         }
         const Rect start = frame();
         beginDrag();
@@ -177,12 +177,12 @@ TEST_F(DragSnapperTest, AWindowThatIsBackWhereItWasIsNotSnapped) {
 }
 
 TEST_F(DragSnapperTest, AWindowPulledAwayGetsItsSizeBackOnce) {
-    engine_.snap(leftHalf, window_);
+    engine().snap(leftHalf, window_);
     beginDrag();
     dragTo(900, 300);
     EXPECT_EQ(accessibility().draggedSizes(),
               (std::vector<MemoryAccessibility::DraggedSize>{{window_, before.size()}}));
-    EXPECT_TRUE(engine_.memory().records().empty());
+    EXPECT_TRUE(engine().memory().records().empty());
     dragTo(910, 310);
     release();
     beginDrag();
@@ -191,16 +191,16 @@ TEST_F(DragSnapperTest, AWindowPulledAwayGetsItsSizeBackOnce) {
 }
 
 TEST_F(DragSnapperTest, RestoringOnDragCanBeSwitchedOff) {
-    engine_.snap(leftHalf, window_);
+    engine().snap(leftHalf, window_);
     defaults_.setBool(preference::restoreOnDrag, false);
     beginDrag();
     dragTo(900, 300);
     EXPECT_TRUE(accessibility().draggedSizes().empty());
-    EXPECT_EQ(engine_.memory().records().size(), 1U);
+    EXPECT_EQ(engine().memory().records().size(), 1U);
 }
 
 TEST_F(DragSnapperTest, TheOutstandingSizeIsHeldUntilTheSnapIsDone) {
-    engine_.snap(leftHalf, window_);
+    engine().snap(leftHalf, window_);
     holdCommand();
     beginDrag();
     dragTo(1600, 500);
@@ -209,7 +209,7 @@ TEST_F(DragSnapperTest, TheOutstandingSizeIsHeldUntilTheSnapIsDone) {
     settle();
     EXPECT_EQ(accessibility().holdsOfDraggedSizes(), 0);
     EXPECT_EQ(frame(), (Rect{964, 33, 948, 1039}));
-    EXPECT_EQ(engine_.memory().originalFrame(window_)->size(), before.size());
+    EXPECT_EQ(engine().memory().originalFrame(window_)->size(), before.size());
 }
 
 TEST_F(DragSnapperTest, WithoutPreviewTheZonesStillWork) {

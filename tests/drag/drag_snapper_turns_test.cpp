@@ -1,6 +1,6 @@
 // Drags that do not go as planned: settings that change in the middle, windows that die, releases
 // that get lost.
-#include "drag_snapper_fixture.h"
+#include "drag/drag_snapper_fixture.h"
 
 namespace tessellon {
 namespace {
@@ -20,8 +20,8 @@ TEST_F(DragSnapperTest, SwitchingOffInTheMiddleEndsTheGesture) {
             defaults_.removeObject(key);
             release();
             settle();
-            EXPECT_EQ(engine_.last(), std::nullopt);
-            desktop_.window(window_)->frame = before;
+            EXPECT_EQ(engine().last(), std::nullopt);
+            at(window_).frame = before;
         }
     }
 }
@@ -48,13 +48,13 @@ TEST_F(DragSnapperTest, CenterNeedsTheWindowsSize) {
     dragTo(960, 300);
     EXPECT_EQ(views_.previews.at(0)->frame(), (Rect{560, 227, 800, 601}));
     dragTo(300, 500);
-    desktop_.window(window_)->answersInstead[Attribute::size] = std::nullopt;
+    at(window_).answersInstead[Attribute::size] = std::nullopt;
     dragTo(960, 500);
     EXPECT_EQ(views_.grids[0]->active, center);
     EXPECT_FALSE(views_.isPreviewShown());
     release();
     settle();
-    EXPECT_EQ(engine_.last(), std::nullopt);
+    EXPECT_EQ(engine().last(), std::nullopt);
 }
 
 TEST_F(DragSnapperTest, AReleaseThatGotLostIsNoticed) {
@@ -89,7 +89,7 @@ TEST_F(DragSnapperTest, WindowsThatMayNotBeSnappedAreLeftAlone) {
     EXPECT_FALSE(views_.isGridShown());
     release();
     settle();
-    EXPECT_EQ(engine_.last(), std::nullopt);
+    EXPECT_EQ(engine().last(), std::nullopt);
 }
 
 TEST_F(DragSnapperTest, AWindowThatDiesEndsNothingButItself) {
@@ -102,10 +102,10 @@ TEST_F(DragSnapperTest, AWindowThatDiesEndsNothingButItself) {
     EXPECT_EQ(views_.grids[0]->active, rightHalf);
     release();
     settle();
-    EXPECT_EQ(engine_.last(), std::nullopt);
+    EXPECT_EQ(engine().last(), std::nullopt);
     EXPECT_EQ(accessibility().holdsOfDraggedSizes(), 0);
 
-    window_ = open(before);
+    window_ = open(editor, before);
     beginDrag();
     desktop_.close(window_);
     dragged();
@@ -130,7 +130,7 @@ TEST_F(DragSnapperTest, ResetAbandonsTheGestureAndTheNextOneStartsAfresh) {
 
 TEST_F(DragSnapperTest, TwoQuickDropsBothSnap) {
     const auto first = window_;
-    const auto second = open({1000, 300, 500, 400});
+    const auto second = open(editor, {1000, 300, 500, 400});
     holdCommand();
     for (int round = 0; round < 3; ++round) {
         window_ = first;
@@ -142,10 +142,10 @@ TEST_F(DragSnapperTest, TwoQuickDropsBothSnap) {
         dragTo(1600, 500);
         release();
         settle();
-        EXPECT_EQ(desktop_.window(first)->frame, leftHalfFrame) << round;
-        EXPECT_EQ(desktop_.window(second)->frame, (Rect{964, 33, 948, 1039})) << round;
-        desktop_.window(first)->frame = before;
-        desktop_.window(second)->frame = {1000, 300, 500, 400};
+        EXPECT_EQ(at(first).frame, leftHalfFrame) << round;
+        EXPECT_EQ(at(second).frame, (Rect{964, 33, 948, 1039})) << round;
+        at(first).frame = before;
+        at(second).frame = {1000, 300, 500, 400};
     }
 }
 

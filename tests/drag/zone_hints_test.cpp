@@ -1,11 +1,9 @@
 #include "drag/zone_hints.h"
 
-#include "fake_drag_views.h"
+#include "drag/fake_drag_views.h"
 #include "platform/memory/memory_desktop.h"
 
-#include <algorithm>
-#include <map>
-#include <string>
+#include <vector>
 
 #include <gtest/gtest.h>
 
