@@ -1,13 +1,14 @@
 #include "drag/hints_view.h"
 
 #include "engine/snap_action_names.h"
+#include "ui/easing.h"
 #include "ui/fonts.h"
 #include "ui/mask.h"
 #include "ui/mini_screen.h"
 #include "ui/palette.h"
 #include "ui/shapes.h"
+#include "ui/zone.h"
 
-#include <QEasingCurve>
 #include <QImage>
 #include <QPaintEvent>
 #include <QPainter>
@@ -21,11 +22,8 @@ namespace {
 constexpr double cornerRadius = 14;
 constexpr int animationMilliseconds = 120;
 
-// The label: a small picture above the name, on a card that keeps a distance from the zone's edge.
-constexpr QSizeF pictureSize{26, 17};
-constexpr double pictureSpacing = 3;
-constexpr double nameSize = 10.5;
-constexpr double smallestNameScale = 0.7;
+// The label lies on a card that keeps a distance from the zone's edge.
+using zone_label::pictureSize;
 constexpr double labelPaddingX = 6;
 constexpr double labelPaddingY = 5;
 constexpr double labelMargin = 4;
@@ -36,16 +34,6 @@ constexpr double labelRadius = 9;
 constexpr int ringWidth = 4;  // a light line of one pixel would thin out in the corners
 constexpr int activeRingWidth = 7;
 constexpr double ringLine = 2;
-
-double between(double inactive, double active, double activity) {
-    return inactive + (active - inactive) * activity;
-}
-
-QEasingCurve easeOut() {
-    QEasingCurve curve(QEasingCurve::BezierSpline);
-    curve.addCubicBezierSegment({0, 0}, {0.58, 1}, {1, 1});
-    return curve;
-}
 
 /// A zone on whole pixels, where its border is sharp.
 QRectF snapped(const Rect& zone, double ratio) {
@@ -115,7 +103,7 @@ void HintsView::advance(double progress) {
     QRegion changed;
     for (auto& cell : cells_) {
         if (cell.activity != cell.to) {
-            cell.activity = progress < 1 ? between(cell.from, cell.to, progress) : cell.to;
+            cell.activity = progress < 1 ? std::lerp(cell.from, cell.to, progress) : cell.to;
             changed += cell.rect.toAlignedRect();
         }
     }
@@ -148,12 +136,13 @@ void HintsView::layOut() {
 
 void HintsView::drawLabel(Cell& cell) const {
     const double widest = cell.rect.width() - 2 * (labelMargin + labelPaddingX);
-    const auto name = fitText(QString::fromStdString(shortTitle(cell.action)), widest, nameSize,
-                              QFont::DemiBold, smallestNameScale);
+    const auto name = fitText(QString::fromStdString(shortTitle(cell.action)), widest,
+                              zone_label::nameSize, QFont::DemiBold, zone_label::smallestNameScale);
     const double nameWidth = std::ceil(textWidth(name.font, name.text));
     const double nameHeight = std::ceil(lineHeight(name.font));
     const double width = std::max(pictureSize.width(), nameWidth) + 2 * labelPaddingX;
-    const double height = pictureSize.height() + pictureSpacing + nameHeight + 2 * labelPaddingY;
+    const double height =
+        pictureSize.height() + zone_label::spacing + nameHeight + 2 * labelPaddingY;
     cell.labelSize = {width, height};
 
     const double ratio = devicePixelRatioF();
@@ -165,7 +154,7 @@ void HintsView::drawLabel(Cell& cell) const {
     paintMiniScreen(painter, QRectF(picture, pictureSize), cell.action);
     painter.setFont(name.font);
     painter.setPen(palette::ink);
-    const double nameTop = labelPaddingY + pictureSize.height() + pictureSpacing;
+    const double nameTop = labelPaddingY + pictureSize.height() + zone_label::spacing;
     drawLine(painter, QRectF(0, nameTop, width, nameHeight), name.text);
     painter.end();
     cell.label = std::move(label);
@@ -209,15 +198,10 @@ void HintsView::paintEvent(QPaintEvent* event) {
 }
 
 void HintsView::paintCell(QPainter& painter, const Cell& cell) const {
-    const auto value = [&](double inactive, double active) {
-        return between(inactive, active, cell.activity);
-    };
-    // One after the other: the fill goes on beneath the translucent border.
-    paintRoundedRect(painter, cell.rect, cornerRadius,
-                     palette::withOpacity(palette::teal, value(0.08, 0.3)));
-    strokeBorder(painter, cell.rect, cornerRadius,
-                 {palette::withOpacity(palette::ink, value(0.22, 0.8)), value(1, 2)});
-    paintLabel(painter, cell, palette::withOpacity(palette::paper, value(0.85, 1)), value(0.8, 1));
+    paintZone(painter, cell.rect, cornerRadius, cell.activity);
+    paintLabel(painter, cell,
+               palette::withOpacity(palette::paper, std::lerp(0.85, 1.0, cell.activity)),
+               std::lerp(0.8, 1.0, cell.activity));
 }
 
 void HintsView::paintHollowCell(QPainter& painter, const Cell& cell) const {

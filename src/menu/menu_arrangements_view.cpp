@@ -7,6 +7,7 @@
 #include "ui/palette.h"
 #include "ui/shapes.h"
 #include "ui/symbols.h"
+#include "ui/text.h"
 
 #include <QPainter>
 #include <algorithm>

@@ -5,7 +5,6 @@
 
 #include <QAbstractButton>
 #include <QPainter>
-#include <QRectF>
 #include <QString>
 #include <optional>
 

@@ -5,7 +5,6 @@
 #include "ui/palette.h"
 
 #include <QRect>
-#include <QStringList>
 #include <cmath>
 #include <cstddef>
 #include <utility>

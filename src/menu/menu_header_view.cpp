@@ -4,9 +4,9 @@
 #include "menu/menu_label_view.h"
 #include "ui/glyph.h"
 #include "ui/palette.h"
+#include "ui/text.h"
 
 #include <algorithm>
-#include <string>
 
 namespace tessellon {
 namespace {
@@ -36,7 +36,7 @@ MenuHeader::MenuHeader(const std::optional<LastSnap>& last, QWidget* parent) : M
     state_ = new Chip(QString(), palette::teal, ChipDot::none, this);
     state_->move(title->geometry().right() + 1 + spacing, 0);
     if (last) {
-        const auto action = QString::fromStdString(std::string(tessellon::title(last->action)));
+        const auto action = toQString(tessellon::title(last->action));
         const auto app = singleLine(last->app);
         const auto separator = QStringLiteral(" \u00B7 ");
         last_ = new MenuLabel(action + separator + isolated(app),

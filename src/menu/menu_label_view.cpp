@@ -1,6 +1,5 @@
 #include "menu/menu_label_view.h"
 
-#include "base/text.h"
 #include "ui/accessible_role.h"
 #include "ui/fonts.h"
 
@@ -8,16 +7,6 @@
 #include <cmath>
 
 namespace tessellon {
-namespace {
-
-// Far more than fits into any line of the panel. Measuring a text takes time for each character.
-constexpr qsizetype longestLine = 300;
-
-// FIRST STRONG ISOLATE and POP DIRECTIONAL ISOLATE, which do not show.
-constexpr QChar isolateStart(0x2068);
-constexpr QChar isolateEnd(0x2069);
-
-}  // namespace
 
 MenuLabel::MenuLabel(const QString& text, const Look& look, QWidget* parent)
     : QWidget(parent), look_(look) {
@@ -45,19 +34,6 @@ void MenuLabel::paintEvent(QPaintEvent* /*event*/) {
     painter.setFont(fitted.font);
     painter.setPen(look_.color);
     drawLine(painter, QRectF(rect()), fitted.text, look_.alignment);
-}
-
-QString singleLine(const std::string& text) {
-    auto line = QString::fromStdString(plainText(text)).simplified();
-    if (line.size() > longestLine) {
-        line.truncate(longestLine);
-        line.append(QChar(0x2026));
-    }
-    return line;
-}
-
-QString isolated(const QString& line) {
-    return line.isEmpty() ? line : isolateStart + line + isolateEnd;
 }
 
 }  // namespace tessellon

@@ -5,7 +5,6 @@
 #include <QFont>
 #include <QString>
 #include <QWidget>
-#include <string>
 
 namespace tessellon {
 
@@ -33,13 +32,5 @@ class MenuLabel : public QWidget {
     QString text_;
     Look look_;
 };
-
-/// A text of the user's or of another program as it can be shown in one line, without characters
-/// that do not show; the end of one that is longer than any line is left out.
-QString singleLine(const std::string& text);
-
-/// A single line for the middle of a sentence of ours: whatever its direction of writing, the words
-/// around it keep their places (Unicode Standard Annex 9, isolates).
-QString isolated(const QString& line);
 
 }  // namespace tessellon

@@ -1,9 +1,9 @@
 #include "menu/menu_switches_view.h"
 
-#include "menu/menu_label_view.h"
 #include "ui/chip.h"
 #include "ui/fonts.h"
 #include "ui/palette.h"
+#include "ui/text.h"
 
 #include <QPainter>
 #include <QSignalBlocker>

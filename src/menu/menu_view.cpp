@@ -1,10 +1,8 @@
 #include "menu/menu_view.h"
 
 #include "app/preferences.h"
-#include "platform/qt/screen_coordinates.h"
-#include "ui/mask.h"
 #include "ui/palette.h"
-#include "ui/shapes.h"
+#include "ui/return_key.h"
 
 #include <QKeyEvent>
 #include <QPainter>
@@ -13,8 +11,6 @@
 #include <cstdlib>
 #include <functional>
 #include <iterator>
-#include <limits>
-#include <span>
 #include <type_traits>
 
 namespace tessellon {
@@ -25,8 +21,6 @@ constexpr int padding = 12;
 constexpr int spacing = 10;
 // A row of tiles, and no less on any screen.
 constexpr int leastScrolledHeight = 64;
-constexpr double cornerRadius = 22;
-constexpr double borderWidth = 2;
 constexpr double ruleHeight = 1.5;
 static_assert(panelWidth - 2 * padding == MenuSection::contentWidth);
 
@@ -72,15 +66,6 @@ QAbstractButton* beside(const MenuSection::Row& row, const QAbstractButton& cont
     return nullptr;
 }
 
-/// The greatest height of a view within the area, in logical pixels of the screen there.
-int fittingHeight(const Rect& area, std::span<const QtScreenGeometry> screens) {
-    if (area.height <= 0) {
-        return std::numeric_limits<int>::max();
-    }
-    const QRect whole = toQtGeometry(area, screens);
-    return whole.height() - (fromQtGeometry(whole, screens).height > area.height ? 1 : 0);
-}
-
 /// Calls what the member of the model holds, which may destroy the model.
 template <typename... Args>
 void call(MenuModel* model, std::function<void(Args...)> MenuModel::*member,
@@ -94,7 +79,7 @@ void call(MenuModel* model, std::function<void(Args...)> MenuModel::*member,
 
 MenuView::MenuView(MenuModel& model, UserDefaults& defaults, Compositing& compositing,
                    const Rect& area)
-    : PanelWindow(PanelLevel::popUpMenu, PanelInput::takesClicks, compositing),
+    : CardPanel(PanelLevel::popUpMenu, compositing),
       model_(&model),
       defaults_(defaults),
       modelChanged_(model.changed().subscribe([this] { refresh(); })),
@@ -102,15 +87,11 @@ MenuView::MenuView(MenuModel& model, UserDefaults& defaults, Compositing& compos
           defaults.changed().subscribe([this](std::string_view key) { settingChanged(key); })) {
     setAccessibleName(QStringLiteral("Tessellon"));
     makeSections();
-    const auto screens = qtScreens();
-    placeSections(fittingHeight(area, screens));
+    placeSections(greatestHeight(area));
     refresh();
     // Else the toolkit would give the focus to the first tile, and that would show its ring.
     setFocus();
-
-    // On the screen where it will be, whose scale may be its own.
-    const auto origin = toQtGeometry(area, screens).topLeft();
-    setScreenFrame(fromQtGeometry({origin, MenuView::sizeHint()}, screens));
+    setSizeOnScreen(MenuView::sizeHint(), area);
 }
 
 void MenuView::detach() {
@@ -125,7 +106,7 @@ QSize MenuView::sizeHint() const {
 
 void MenuView::makeSections() {
     header_ = new MenuHeader(model_->last(), this);
-    scroll_ = new MenuScroll(this);
+    scroll_ = new PanelScroll(this);
     auto* const middle = &scroll_->content();
     auto* const heading = new MenuSnapHeading(middle);
     grid_ =
@@ -213,22 +194,9 @@ void MenuView::settingChanged(std::string_view key) {
     }
 }
 
-void MenuView::updateShape() {
-    if (backdrop() == Backdrop::translucent) {
-        clearMask();
-        return;
-    }
-    setMask(roundedMask(rect(), cornerRadius));
-}
-
 void MenuView::paintEvent(QPaintEvent* /*event*/) {
     QPainter painter(this);
-    if (backdrop() == Backdrop::opaque) {
-        // Pixels that the mask leaves and the shape covers in part belong to the border.
-        painter.fillRect(rect(), palette::ink);
-    }
-    paintRoundedRect(painter, QRectF(rect()), cornerRadius, palette::paper,
-                     {palette::ink, borderWidth});
+    paintCard(painter);
     painter.setRenderHint(QPainter::Antialiasing);  // its height is no whole number
     painter.fillRect(QRectF(padding, ruleTop_, MenuSection::contentWidth, ruleHeight),
                      palette::line);
@@ -243,7 +211,7 @@ bool MenuView::eventFilter(QObject* watched, QEvent* event) {
         return false;
     }
     if (event->type() != QEvent::KeyPress) {
-        return PanelWindow::eventFilter(watched, event);
+        return CardPanel::eventFilter(watched, event);
     }
     const auto& key = *static_cast<QKeyEvent*>(event);
     auto* const button = qobject_cast<QAbstractButton*>(watched);
@@ -254,13 +222,7 @@ bool MenuView::eventFilter(QObject* watched, QEvent* event) {
         moveFocus(key.key());
         return true;
     }
-    if (key.key() == Qt::Key_Return || key.key() == Qt::Key_Enter) {
-        if (!key.isAutoRepeat()) {
-            button->click();
-        }
-        return true;
-    }
-    return false;
+    return clickByReturn(*button, key);
 }
 
 void MenuView::keyPressEvent(QKeyEvent* event) {
@@ -268,7 +230,7 @@ void MenuView::keyPressEvent(QKeyEvent* event) {
         moveFocus(event->key());
         return;
     }
-    PanelWindow::keyPressEvent(event);
+    CardPanel::keyPressEvent(event);
 }
 
 void MenuView::moveFocus(int key) {

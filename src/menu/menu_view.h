@@ -8,17 +8,17 @@
 #include "menu/menu_grid_view.h"
 #include "menu/menu_header_view.h"
 #include "menu/menu_model.h"
-#include "menu/menu_scroll_view.h"
 #include "menu/menu_switches_view.h"
-#include "platform/qt/panel_window.h"
 #include "platform/user_defaults.h"
+#include "ui/card_panel.h"
+#include "ui/panel_scroll.h"
 
 #include <string_view>
 #include <vector>
 
 namespace tessellon {
 
-class MenuView : public PanelWindow {
+class MenuView : public CardPanel {
   public:
     /// The model has to be there until detach() or the end of the view, the settings as long as
     /// the view. The view's frame is as large as the content needs, but no higher than `area`
@@ -37,7 +37,6 @@ class MenuView : public PanelWindow {
     bool eventFilter(QObject* watched, QEvent* event) override;
 
   protected:
-    void updateShape() override;
     void paintEvent(QPaintEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
 
@@ -56,7 +55,7 @@ class MenuView : public PanelWindow {
     Token modelChanged_;
     Token settingChanged_;
     MenuHeader* header_ = nullptr;
-    MenuScroll* scroll_ = nullptr;
+    PanelScroll* scroll_ = nullptr;
     MenuGrid* grid_ = nullptr;
     MenuSwitches* switches_ = nullptr;
     /// From top to bottom.

@@ -2,14 +2,15 @@
 
 #include "engine/snap_action_names.h"
 #include "ui/control_style.h"
+#include "ui/easing.h"
 #include "ui/fonts.h"
 #include "ui/layer.h"
 #include "ui/mini_screen.h"
 #include "ui/palette.h"
 #include "ui/shapes.h"
+#include "ui/text.h"
 
 #include <QCursor>
-#include <QEasingCurve>
 #include <QEnterEvent>
 #include <QEvent>
 #include <QMouseEvent>
@@ -41,16 +42,6 @@ int labelHeight() {
     return static_cast<int>(std::ceil(lineHeight(interfaceFont(labelSize, QFont::DemiBold))));
 }
 
-QEasingCurve easeOut() {
-    QEasingCurve curve(QEasingCurve::BezierSpline);
-    curve.addCubicBezierSegment({0, 0}, {0.58, 1}, {1, 1});
-    return curve;
-}
-
-double mix(double from, double to, double share) {
-    return from + (to - from) * share;
-}
-
 }  // namespace
 
 SnapTileStyle::SnapTileStyle(const QColor& color, std::function<void()> changed)
@@ -75,7 +66,7 @@ SnapTileStyle::SnapTileStyle(const QColor& color, std::function<void()> changed)
 
 double SnapTileStyle::hoverSeconds() const {
     // At rest it is as if all of the last motion had passed.
-    return isAnimating() && hoverMotion_.state() == QAbstractAnimation::Running
+    return hoverMotion_.state() == QAbstractAnimation::Running
                ? hoverMotion_.currentValue().toDouble()
                : hover_.settlingTime();
 }
@@ -107,15 +98,15 @@ void SnapTileStyle::setPressed(bool pressed) {
 }
 
 double SnapTileStyle::fillOpacity() const {
-    return std::clamp(mix(restingOpacity, hoverOpacity, hoverValue_), 0.0, 1.0);
+    return std::clamp(std::lerp(restingOpacity, hoverOpacity, hoverValue_), 0.0, 1.0);
 }
 
 double SnapTileStyle::borderWidth() const {
-    return std::max(0.0, mix(0, hoverBorder, hoverValue_));
+    return std::max(0.0, std::lerp(0.0, hoverBorder, hoverValue_));
 }
 
 double SnapTileStyle::scale() const {
-    return mix(mix(1, hoverScale, hoverValue_), pressedScale, pressValue_);
+    return std::lerp(std::lerp(1.0, hoverScale, hoverValue_), pressedScale, pressValue_);
 }
 
 void SnapTileStyle::paint(QPainter& painter, const QRectF& tile,
@@ -146,12 +137,11 @@ void SnapTileStyle::finishAnimations() {
 SnapTile::SnapTile(SnapAction action, QWidget* parent)
     : QAbstractButton(parent),
       action_(action),
-      label_(QString::fromStdString(shortTitle(action))),
+      label_(toQString(shortTitle(action))),
       style_(palette::groupColor(action), [this] { update(); }) {
     setMouseTracking(true);
     setFocusPolicy(Qt::TabFocus);
-    const auto name = title(action);
-    setAccessibleName(QString::fromUtf8(name.data(), static_cast<qsizetype>(name.size())));
+    setAccessibleName(toQString(title(action)));
     setAccessibleDescription(QStringLiteral("Snaps the window in front"));
     connect(this, &QAbstractButton::pressed, this, [this] { style_.setPressed(true); });
     connect(this, &QAbstractButton::released, this, [this] { style_.setPressed(false); });

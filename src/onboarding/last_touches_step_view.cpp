@@ -2,12 +2,12 @@
 
 #include "app/preferences.h"
 #include "onboarding/mini_menu_bar_view.h"
-#include "settings/bound_controls_view.h"
-#include "settings/card_view.h"
-#include "settings/divide_view.h"
-#include "settings/row_view.h"
+#include "ui/bound_controls.h"
+#include "ui/card.h"
 #include "ui/control_style.h"
+#include "ui/divide.h"
 #include "ui/palette.h"
+#include "ui/row.h"
 
 namespace tessellon {
 namespace {
@@ -54,7 +54,7 @@ QWidget* LastTouchesStep::makeSwitches() {
     const auto addSetting = [&](std::string_view key, const QString& title,
                                 const QString& subtitle) {
         rows.addWidget(new Divide(card));
-        rows.addWidget(new Row(title, subtitle, makeBoundToggle(defaults, key, title), card));
+        rows.addWidget(makeBoundToggleRow(defaults, key, title, subtitle, card));
     };
     addSetting(preference::dragEnabled, QStringLiteral("⌘-drag to snap"),
                QStringLiteral("Hold ⌘ while dragging a window to show the zone grid."));

@@ -8,8 +8,6 @@
 #include "ui/symbols.h"
 
 #include <QPainter>
-#include <QPainterPath>
-#include <cmath>
 
 namespace tessellon {
 namespace {

@@ -1,9 +1,8 @@
 #include "onboarding/note_view.h"
 
-#include "settings/dot_view.h"
+#include "ui/dot.h"
 #include "ui/palette.h"
 
-#include <QFontMetrics>
 #include <QHBoxLayout>
 
 namespace tessellon {

@@ -1,7 +1,6 @@
 // A round badge with a number, for lists of things to do in order.
 #pragma once
 
-#include <QColor>
 #include <QWidget>
 #include <cstdint>
 

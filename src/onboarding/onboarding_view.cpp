@@ -4,14 +4,13 @@
 #include "onboarding/permission_step_view.h"
 #include "onboarding/try_it_step_view.h"
 #include "onboarding/welcome_step_view.h"
-#include "settings/page_scroll_view.h"
 #include "ui/accessible_role.h"
-#include "ui/palette.h"
+#include "ui/page_scroll.h"
+#include "ui/widget_colors.h"
 
 #include <QAbstractButton>
 #include <QHideEvent>
 #include <QKeyEvent>
-#include <QPalette>
 #include <QScrollBar>
 #include <QVBoxLayout>
 
@@ -42,10 +41,7 @@ OnboardingView::OnboardingView(OnboardingModel& model, QWidget* parent)
       model_(model),
       scroll_(new PageScroll(this)),
       navigation_(new OnboardingNavigation(model, this)) {
-    auto colors = QWidget::palette();
-    colors.setColor(QPalette::Window, palette::background);
-    setPalette(colors);
-    setAutoFillBackground(true);
+    setWindowColors(*this);
     setAccessibleRole(*this, QAccessible::Grouping);
 
     auto* const column = new QVBoxLayout(this);

@@ -1,8 +1,8 @@
 #include "onboarding/permission_step_view.h"
 
 #include "onboarding/number_badge_view.h"
-#include "settings/card_view.h"
 #include "ui/accessible_role.h"
+#include "ui/card.h"
 #include "ui/control_style.h"
 #include "ui/focus_ring.h"
 #include "ui/palette.h"

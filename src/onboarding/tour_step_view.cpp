@@ -1,8 +1,8 @@
 #include "onboarding/tour_step_view.h"
 
 #include "onboarding/spoken_text_view.h"
-#include "settings/page_scroll_view.h"
 #include "ui/accessible_role.h"
+#include "ui/page_scroll.h"
 #include "ui/palette.h"
 
 namespace tessellon {

@@ -7,8 +7,6 @@
 #include <QString>
 #include <QVBoxLayout>
 #include <QWidget>
-#include <optional>
-#include <string>
 
 namespace tessellon {
 

@@ -1,13 +1,13 @@
 #include "settings/about_page_view.h"
 
 #include "app/notification_names.h"
-#include "settings/card_view.h"
-#include "settings/row_view.h"
+#include "ui/card.h"
 #include "ui/focus_ring.h"
 #include "ui/glyph.h"
 #include "ui/palette.h"
 #include "ui/pill_button.h"
 #include "ui/pill_toggle.h"
+#include "ui/row.h"
 #include "ui/text_label.h"
 
 #include <QHBoxLayout>

@@ -1,7 +1,7 @@
 #include "settings/application_chooser_view.h"
 
-#include "settings/card_view.h"
 #include "settings/choosable_list_view.h"
+#include "ui/card.h"
 #include "ui/control_style.h"
 #include "ui/focus_ring.h"
 #include "ui/palette.h"
@@ -9,11 +9,11 @@
 #include "ui/symbol_label.h"
 #include "ui/text_field.h"
 #include "ui/text_label.h"
+#include "ui/widget_colors.h"
 
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QVBoxLayout>
-#include <utility>
 
 namespace tessellon {
 namespace {
@@ -35,9 +35,7 @@ ApplicationChooser::ApplicationChooser(const std::vector<ChoosableApplication>& 
     : QDialog(owner) {
     setAttribute(Qt::WA_DeleteOnClose);
     setWindowTitle(QStringLiteral("Choose applications"));
-    auto colors = QWidget::palette();
-    colors.setColor(QPalette::Window, palette::background);
-    setPalette(colors);
+    setWindowColors(*this);
     // It opens in the middle of its owner, which fits on the screen.
     const auto size = usualSize.boundedTo(owner->size());
     setMinimumSize(leastSize.boundedTo(size));

@@ -3,8 +3,8 @@
 
 #include "arrangements/arrangement.h"
 #include "settings/arrangements_model.h"
-#include "settings/card_view.h"
 #include "shortcuts/recorder.h"
+#include "ui/card.h"
 #include "ui/text_field.h"
 
 #include <QString>

@@ -1,10 +1,10 @@
 #include "settings/arrangements_page_view.h"
 
 #include "settings/arrangement_row_view.h"
-#include "settings/card_view.h"
 #include "settings/elided_label_view.h"
 #include "settings/page_header_view.h"
 #include "settings/section_title_view.h"
+#include "ui/card.h"
 #include "ui/focus_ring.h"
 #include "ui/palette.h"
 #include "ui/pill_button.h"

@@ -1,12 +1,13 @@
 #include "settings/choosable_list_view.h"
 
 #include "settings/installed_icon_view.h"
-#include "settings/scroll_bar_view.h"
 #include "ui/control_style.h"
 #include "ui/fonts.h"
 #include "ui/palette.h"
+#include "ui/scroll_bar.h"
 #include "ui/shapes.h"
 #include "ui/symbols.h"
+#include "ui/text.h"
 
 #include <QAbstractListModel>
 #include <QFocusEvent>
@@ -18,7 +19,6 @@
 #include <QStyledItemDelegate>
 #include <algorithm>
 #include <cmath>
-#include <utility>
 
 namespace tessellon {
 namespace {
@@ -157,9 +157,9 @@ class ChoosableList::Model : public QAbstractListModel {
         : changed_(changed) {
         lines_.reserve(applications.size());
         for (const auto& each : applications) {
-            lines_.push_back({QString::fromStdString(each.application.name),
-                              QString::fromStdString(each.application.identifier),
-                              QString::fromStdString(each.application.icon), each.isIgnored});
+            lines_.push_back({singleLine(each.application.name),
+                              toQString(each.application.identifier),
+                              toQString(each.application.icon), each.isIgnored});
         }
         setFilter(QString());
     }

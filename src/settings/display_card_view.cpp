@@ -1,17 +1,17 @@
 #include "settings/display_card_view.h"
 
-#include "settings/divide_view.h"
 #include "settings/elided_label_view.h"
-#include "settings/row_view.h"
-#include "settings/slider_row_view.h"
 #include "ui/accessible_role.h"
 #include "ui/chip.h"
 #include "ui/control_style.h"
+#include "ui/divide.h"
 #include "ui/focus_ring.h"
 #include "ui/fonts.h"
 #include "ui/palette.h"
 #include "ui/pill_toggle.h"
+#include "ui/row.h"
 #include "ui/shapes.h"
+#include "ui/slider_row.h"
 #include "ui/text_label.h"
 
 #include <QHBoxLayout>

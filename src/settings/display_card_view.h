@@ -2,8 +2,8 @@
 #pragma once
 
 #include "base/token.h"
-#include "settings/card_view.h"
 #include "settings/displays_model.h"
+#include "ui/card.h"
 
 #include <string>
 

@@ -1,8 +1,8 @@
 #include "settings/elided_label_view.h"
 
-#include "base/text.h"
 #include "ui/accessible_role.h"
 #include "ui/fonts.h"
+#include "ui/text.h"
 
 #include <QPainter>
 #include <cmath>
@@ -32,7 +32,7 @@ ElidedLabel::ElidedLabel(const QString& text, const Style& style, QWidget* paren
 }
 
 void ElidedLabel::setText(const QString& text) {
-    const auto plain = QString::fromStdString(plainText(text.toStdString())).simplified();
+    const auto plain = singleLine(text);
     if (plain == text_) {
         return;
     }

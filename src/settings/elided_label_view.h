@@ -10,8 +10,8 @@
 namespace tessellon {
 
 /// Plain text on up to a number of lines. What does not fit is cut off with an ellipsis, and the
-/// whole is shown when the pointer rests on it. As high as all of its lines, whatever it says; it
-/// may be made as narrow as one likes.
+/// whole is shown when the pointer rests on it (up to a length that nobody reads). As high as all
+/// of its lines, whatever it says; it may be made as narrow as one likes.
 class ElidedLabel : public QWidget {
   public:
     struct Style {

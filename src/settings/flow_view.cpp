@@ -3,7 +3,6 @@
 #include <QLayoutItem>
 #include <QStyle>
 #include <QWidget>
-#include <QWidgetItem>
 #include <algorithm>
 #include <limits>
 

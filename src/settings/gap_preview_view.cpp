@@ -2,10 +2,10 @@
 
 #include "ui/accessible_role.h"
 #include "ui/control_style.h"
+#include "ui/easing.h"
 #include "ui/palette.h"
 #include "ui/shapes.h"
 
-#include <QEasingCurve>
 #include <QPainter>
 #include <QPointF>
 #include <algorithm>
@@ -25,12 +25,6 @@ constexpr int duration = 120;  // milliseconds
 constexpr double buttonSize = 4;
 constexpr double buttonInset = 6;
 constexpr double buttonOpacity = 0.45;
-
-QEasingCurve easeOut() {
-    QEasingCurve curve(QEasingCurve::BezierSpline);
-    curve.addCubicBezierSegment({0, 0}, {0.58, 1}, {1, 1});
-    return curve;
-}
 
 void paintWindow(QPainter& painter, const QRectF& frame, const QColor& color) {
     paintRoundedRect(painter, frame, windowRadius, color, {palette::ink, control_style::outline});

@@ -1,16 +1,16 @@
 #include "settings/general_page_view.h"
 
 #include "app/preferences.h"
-#include "settings/bound_controls_view.h"
-#include "settings/card_view.h"
-#include "settings/divide_view.h"
 #include "settings/gap_preview_view.h"
 #include "settings/link_button_view.h"
 #include "settings/page_header_view.h"
-#include "settings/row_view.h"
 #include "settings/section_title_view.h"
+#include "ui/bound_controls.h"
+#include "ui/card.h"
+#include "ui/divide.h"
 #include "ui/focus_ring.h"
 #include "ui/palette.h"
+#include "ui/row.h"
 #include "ui/text_label.h"
 
 #include <QEvent>
@@ -26,11 +26,6 @@ constexpr int previewSpacing = 22;
 constexpr int captionSpacing = 6;
 constexpr double captionSize = 11;
 constexpr double errorSize = 12;
-
-Row* makeToggleRow(UserDefaults& defaults, std::string_view key, const QString& title,
-                   const QString& subtitle, QWidget* parent) {
-    return new Row(title, subtitle, makeBoundToggle(defaults, key, title, parent), parent);
-}
 
 }  // namespace
 
@@ -74,12 +69,12 @@ Card* GeneralPage::makeSnapping() {
     loginRow_ = makeLoginRow();
     column.addWidget(loginRow_);
     column.addWidget(new Divide(card));
-    column.addWidget(makeToggleRow(
+    column.addWidget(makeBoundToggleRow(
         defaults_, preference::restoreOnDrag,
         QStringLiteral("Restore size when dragged out of a zone"),
         QStringLiteral("Pull a snapped window away and it goes back to the size it had."), card));
     column.addWidget(new Divide(card));
-    column.addWidget(makeToggleRow(
+    column.addWidget(makeBoundToggleRow(
         defaults_, preference::cycle, QStringLiteral("Repeat shortcut cycles sizes"),
         QStringLiteral("Press ⌃⌥← again and the window steps through the sizes."), card));
     return card;
@@ -157,7 +152,7 @@ Card* GeneralPage::makeGaps() {
 Card* GeneralPage::makeTiling() {
     auto* const card = new Card(rowsCardStyle(), this);
     card->column().setSpacing(rowSpacing);
-    card->column().addWidget(makeToggleRow(
+    card->column().addWidget(makeBoundToggleRow(
         defaults_, preference::tilingEnabled, QStringLiteral("Tile this display"),
         QStringLiteral("Arrange the visible windows on one screen, only when you ask."), card));
 

@@ -7,15 +7,16 @@
 #include "ui/focus_ring.h"
 #include "ui/fonts.h"
 #include "ui/palette.h"
+#include "ui/return_key.h"
 #include "ui/shapes.h"
 #include "ui/symbols.h"
+#include "ui/text.h"
 
 #include <QAbstractButton>
 #include <QElapsedTimer>
 #include <QFontMetricsF>
 #include <QHelpEvent>
 #include <QImage>
-#include <QKeyEvent>
 #include <QPainter>
 #include <QStyle>
 #include <QTimerEvent>
@@ -76,13 +77,9 @@ class RemoveButton : public QAbstractButton {
         drawSymbol(painter, Symbol::xmark, cross, palette::ink, crossStroke);
     }
     void keyPressEvent(QKeyEvent* event) override {
-        if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
-            if (!event->isAutoRepeat()) {
-                click();
-            }
-            return;
+        if (!clickByReturn(*this, *event)) {
+            QAbstractButton::keyPressEvent(event);
         }
-        QAbstractButton::keyPressEvent(event);
     }
 };
 
@@ -94,7 +91,7 @@ class IgnoredPill : public QWidget {
         : QWidget(list),
           list_(*list),
           application_(std::move(application)),
-          name_(QString::fromStdString(application_.name)),
+          name_(singleLine(application_.name)),
           nameWidth_(static_cast<int>(std::ceil(textWidth(nameFont(), name_)))),
           height_(std::max(
                       {iconSize, removeSize, static_cast<int>(std::ceil(lineHeight(nameFont())))}) +

@@ -3,7 +3,6 @@
 #include "ui/application_icon.h"
 
 #include <QCache>
-#include <cmath>
 
 namespace tessellon {
 namespace {

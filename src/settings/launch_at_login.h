@@ -1,5 +1,4 @@
-// The choice whether the program starts when the user logs in, as the settings and the welcome tour
-// show it.
+// The choice whether the program starts when the user logs in, as the settings show it.
 #pragma once
 
 #include "base/signal.h"

@@ -3,8 +3,8 @@
 #include "ui/focus_ring.h"
 #include "ui/fonts.h"
 #include "ui/palette.h"
+#include "ui/return_key.h"
 
-#include <QKeyEvent>
 #include <QPainter>
 #include <cmath>
 
@@ -48,13 +48,9 @@ void LinkButton::paintEvent(QPaintEvent* /*event*/) {
 }
 
 void LinkButton::keyPressEvent(QKeyEvent* event) {
-    if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
-        if (!event->isAutoRepeat()) {
-            click();
-        }
-        return;
+    if (!clickByReturn(*this, *event)) {
+        QAbstractButton::keyPressEvent(event);
     }
-    QAbstractButton::keyPressEvent(event);
 }
 
 }  // namespace tessellon

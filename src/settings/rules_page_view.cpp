@@ -2,17 +2,17 @@
 
 #include "app/preferences.h"
 #include "settings/application_chooser_view.h"
-#include "settings/bound_controls_view.h"
-#include "settings/card_view.h"
-#include "settings/divide_view.h"
 #include "settings/ignored_list_view.h"
 #include "settings/page_header_view.h"
-#include "settings/row_view.h"
 #include "settings/section_title_view.h"
+#include "ui/bound_controls.h"
+#include "ui/card.h"
+#include "ui/divide.h"
 #include "ui/focus_ring.h"
 #include "ui/palette.h"
 #include "ui/pill_button.h"
 #include "ui/symbol_label.h"
+#include "ui/text.h"
 #include "ui/text_field.h"
 #include "ui/text_label.h"
 
@@ -48,10 +48,6 @@ QString breakable(const QString& text) {
     return result;
 }
 
-QString fromUtf8(std::string_view text) {
-    return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
-}
-
 }  // namespace
 
 RulesPage::RulesPage(const SettingsServices& services, QWidget* parent)
@@ -82,10 +78,9 @@ RulesPage::RulesPage(const SettingsServices& services, QWidget* parent)
     apps->column().addWidget(error_);
     column->addWidget(apps);
     auto* const rows = new Card(rowsCardStyle(), this);
-    const auto small = QStringLiteral("Ignore small windows");
-    rows->column().addWidget(
-        new Row(small, QStringLiteral("Dialogs and pickers under 400 × 300 never snap."),
-                makeBoundToggle(services.defaults, preference::ignoreSmall, small, rows), rows));
+    rows->column().addWidget(makeBoundToggleRow(
+        services.defaults, preference::ignoreSmall, QStringLiteral("Ignore small windows"),
+        QStringLiteral("Dialogs and pickers under 400 × 300 never snap."), rows));
     column->addWidget(rows);
     column->addWidget(makeTip());
     column->addStretch();
@@ -141,16 +136,16 @@ QWidget* RulesPage::makeTip() {
 
 void RulesPage::refresh() {
     const auto entries = model_.entries();
-    heading_->setChip(fromUtf8(model_.count()), palette::teal);
+    heading_->setChip(toQString(model_.count()), palette::teal);
     list_->setEntries(entries);
     list_->setVisible(!entries.empty());
     nothing_->setVisible(entries.empty());
-    const auto query = fromUtf8(model_.query());
+    const auto query = toQString(model_.query());
     if (field_ != nullptr && field_->text() != query) {
         field_->setText(query);
     }
     const auto& error = model_.error();
-    const auto problem = error ? fromUtf8(*error) : QString();
+    const auto problem = error ? toQString(*error) : QString();
     error_->setText(breakable(problem));
     error_->setAccessibleName(problem);
     error_->setVisible(error.has_value());

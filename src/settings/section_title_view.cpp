@@ -1,7 +1,7 @@
 #include "settings/section_title_view.h"
 
-#include "settings/dot_view.h"
 #include "ui/chip.h"
+#include "ui/dot.h"
 #include "ui/focus_ring.h"
 #include "ui/palette.h"
 #include "ui/text_label.h"

@@ -1,13 +1,13 @@
 #include "settings/settings_sidebar_view.h"
 
 #include "app/preferences.h"
-#include "settings/card_view.h"
-#include "settings/dot_view.h"
-#include "settings/page_scroll_view.h"
 #include "settings/sidebar_item_view.h"
+#include "ui/card.h"
 #include "ui/control_style.h"
+#include "ui/dot.h"
 #include "ui/focus_ring.h"
 #include "ui/glyph.h"
+#include "ui/page_scroll.h"
 #include "ui/palette.h"
 #include "ui/text_label.h"
 

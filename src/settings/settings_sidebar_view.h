@@ -8,7 +8,6 @@
 
 #include <QWidget>
 #include <array>
-#include <string_view>
 
 namespace tessellon {
 

@@ -5,18 +5,17 @@
 #include "settings/arrangements_page_view.h"
 #include "settings/displays_page_view.h"
 #include "settings/general_page_view.h"
-#include "settings/page_scroll_view.h"
 #include "settings/rules_page_view.h"
 #include "settings/settings_sidebar_view.h"
 #include "settings/shortcuts_page_view.h"
 #include "settings/zones_page_view.h"
-#include "ui/palette.h"
+#include "ui/page_scroll.h"
+#include "ui/widget_colors.h"
 
 #include <QEvent>
 #include <QHBoxLayout>
 #include <QHideEvent>
 #include <QKeySequence>
-#include <QPalette>
 #include <QScrollBar>
 #include <QShortcut>
 #include <QShowEvent>
@@ -35,10 +34,7 @@ constexpr int bottomMargin = 24;
 
 SettingsView::SettingsView(const SettingsServices& services, Page page, QWidget* parent)
     : QWidget(parent), services_(services), page_(page) {
-    auto colors = QWidget::palette();
-    colors.setColor(QPalette::Window, palette::background);
-    setPalette(colors);
-    setAutoFillBackground(true);
+    setWindowColors(*this);
 
     auto* const line = new QHBoxLayout(this);
     line->setContentsMargins(0, 0, 0, 0);
@@ -46,9 +42,8 @@ SettingsView::SettingsView(const SettingsServices& services, Page page, QWidget*
     sidebar_ = new SettingsSidebar(services.defaults, page, this);
     sidebar_->setFixedWidth(sidebarWidth);
     line->addWidget(sidebar_);
-    auto* const scroll = new PageScroll(this);
-    scroll_ = scroll;
-    line->addWidget(scroll, 1);
+    scroll_ = new PageScroll(this);
+    line->addWidget(scroll_, 1);
 
     auto* const sheet = new QWidget;
     sheet_ = new QVBoxLayout(sheet);
@@ -57,7 +52,7 @@ SettingsView::SettingsView(const SettingsServices& services, Page page, QWidget*
     pageWidget_ = makePage();
     sheet_->addWidget(pageWidget_);
     sheet_->addStretch();
-    scroll->setWidget(sheet);
+    scroll_->setWidget(sheet);
     sheet->setAutoFillBackground(false);
 
     chosen_ = sidebar_->selected().subscribe([this](Page chosen) { setPage(chosen); });
@@ -110,7 +105,7 @@ void SettingsView::hideEvent(QHideEvent* event) {
 }
 
 bool SettingsView::event(QEvent* event) {
-    // The page with the control that records may have been left.
+    // Where the focus follows the pointer, nobody else notices.
     if (event->type() == QEvent::WindowDeactivate || event->type() == QEvent::Hide) {
         services_.recorder.stop();
     }

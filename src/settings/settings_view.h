@@ -5,12 +5,12 @@
 #include "settings/settings_page.h"
 #include "settings/settings_services.h"
 
-#include <QScrollArea>
 #include <QVBoxLayout>
 #include <QWidget>
 
 namespace tessellon {
 
+class PageScroll;
 class SettingsSidebar;
 
 /// A recording of a shortcut goes on while the pages change; it ends with the window.
@@ -45,7 +45,7 @@ class SettingsView : public QWidget {
     SettingsServices services_;
     Page page_;
     SettingsSidebar* sidebar_ = nullptr;
-    QScrollArea* scroll_ = nullptr;
+    PageScroll* scroll_ = nullptr;
     QVBoxLayout* sheet_ = nullptr;
     QWidget* pageWidget_ = nullptr;
     /// The window was closed since the page was built.

@@ -1,15 +1,16 @@
 #include "settings/shortcuts_page_view.h"
 
-#include "settings/card_view.h"
-#include "settings/dot_view.h"
 #include "settings/elided_label_view.h"
 #include "settings/page_header_view.h"
 #include "shortcuts/shortcut_recorder_view.h"
+#include "ui/card.h"
+#include "ui/dot.h"
 #include "ui/focus_ring.h"
 #include "ui/mini_screen.h"
 #include "ui/palette.h"
 #include "ui/pill_button.h"
 #include "ui/symbol_label.h"
+#include "ui/text.h"
 #include "ui/text_label.h"
 
 #include <QGridLayout>
@@ -47,16 +48,12 @@ constexpr int buttonSpacing = 10;
 constexpr std::array<std::string_view, actionGroups.size()> names{"Halves", "Quarters", "Thirds",
                                                                   "Other"};
 
-QString fromUtf8(std::string_view text) {
-    return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
-}
-
 QHBoxLayout* makeRow(SnapAction action, Recorder& recorder, QWidget* parent) {
     auto* const row = new QHBoxLayout;
     row->setSpacing(rowSpacing);
     row->addWidget(new MiniScreen(action, pictureSize, parent));
     row->addWidget(
-        new ElidedLabel(fromUtf8(title(action)),
+        new ElidedLabel(toQString(title(action)),
                         {.size = titleSize, .color = palette::ink, .lines = titleLines}, parent),
         1);
     row->addWidget(new ShortcutRecorder(recorder, HotkeyTarget::snap(action), keySize, parent));
@@ -71,7 +68,7 @@ Card* makeGroup(std::size_t index, Recorder& recorder, QWidget* parent) {
     card->column().setSpacing(groupSpacing);
     auto* const heading = new QHBoxLayout;
     heading->setSpacing(dotSpacing);
-    heading->addWidget(new TextLabel(fromUtf8(names[index]), groupTitleSize, QFont::Bold,
+    heading->addWidget(new TextLabel(toQString(names[index]), groupTitleSize, QFont::Bold,
                                      palette::ink, TextWrap::none, card));
     heading->addWidget(new Dot(dotSize, palette::groupColor(actions.front()), card));
     heading->addStretch();

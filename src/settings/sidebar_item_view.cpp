@@ -7,13 +7,11 @@
 #include "ui/palette.h"
 #include "ui/shapes.h"
 #include "ui/symbols.h"
+#include "ui/text.h"
 
 #include <QKeyEvent>
 #include <QPainter>
-#include <QStyle>
 #include <algorithm>
-#include <cmath>
-#include <string_view>
 
 namespace tessellon {
 namespace {
@@ -55,8 +53,7 @@ Symbol symbolOf(SettingsPage page) {
 
 SidebarItem::SidebarItem(SettingsPage page, QWidget* parent)
     : QAbstractButton(parent), page_(page) {
-    const std::string_view name = title(page);
-    setText(QString::fromUtf8(name.data(), static_cast<qsizetype>(name.size())));
+    setText(toQString(title(page)));
     setCheckable(true);
     setAutoExclusive(true);
     setAccessibleByClick(*this);

@@ -7,6 +7,7 @@
 #include "ui/mini_screen.h"
 #include "ui/palette.h"
 #include "ui/shapes.h"
+#include "ui/zone.h"
 
 #include <QPainter>
 
@@ -20,33 +21,23 @@ constexpr double screenInset = 5;
 
 constexpr double zoneRadius = 9;
 constexpr SnapAction activeZone = SnapAction::leftHalf;
-
-constexpr QSizeF labelPicture{26, 17};
-constexpr double labelSpacing = 3;
-constexpr double nameSize = 10.5;
-constexpr double smallestNameScale = 0.7;
 constexpr double nameMargin = 4;
 
-void paintZone(QPainter& painter, const QRectF& zone, SnapAction action) {
-    const bool isActive = action == activeZone;
-    paintRoundedRect(painter, zone, zoneRadius,
-                     palette::withOpacity(palette::teal, isActive ? 0.3 : 0.08));
-    strokeBorder(painter, zone, zoneRadius,
-                 {palette::withOpacity(palette::ink, isActive ? 0.8 : 0.22), isActive ? 2.0 : 1.0});
-
+void paintLabeledZone(QPainter& painter, const QRectF& zone, SnapAction action) {
+    using namespace zone_label;
+    paintZone(painter, zone, zoneRadius, action == activeZone ? 1 : 0);
     const auto name =
         fitText(QString::fromStdString(shortTitle(action)), zone.width() - 2 * nameMargin, nameSize,
                 QFont::DemiBold, smallestNameScale);
     // The same for all, so that the pictures of a row are level.
     const double nameHeight = lineHeight(interfaceFont(nameSize, QFont::DemiBold));
-    QRectF picture(QPointF(), labelPicture);
+    QRectF picture(QPointF(), pictureSize);
     picture.moveCenter(zone.center());
-    picture.translate(0, -(labelSpacing + nameHeight) / 2);
+    picture.translate(0, -(spacing + nameHeight) / 2);
     paintMiniScreen(painter, picture, action);
     painter.setFont(name.font);
     painter.setPen(palette::ink);
-    drawLine(painter,
-             QRectF(zone.left(), picture.bottom() + labelSpacing, zone.width(), nameHeight),
+    drawLine(painter, QRectF(zone.left(), picture.bottom() + spacing, zone.width(), nameHeight),
              name.text);
 }
 
@@ -70,7 +61,7 @@ void ZoneGridPicture::paintEvent(QPaintEvent* /*event*/) {
     pictured.visibleFrame = {0, 0, grid.width(), grid.height()};
     for (const auto& hint : ZoneHints::layout(pictured)) {
         const QRectF zone(hint.rect.x, hint.rect.y, hint.rect.width, hint.rect.height);
-        paintZone(painter, zone.translated(grid.topLeft()), hint.action);
+        paintLabeledZone(painter, zone.translated(grid.topLeft()), hint.action);
     }
 }
 

@@ -1,14 +1,13 @@
 #include "settings/zones_page_view.h"
 
 #include "app/preferences.h"
-#include "settings/bound_controls_view.h"
-#include "settings/card_view.h"
-#include "settings/divide_view.h"
 #include "settings/page_header_view.h"
 #include "settings/page_note_view.h"
-#include "settings/row_view.h"
 #include "settings/section_title_view.h"
 #include "settings/zone_grid_picture_view.h"
+#include "ui/bound_controls.h"
+#include "ui/card.h"
+#include "ui/divide.h"
 #include "ui/pill_button.h"
 
 #include <QHideEvent>
@@ -42,15 +41,13 @@ ZonesPage::ZonesPage(const SettingsServices& services, QWidget* parent)
     column->addWidget(new SectionTitle(QStringLiteral("Behaviour"), this));
     auto* const rows = new Card(rowsCardStyle(), this);
     rows->column().setSpacing(rowSpacing);
-    const auto dragTitle = QStringLiteral("⌘-drag to snap");
-    rows->column().addWidget(
-        new Row(dragTitle, QStringLiteral("Show the zone grid while you hold ⌘ and drag a window."),
-                makeBoundToggle(services.defaults, preference::dragEnabled, dragTitle), rows));
+    rows->column().addWidget(makeBoundToggleRow(
+        services.defaults, preference::dragEnabled, QStringLiteral("⌘-drag to snap"),
+        QStringLiteral("Show the zone grid while you hold ⌘ and drag a window."), rows));
     rows->column().addWidget(new Divide(rows));
-    const auto previewTitle = QStringLiteral("Show snap preview");
-    auto* const preview = new Row(
-        previewTitle, QStringLiteral("A soft teal outline shows where the window will land."),
-        makeBoundToggle(services.defaults, preference::showPreview, previewTitle), rows);
+    auto* const preview = makeBoundToggleRow(
+        services.defaults, preference::showPreview, QStringLiteral("Show snap preview"),
+        QStringLiteral("A soft teal outline shows where the window will land."), rows);
     auto* const seeIt =
         new PillButton(QStringLiteral("See it"), PillButtonStyle::quiet, PillButtonSize::small);
     seeIt->setSymbol(Symbol::eye);

@@ -3,7 +3,6 @@
 #include <QAccessible>
 #include <QAccessibleActionInterface>
 #include <QAccessibleWidget>
-#include <QVariant>
 
 namespace tessellon {
 namespace {

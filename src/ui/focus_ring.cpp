@@ -7,7 +7,6 @@
 #include <QFocusEvent>
 #include <QPainter>
 #include <QPainterPath>
-#include <QPolygonF>
 #include <QRegion>
 
 namespace tessellon {

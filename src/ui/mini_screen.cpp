@@ -4,9 +4,9 @@
 #include "ui/control_style.h"
 #include "ui/palette.h"
 #include "ui/shapes.h"
+#include "ui/text.h"
 
 #include <QPen>
-#include <QString>
 #include <algorithm>
 #include <array>
 
@@ -114,8 +114,7 @@ MiniScreen::MiniScreen(SnapAction action, const QSize& size, QWidget* parent)
 
 void MiniScreen::setAction(SnapAction action) {
     action_ = action;
-    setAccessibleName(
-        QString::fromUtf8(title(action).data(), static_cast<qsizetype>(title(action).size())));
+    setAccessibleName(toQString(title(action)));
     update();
 }
 

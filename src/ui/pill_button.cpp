@@ -5,9 +5,9 @@
 #include "ui/fonts.h"
 #include "ui/layer.h"
 #include "ui/palette.h"
+#include "ui/return_key.h"
 #include "ui/shapes.h"
 
-#include <QKeyEvent>
 #include <QPainter>
 #include <algorithm>
 #include <cmath>
@@ -132,13 +132,9 @@ void PillButton::paintContent(QPainter& painter, const QColor& color) const {
 }
 
 void PillButton::keyPressEvent(QKeyEvent* event) {
-    if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
-        if (!event->isAutoRepeat()) {
-            click();
-        }
-        return;
+    if (!clickByReturn(*this, *event)) {
+        QAbstractButton::keyPressEvent(event);
     }
-    QAbstractButton::keyPressEvent(event);
 }
 
 }  // namespace tessellon

@@ -5,7 +5,6 @@
 #include <QPen>
 #include <QPolygonF>
 #include <algorithm>
-#include <array>
 #include <cmath>
 #include <cstddef>
 

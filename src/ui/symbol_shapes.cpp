@@ -1,7 +1,6 @@
 #include "ui/symbol_shapes.h"
 
 #include <QTransform>
-#include <algorithm>
 #include <cmath>
 #include <numbers>
 

@@ -5,10 +5,10 @@
 #include "ui/fonts.h"
 #include "ui/palette.h"
 #include "ui/shapes.h"
+#include "ui/widget_colors.h"
 
 #include <QKeyEvent>
 #include <QPainter>
-#include <QPalette>
 
 namespace tessellon {
 namespace {
@@ -18,7 +18,6 @@ constexpr int usualWidth = 220;
 constexpr double radius = 10;
 constexpr double fontSize = 13;
 constexpr int textMargin = 9;
-constexpr double selectionOpacity = 0.4;
 
 }  // namespace
 
@@ -30,14 +29,7 @@ TextField::TextField(const QString& accessibleName, const QString& placeholder, 
     setFrame(false);
     setTextMargins(textMargin, 0, textMargin, 0);
     setFixedHeight(fieldHeight);
-    auto colors = palette();
-    colors.setColor(QPalette::Base, Qt::transparent);  // the paper below is ours
-    colors.setColor(QPalette::Text, palette::ink);
-    colors.setColor(QPalette::Disabled, QPalette::Text, palette::muted);
-    colors.setColor(QPalette::PlaceholderText, palette::muted);
-    colors.setColor(QPalette::Highlight, palette::withOpacity(palette::teal, selectionOpacity));
-    colors.setColor(QPalette::HighlightedText, palette::ink);
-    setPalette(colors);
+    setTextColors(*this, Qt::transparent);  // the paper below is ours
     new FocusRing(*this, radius);
 }
 

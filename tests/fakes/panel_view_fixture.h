@@ -8,10 +8,17 @@
 #include "platform/memory/memory_beep.h"
 #include "platform/memory/memory_compositing.h"
 #include "platform/memory/memory_keyboard_focus.h"
+#include "ui/palette.h"
 
 #include <QApplication>
+#include <QColor>
 #include <QCursor>
+#include <QMouseEvent>
+#include <QWheelEvent>
+#include <QWidget>
+#include <cmath>
 #include <cstdint>
+#include <cstdlib>
 #include <stdexcept>
 
 #include <gtest/gtest.h>
@@ -60,6 +67,52 @@ class PanelViewTest : public EngineTest {
     }
 
     void press(const TypedKey& key) { keyboard.press(desktop_.eventMonitors(), key); }
+
+    /// What the toolkit tells a widget of the left button.
+    static void sendMouse(QWidget& widget, QEvent::Type type, const QPointF& at) {
+        const bool isDown = type != QEvent::MouseButtonRelease;
+        QMouseEvent event(type, at, widget.mapToGlobal(at), Qt::LeftButton,
+                          isDown ? Qt::LeftButton : Qt::NoButton, Qt::NoModifier);
+        QApplication::sendEvent(&widget, &event);
+    }
+    static void click(QWidget& widget, const QPointF& at) {
+        sendMouse(widget, QEvent::MouseButtonPress, at);
+        sendMouse(widget, QEvent::MouseButtonRelease, at);
+    }
+    static void click(QWidget& widget) { click(widget, widget.rect().center()); }
+    /// A motion without a button.
+    static void moveTo(QWidget& widget, const QPointF& at) {
+        QMouseEvent event(QEvent::MouseMove, at, widget.mapToGlobal(at), Qt::NoButton, Qt::NoButton,
+                          Qt::NoModifier);
+        QApplication::sendEvent(&widget, &event);
+    }
+    static void turnWheel(QWidget& widget, int eighthsOfADegree) {
+        const QPointF at(widget.rect().center());
+        QWheelEvent event(at, widget.mapToGlobal(at), {}, {0, eighthsOfADegree}, Qt::NoButton,
+                          Qt::NoModifier, Qt::NoScrollPhase, /*inverted=*/false);
+        // The toolkit passes on what the user does, not what is sent.
+        event.ignore();
+        for (auto* w = &widget; w != nullptr && !event.isAccepted(); w = w->parentWidget()) {
+            QApplication::sendEvent(w, &event);
+        }
+    }
+    static bool isWholeInView(const QWidget& widget) {
+        return widget.visibleRegion().boundingRect() == widget.rect();
+    }
+
+    /// Whether a pixel is that of one colour at some opacity above another.
+    static ::testing::AssertionResult isBlend(const QColor& seen, const QColor& top, double opacity,
+                                              const QColor& below = palette::paper) {
+        const auto off = [opacity](int value, int a, int b) {
+            return std::abs(value - static_cast<int>(std::lround(a * opacity + b * (1 - opacity))));
+        };
+        if (off(seen.red(), top.red(), below.red()) <= 3 &&
+            off(seen.green(), top.green(), below.green()) <= 3 &&
+            off(seen.blue(), top.blue(), below.blue()) <= 3) {
+            return ::testing::AssertionSuccess();
+        }
+        return ::testing::AssertionFailure() << seen.name().toStdString();
+    }
 
     Element window_;
     MemoryBeep beep;

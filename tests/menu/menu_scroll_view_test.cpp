@@ -1,9 +1,7 @@
 // The status item's panel on screens that are too low for all of it.
-#include "menu/menu_scroll_view.h"
-
 #include "menu/menu_view_fixture.h"
+#include "ui/panel_scroll.h"
 
-#include <QWheelEvent>
 #include <cstddef>
 #include <cstdint>
 #include <utility>
@@ -29,23 +27,9 @@ class MenuScrollTest : public MenuViewTest {
         store.save(std::vector{arrangement("Writing"), arrangement("Reading"),
                                arrangement("Talking"), arrangement("Drawing")});
     }
-    MenuScroll& scroll() const { return *all<MenuScroll>(view()).front(); }
+    PanelScroll& scroll() const { return *all<PanelScroll>(view()).front(); }
     /// The bar beside the content.
     QWidget& bar() const { return *qobject_cast<QWidget*>(scroll().children().back()); }
-
-    static bool isWholeInView(const QWidget& widget) {
-        return widget.visibleRegion().boundingRect() == widget.rect();
-    }
-    static void turnWheel(QWidget& widget, int eighthsOfADegree) {
-        const QPointF at(widget.rect().center());
-        QWheelEvent event(at, widget.mapToGlobal(at), {}, {0, eighthsOfADegree}, Qt::NoButton,
-                          Qt::NoModifier, Qt::NoScrollPhase, /*inverted=*/false);
-        // The toolkit passes on what the user does, not what is sent.
-        event.ignore();
-        for (auto* w = &widget; w != nullptr && !event.isAccepted(); w = w->parentWidget()) {
-            QApplication::sendEvent(w, &event);
-        }
-    }
 };
 
 TEST_F(MenuScrollTest, ThePanelStaysInsideOfTheVisibleArea) {

@@ -4,6 +4,7 @@
 
 #include "base/modifier_flag.h"
 #include "fakes/panel_view_fixture.h"
+#include "fakes/widgets.h"
 #include "menu/menu_view.h"
 #include "menu/qt_menu_views.h"
 #include "menu/status_menu.h"
@@ -11,17 +12,11 @@
 #include "platform/memory/memory_own_application.h"
 #include "platform/memory/memory_status_item.h"
 #include "platform/memory/memory_updater.h"
-#include "ui/palette.h"
 
 #include <QApplication>
 #include <QEnterEvent>
 #include <QImage>
-#include <QMouseEvent>
-#include <cmath>
-#include <cstdlib>
-#include <stdexcept>
 #include <string>
-#include <vector>
 
 namespace tessellon {
 
@@ -39,26 +34,10 @@ class MenuViewTest : public PanelViewTest<MenuView> {
         menu.show();
         settle();
     }
-    /// The widgets of one kind. (The toolkit's own search knows only its own classes.)
-    template <typename Widget>
-    static std::vector<Widget*> all(const QWidget& within) {
-        std::vector<Widget*> found;
-        for (auto* const widget : within.findChildren<QWidget*>()) {
-            if (auto* const typed = dynamic_cast<Widget*>(widget)) {
-                found.push_back(typed);
-            }
-        }
-        return found;
-    }
-    /// The control of that name, among those of one kind.
+    /// The control of that name, among those of one kind, be it visible or not.
     template <typename Control = QAbstractButton>
     Control& control(const std::string& name) const {
-        for (auto* const found : all<Control>(view())) {
-            if (found->accessibleName().toStdString() == name) {
-                return *found;
-            }
-        }
-        throw std::runtime_error("no control " + name);
+        return named(all<Control>(view()), name);
     }
     SnapTile& tile(SnapAction action) const {
         return control<SnapTile>(std::string(title(action)));
@@ -75,24 +54,8 @@ class MenuViewTest : public PanelViewTest<MenuView> {
         typed.event.modifiers = modifiers;
         press(typed);
     }
-    static void sendMouse(QWidget& widget, QEvent::Type type, const QPointF& at) {
-        const bool isDown = type != QEvent::MouseButtonRelease;
-        QMouseEvent event(type, at, widget.mapToGlobal(at), Qt::LeftButton,
-                          isDown ? Qt::LeftButton : Qt::NoButton, Qt::NoModifier);
-        QApplication::sendEvent(&widget, &event);
-    }
-    static void click(QWidget& widget, const QPointF& at) {
-        sendMouse(widget, QEvent::MouseButtonPress, at);
-        sendMouse(widget, QEvent::MouseButtonRelease, at);
-    }
-    static void click(QWidget& widget) { click(widget, widget.rect().center()); }
     static void enter(QWidget& widget, const QPointF& at) {
         QEnterEvent event(at, at, widget.mapToGlobal(at));
-        QApplication::sendEvent(&widget, &event);
-    }
-    static void moveTo(QWidget& widget, const QPointF& at) {
-        QMouseEvent event(QEvent::MouseMove, at, widget.mapToGlobal(at), Qt::NoButton, Qt::NoButton,
-                          Qt::NoModifier);
         QApplication::sendEvent(&widget, &event);
     }
     static void leave(QWidget& widget) {
@@ -109,18 +72,6 @@ class MenuViewTest : public PanelViewTest<MenuView> {
         auto& found = tile(action);
         const QRect geometry = found.tileGeometry();
         return {found.parentWidget()->mapTo(&view(), geometry.topLeft()), geometry.size()};
-    }
-    static ::testing::AssertionResult isBlend(const QColor& seen, const QColor& top, double opacity,
-                                              const QColor& below = palette::paper) {
-        const auto off = [opacity](int value, int a, int b) {
-            return std::abs(value - static_cast<int>(std::lround(a * opacity + b * (1 - opacity))));
-        };
-        if (off(seen.red(), top.red(), below.red()) <= 3 &&
-            off(seen.green(), top.green(), below.green()) <= 3 &&
-            off(seen.blue(), top.blue(), below.blue()) <= 3) {
-            return ::testing::AssertionSuccess();
-        }
-        return ::testing::AssertionFailure() << seen.name().toStdString();
     }
 
     Arrangement arrangement(const std::string& name) const {

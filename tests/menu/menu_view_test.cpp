@@ -2,8 +2,8 @@
 #include "menu/menu_label_view.h"
 #include "menu/menu_view_fixture.h"
 #include "ui/fonts.h"
+#include "ui/text.h"
 
-#include <QImage>
 #include <cstddef>
 #include <optional>
 #include <string>

@@ -3,9 +3,6 @@
 #include "fakes/accessibility_walk.h"
 #include "settings/settings_view.h"
 #include "settings/settings_view_fixture.h"
-#include "ui/pill_toggle.h"
-
-#include <string_view>
 
 namespace tessellon {
 namespace {

@@ -37,7 +37,7 @@ class ArrangementsPageTest : public SettingsViewTest {
         store.save(list);
         open();
     }
-    TextField& field(std::size_t row) const { return *all<TextField>(*page).at(row); }
+    TextField& field(std::size_t row) const { return *shown<TextField>(*page).at(row); }
     std::string stored(std::size_t index) const { return store.load().at(index).name; }
     void renameElsewhere(std::size_t index, const std::string& name) {
         renameArrangement(store, store.load().at(index).id, name);
@@ -46,7 +46,7 @@ class ArrangementsPageTest : public SettingsViewTest {
     std::string focused() const { return nameOf(*page->focusWidget()); }
     bool shows(const std::string& text) const {
         return says(*page, text) ||
-               std::ranges::any_of(all<ElidedLabel>(*page), [&text](const auto* label) {
+               std::ranges::any_of(shown<ElidedLabel>(*page), [&text](const auto* label) {
                    return label->text().toStdString() == text;
                });
     }
@@ -58,14 +58,14 @@ TEST_F(ArrangementsPageTest, SavesAndListsArrangements) {
     open();
     EXPECT_TRUE(shows("Every visible window of every app that isn't ignored."));
     EXPECT_TRUE(shows("Nothing saved yet. Set up your windows, then click Save."));
-    EXPECT_EQ(all<Chip>(*page).front()->text(), "0 arrangements");
+    EXPECT_EQ(shown<Chip>(*page).front()->text(), "0 arrangements");
     directory.installed = {{"com.editor", "<i>Editor</i>"}};
     EngineTest::open(editor, {0, 25, 960, 1055});
     click(control(*page, "Save current arrangement"));
     EXPECT_TRUE(shows("Saved “Arrangement 1” with 1 window."));
     EXPECT_TRUE(shows("1 window · <i>Editor</i>"));
     EXPECT_FALSE(shows("Nothing saved yet. Set up your windows, then click Save."));
-    EXPECT_EQ(all<Chip>(*page).front()->text(), "1 arrangement");
+    EXPECT_EQ(shown<Chip>(*page).front()->text(), "1 arrangement");
     EXPECT_EQ(field(0).text(), "Arrangement 1");
 }
 
@@ -142,12 +142,12 @@ TEST_F(ArrangementsPageTest, DeletingByKeyboardPassesTheFocusOn) {
     settle();
     EXPECT_EQ(focused(), "Save current arrangement");
     EXPECT_TRUE(store.load().empty());
-    EXPECT_TRUE(all<ArrangementRow>(*page).empty());
+    EXPECT_TRUE(shown<ArrangementRow>(*page).empty());
 }
 
 TEST_F(ArrangementsPageTest, DeletingEndsARecording) {
     openWith({"One", "Two"});
-    click(*all<ShortcutRecorder>(*page)[0]);
+    click(*shown<ShortcutRecorder>(*page)[0]);
     ASSERT_TRUE(recorder.target());
     click(control(*page, "Delete Two"));
     EXPECT_FALSE(recorder.target());
@@ -157,7 +157,7 @@ TEST_F(ArrangementsPageTest, DeletingEndsARecording) {
 TEST_F(ArrangementsPageTest, TellsAboutARecordingBelowItsRow) {
     openWith({"One", "Two"});
     const auto height = page->sizeHint().height();
-    click(*all<ShortcutRecorder>(*page)[1]);
+    click(*shown<ShortcutRecorder>(*page)[1]);
     EXPECT_EQ(page->sizeHint().height(), height);
     KeyEvent event;
     event.keyCode = 123;
@@ -166,9 +166,9 @@ TEST_F(ArrangementsPageTest, TellsAboutARecordingBelowItsRow) {
     event.modifiers = modifier_flag::control | modifier_flag::option;
     desktop_.eventMonitors().type(event);
     EXPECT_TRUE(shows("Moved from “Left half”."));
-    const auto rows = all<ArrangementRow>(*page);
+    const auto rows = shown<ArrangementRow>(*page);
     EXPECT_GT(rows[1]->sizeHint().height(), rows[0]->sizeHint().height());
-    click(*all<ShortcutRecorder>(*page)[1]);
+    click(*shown<ShortcutRecorder>(*page)[1]);
     EXPECT_EQ(page->sizeHint().height(), height);
 }
 
@@ -216,7 +216,7 @@ TEST_F(ArrangementsPageTest, ManyArrangementsWithLongNamesFit) {
     hotkeys.registerHotkeys();
     open();
     EXPECT_LE(page->minimumSizeHint().width(), pageSize.width());
-    for (const auto* const row : all<ArrangementRow>(*page)) {
+    for (const auto* const row : shown<ArrangementRow>(*page)) {
         EXPECT_EQ(row->width(), pageSize.width());
         EXPECT_GE(row->controls()[0]->width(), 90) << "the name can still be read and typed";
     }

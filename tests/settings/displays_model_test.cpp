@@ -8,7 +8,6 @@
 #include <map>
 #include <string>
 #include <utility>
-#include <vector>
 
 #include <gtest/gtest.h>
 

@@ -4,9 +4,9 @@
 #include "settings/display_card_view.h"
 #include "settings/elided_label_view.h"
 #include "settings/settings_view_fixture.h"
-#include "settings/slider_row_view.h"
 #include "ui/chip.h"
 #include "ui/pill_toggle.h"
+#include "ui/slider_row.h"
 
 #include <map>
 #include <string>
@@ -23,11 +23,11 @@ class DisplaysPageTest : public SettingsViewTest {
         desktop_.setScreens({screen(1, {0, 0, 1920, 1080}, {0, 0, 1920, 1055}, "UUID"),
                              screen(2, {-1280, 0, 1280, 800}, {-1280, 0, 1280, 800})});
     }
-    static std::vector<DisplayCard*> cards(const QWidget& page) { return all<DisplayCard>(page); }
+    static std::vector<DisplayCard*> cards(const QWidget& page) { return shown<DisplayCard>(page); }
     static PillToggle& toggle(const QWidget& card) {
         return control<PillToggle>(card, "Own edge gap");
     }
-    static std::vector<SliderRow*> sliders(const QWidget& card) { return all<SliderRow>(card); }
+    static std::vector<SliderRow*> sliders(const QWidget& card) { return shown<SliderRow>(card); }
 };
 
 TEST_F(DisplaysPageTest, ShowsACardForEachDisplay) {
@@ -38,14 +38,14 @@ TEST_F(DisplaysPageTest, ShowsACardForEachDisplay) {
     EXPECT_TRUE(says(page,
                      "Next display (⌃⌥⌘→) moves a window down this list; previous display (⌃⌥⌘←) "
                      "moves it up."));
-    const auto shown = cards(page);
-    ASSERT_EQ(shown.size(), 2U);
-    EXPECT_LT(shown[0]->geometry().bottom(), shown[1]->geometry().top());
-    EXPECT_EQ(shown[0]->accessibleName(), "Screen 2");
-    EXPECT_TRUE(says(*shown[0], "1280 × 800 · looks like 1280 × 800"));
-    EXPECT_FALSE(says(*shown[0], "Main"));
-    EXPECT_EQ(all<ElidedLabel>(*shown[1]).at(0)->text(), "Screen 1");
-    EXPECT_TRUE(says(*shown[1], "Main"));
+    const auto displays = cards(page);
+    ASSERT_EQ(displays.size(), 2U);
+    EXPECT_LT(displays[0]->geometry().bottom(), displays[1]->geometry().top());
+    EXPECT_EQ(displays[0]->accessibleName(), "Screen 2");
+    EXPECT_TRUE(says(*displays[0], "1280 × 800 · looks like 1280 × 800"));
+    EXPECT_FALSE(says(*displays[0], "Main"));
+    EXPECT_EQ(shown<ElidedLabel>(*displays[1]).at(0)->text(), "Screen 1");
+    EXPECT_TRUE(says(*displays[1], "Main"));
     EXPECT_TRUE(sliders(page).empty());
 }
 
@@ -95,13 +95,15 @@ TEST_F(DisplaysPageTest, LongNamesStayInsideTheCard) {
     DisplaysPage page(settings());
     show(page, pageSize);
     EXPECT_EQ(page.width(), pageSize.width());
-    const auto name = [&page](std::size_t at) { return all<ElidedLabel>(*cards(page)[at]).at(0); };
+    const auto name = [&page](std::size_t at) {
+        return shown<ElidedLabel>(*cards(page)[at]).at(0);
+    };
     EXPECT_EQ(name(1)->lines(), QStringList(QString::fromStdString(ordinary)));
     EXPECT_TRUE(name(0)->lines().at(0).endsWith(u'…'));
     EXPECT_TRUE(name(0)->toolTip().contains(QString(80, u'W')));
     const auto& card = *cards(page)[0];
     EXPECT_TRUE(says(card, "Main"));
-    for (const auto* const label : all<QLabel>(card)) {
+    for (const auto* const label : shown<QLabel>(card)) {
         const QRect place(label->mapTo(&card, QPoint()), label->size());
         EXPECT_TRUE(card.rect().contains(place)) << label->text().toStdString();
         EXPECT_GE(label->height(), label->heightForWidth(label->width()));

@@ -2,8 +2,8 @@
 
 #include "settings/gap_preview_view.h"
 #include "settings/settings_view_fixture.h"
-#include "settings/slider_row_view.h"
 #include "ui/pill_toggle.h"
+#include "ui/slider_row.h"
 
 #include <optional>
 
@@ -24,12 +24,7 @@ class GeneralPageTest : public SettingsViewTest {
     PillToggle& toggle(const std::string& name) { return control<PillToggle>(*page, name); }
     PillSlider& slider(const std::string& name) { return control<PillSlider>(*page, name); }
     bool hasControl(const std::string& name) {
-        for (const auto* const widget : all<QWidget>(*page)) {
-            if (nameOf(*widget) == name) {
-                return true;
-            }
-        }
-        return false;
+        return findNamed(shown<QWidget>(*page), name) != nullptr;
     }
 
     std::optional<GeneralPage> page;
@@ -92,7 +87,7 @@ TEST_F(GeneralPageTest, SlidersWriteTheirSettingAtEveryStepAndFollowIt) {
 TEST_F(GeneralPageTest, ADragIsStoredWhileItLastsAndShownInThePreview) {
     open();
     auto& gap = slider("Gap between windows");
-    const auto& preview = *all<GapPreview>(*page).at(0);
+    const auto& preview = *shown<GapPreview>(*page).at(0);
     const int middle = gap.height() / 2;
     QTest::mousePress(&gap, Qt::LeftButton, {}, {gap.width() / 2, middle});
     EXPECT_EQ(defaults_.doubleForKey(preference::gap), 20);

@@ -34,7 +34,7 @@ class RulesModelTest : public SettingsTest {
     RulesModel model{defaults_, directory, desktop_.applications()};
 };
 
-TEST_F(RulesModelTest, theListKeepsItsOrderAndNamesWhatIsInstalled) {
+TEST_F(RulesModelTest, TheListKeepsItsOrderAndNamesWhatIsInstalled) {
     setList("gone.app\nplain.app\nsuite\n\n \torg.example.Draw\t");
     EXPECT_EQ(model.entries(), (std::vector<IgnoredApplication>{
                                    {"gone.app", "gone.app", "", false},
@@ -49,7 +49,7 @@ TEST_F(RulesModelTest, theListKeepsItsOrderAndNamesWhatIsInstalled) {
     EXPECT_EQ(model.count(), "0 apps");
 }
 
-TEST_F(RulesModelTest, aSearchTakesIdentifiersAndExactNames) {
+TEST_F(RulesModelTest, ASearchTakesIdentifiersAndExactNames) {
     EXPECT_EQ(found("org.example.Notes"), "org.example.Notes");
     EXPECT_EQ(found("org.example.Notes.desktop"), "org.example.Notes");
     EXPECT_EQ(found("org.example.Helper"), "org.example.Helper");
@@ -65,7 +65,7 @@ TEST_F(RulesModelTest, aSearchTakesIdentifiersAndExactNames) {
     EXPECT_EQ(found("Notes"), "Notes");
 }
 
-TEST_F(RulesModelTest, whatMerelyRunsIsFoundAfterWhatIsInstalled) {
+TEST_F(RulesModelTest, WhatMerelyRunsIsFoundAfterWhatIsInstalled) {
     launch(300, "XScript");
     launch(301, "Tray", ActivationPolicy::accessory);
     launch(302, std::nullopt);
@@ -79,7 +79,7 @@ TEST_F(RulesModelTest, whatMerelyRunsIsFoundAfterWhatIsInstalled) {
     EXPECT_EQ(found("App 300"), "org.example.Script");
 }
 
-TEST_F(RulesModelTest, anErrorStaysUntilSomethingIsAdded) {
+TEST_F(RulesModelTest, AnErrorStaysUntilSomethingIsAdded) {
     model.setQuery("  Nothing ");
     model.search();
     EXPECT_EQ(model.error(),
@@ -98,7 +98,7 @@ TEST_F(RulesModelTest, anErrorStaysUntilSomethingIsAdded) {
     EXPECT_FALSE(model.error());
 }
 
-TEST_F(RulesModelTest, removingDropsEveryEqualEntry) {
+TEST_F(RulesModelTest, RemovingDropsEveryEqualEntry) {
     setList("a\nb\na\nA");
     model.remove("a");
     EXPECT_EQ(list(), "b\nA");
@@ -106,7 +106,7 @@ TEST_F(RulesModelTest, removingDropsEveryEqualEntry) {
     EXPECT_EQ(list(), "b\nA");
 }
 
-TEST_F(RulesModelTest, whatCanBeChosenIsWhatMenusShow) {
+TEST_F(RulesModelTest, WhatCanBeChosenIsWhatMenusShow) {
     setList("org.example.Notes");
     const auto choosable = model.choosable();
     ASSERT_EQ(choosable.size(), 4U);
@@ -115,7 +115,7 @@ TEST_F(RulesModelTest, whatCanBeChosenIsWhatMenusShow) {
     EXPECT_FALSE(choosable[0].isIgnored);
 }
 
-TEST_F(RulesModelTest, saysWhenTheListChangesElsewhere) {
+TEST_F(RulesModelTest, SaysWhenTheListChangesElsewhere) {
     int changes = 0;
     const auto token = model.changed().subscribe([&changes] { ++changes; });
     toggleIgnored(defaults_, "com.editor");

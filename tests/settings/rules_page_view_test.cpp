@@ -2,10 +2,10 @@
 
 #include "settings/application_chooser_view.h"
 #include "settings/choosable_list_view.h"
-#include "settings/ignored_list_view.h"
 #include "settings/settings_view_fixture.h"
 #include "ui/pill_toggle.h"
 #include "ui/text_field.h"
+#include "ui/text_label.h"
 
 #include <QKeyEvent>
 #include <QScrollArea>
@@ -39,12 +39,7 @@ class RulesPageTest : public SettingsViewTest {
         return control(*page, "Remove " + name);
     }
     bool isListed(const std::string& name) const {
-        for (auto* const button : all<QAbstractButton>(*page)) {
-            if (nameOf(*button) == "Remove " + name) {
-                return true;
-            }
-        }
-        return false;
+        return findNamed(shown<QAbstractButton>(*page), "Remove " + name) != nullptr;
     }
     void press(Qt::Key key) const {
         QTest::keyClick(QApplication::focusWidget(), key);
@@ -54,7 +49,7 @@ class RulesPageTest : public SettingsViewTest {
         const auto found = page->window()->findChildren<QDialog*>();
         return found.isEmpty() ? nullptr : dynamic_cast<ApplicationChooser*>(found.front());
     }
-    ChoosableList& choosable() const { return *all<ChoosableList>(*chooser()).front(); }
+    ChoosableList& choosable() const { return *shown<ChoosableList>(*chooser()).front(); }
     void clickLine(int row) const {
         auto& view = choosable();
         QTest::mouseClick(view.viewport(), Qt::LeftButton, {},
@@ -65,7 +60,7 @@ class RulesPageTest : public SettingsViewTest {
     std::unique_ptr<RulesPage> page;
 };
 
-TEST_F(RulesPageTest, followsTheListWhileOneTypes) {
+TEST_F(RulesPageTest, FollowsTheListWhileOneTypes) {
     showPage();
     EXPECT_TRUE(says(*page, "No apps yet. Everything snaps."));
     EXPECT_TRUE(says(*page, "0 apps"));
@@ -81,7 +76,7 @@ TEST_F(RulesPageTest, followsTheListWhileOneTypes) {
     EXPECT_EQ(field().cursorPosition(), 3);
 }
 
-TEST_F(RulesPageTest, addsWhatIsTypedAndSaysWhatItCannotFind) {
+TEST_F(RulesPageTest, AddsWhatIsTypedAndSaysWhatItCannotFind) {
     showPage();
     QTest::keyClicks(&field(), "Nots");
     QTest::keyClick(&field(), Qt::Key_Return);
@@ -96,7 +91,7 @@ TEST_F(RulesPageTest, addsWhatIsTypedAndSaysWhatItCannotFind) {
     EXPECT_FALSE(says(*page, error));
 }
 
-TEST_F(RulesPageTest, aRemovedPillPassesTheKeyboardOn) {
+TEST_F(RulesPageTest, ARemovedPillPassesTheKeyboardOn) {
     setList("org.example.Browser\norg.example.Draw\norg.example.Notes");
     showPage();
     removal("Draw").setFocus(Qt::TabFocusReason);
@@ -115,7 +110,7 @@ TEST_F(RulesPageTest, aRemovedPillPassesTheKeyboardOn) {
     EXPECT_TRUE(field().hasFocus());
 }
 
-TEST_F(RulesPageTest, tabGoesThroughOldAndNewPillsBeforeTheField) {
+TEST_F(RulesPageTest, TabGoesThroughOldAndNewPillsBeforeTheField) {
     setList("a");
     showPage();
     setList("new\na\nlast");
@@ -130,7 +125,7 @@ TEST_F(RulesPageTest, tabGoesThroughOldAndNewPillsBeforeTheField) {
                                                "Ignore small windows"}));
 }
 
-TEST_F(RulesPageTest, manyAndLongNamesStayWithinThePage) {
+TEST_F(RulesPageTest, ManyAndLongNamesStayWithinThePage) {
     std::string text = "org.example." + std::string(300, 'x');
     for (int at = 0; at < 60; ++at) {
         text += "\nsome.program." + std::to_string(at);
@@ -142,7 +137,7 @@ TEST_F(RulesPageTest, manyAndLongNamesStayWithinThePage) {
     show(area, pageSize);
     const auto& within = *area.widget();
     EXPECT_LE(within.width(), area.viewport()->width());
-    const auto buttons = all<QAbstractButton>(within);
+    const auto buttons = shown<QAbstractButton>(within);
     ASSERT_GE(buttons.size(), 63U);
     for (const auto* const button : buttons) {
         const QRect frame(button->mapTo(&within, QPoint(0, 0)), button->size());
@@ -150,7 +145,7 @@ TEST_F(RulesPageTest, manyAndLongNamesStayWithinThePage) {
     }
 }
 
-TEST_F(RulesPageTest, shortNamesAreShownWholeBesideLongOnes) {
+TEST_F(RulesPageTest, ShortNamesAreShownWholeBesideLongOnes) {
     showPage();
     setList("org.example.Browser\nsome.program\n" + std::string(300, 'x'));
     settle();
@@ -160,14 +155,14 @@ TEST_F(RulesPageTest, shortNamesAreShownWholeBesideLongOnes) {
     }
 }
 
-TEST_F(RulesPageTest, escapeEmptiesTheFieldBeforeItClosesTheWindow) {
+TEST_F(RulesPageTest, EscapeEmptiesTheFieldBeforeItClosesTheWindow) {
     showPage();
     field().setFocus();
     QTest::keyClicks(&field(), QString(100, 'x'));
     press(Qt::Key_Return);
     const auto spoken = "Couldn't find “" + std::string(100, 'x') + "”.";
     EXPECT_TRUE(field().accessibleDescription().toStdString().starts_with(spoken));
-    const auto labels = all<TextLabel>(*page);
+    const auto labels = shown<TextLabel>(*page);
     EXPECT_TRUE(std::ranges::any_of(labels, [&](const auto* label) {
         return label->accessibleName().toStdString().starts_with(spoken);
     }));
@@ -180,7 +175,7 @@ TEST_F(RulesPageTest, escapeEmptiesTheFieldBeforeItClosesTheWindow) {
     EXPECT_FALSE(escape.isAccepted());
 }
 
-TEST_F(RulesPageTest, smallWindowsFollowTheirKey) {
+TEST_F(RulesPageTest, SmallWindowsFollowTheirKey) {
     showPage();
     auto& toggle = control<PillToggle>(*page, "Ignore small windows");
     EXPECT_TRUE(toggle.isChecked());
@@ -188,7 +183,7 @@ TEST_F(RulesPageTest, smallWindowsFollowTheirKey) {
     EXPECT_FALSE(defaults_.boolForKey(preference::ignoreSmall));
 }
 
-TEST_F(RulesPageTest, anEmptyFieldAsksForApplications) {
+TEST_F(RulesPageTest, AnEmptyFieldAsksForApplications) {
     setList("org.example.Browser");
     showPage();
     click(control(*page, "Add app"));
@@ -209,7 +204,7 @@ TEST_F(RulesPageTest, anEmptyFieldAsksForApplications) {
     EXPECT_EQ(chooser(), nullptr);
 }
 
-TEST_F(RulesPageTest, choosesByKeyboard) {
+TEST_F(RulesPageTest, ChoosesByKeyboard) {
     showPage();
     click(control(*page, "Add app"));
     ASSERT_NE(chooser(), nullptr);
@@ -242,7 +237,7 @@ TEST_F(RulesPageTest, choosesByKeyboard) {
     EXPECT_EQ(chooser(), nullptr);
 }
 
-TEST_F(RulesPageTest, theQuestionGoesWithThePage) {
+TEST_F(RulesPageTest, TheQuestionGoesWithThePage) {
     QWidget window;
     show(window, pageSize);
     for (const bool isDeleted : {false, true}) {

@@ -1,15 +1,16 @@
 #include "settings/settings_view.h"
 
 #include "settings/about_page_view.h"
-#include "settings/dot_view.h"
 #include "settings/general_page_view.h"
 #include "settings/rules_page_view.h"
 #include "settings/settings_view_fixture.h"
 #include "settings/sidebar_item_view.h"
+#include "ui/dot.h"
 #include "ui/palette.h"
 #include "ui/pill_slider.h"
 #include "ui/pill_toggle.h"
 
+#include <QScrollArea>
 #include <QScrollBar>
 #include <QWheelEvent>
 #include <any>
@@ -31,7 +32,7 @@ class SettingsWindowTest : public SettingsViewTest {
     /// The page that is marked in the sidebar, while only one is.
     std::optional<Page> marked() {
         std::optional<Page> found;
-        for (const auto* const each : all<SidebarItem>(*view)) {
+        for (const auto* const each : shown<SidebarItem>(*view)) {
             if (each->isChecked()) {
                 if (found) {
                     return std::nullopt;
@@ -43,11 +44,11 @@ class SettingsWindowTest : public SettingsViewTest {
     }
     template <typename Shown>
     bool shows() {
-        return !all<Shown>(*view).empty();
+        return !shown<Shown>(*view).empty();
     }
     QScrollArea& scroll() {
-        for (auto* const area : all<QScrollArea>(*view)) {
-            if (!all<GeneralPage>(*area).empty()) {
+        for (auto* const area : shown<QScrollArea>(*view)) {
+            if (!shown<GeneralPage>(*area).empty()) {
                 return *area;
             }
         }
@@ -67,7 +68,7 @@ class SettingsWindowTest : public SettingsViewTest {
 
 TEST_F(SettingsWindowTest, ListsThePagesAndShowsTheOneThatIsChosen) {
     open(Page::about);
-    EXPECT_EQ(all<SidebarItem>(*view).size(), allSettingsPages.size());
+    EXPECT_EQ(shown<SidebarItem>(*view).size(), allSettingsPages.size());
     EXPECT_EQ(marked(), Page::about);
     EXPECT_TRUE(shows<AboutPage>());
     click(item(Page::general));
@@ -110,7 +111,7 @@ TEST_F(SettingsWindowTest, TheCardFollowsThePause) {
     open();
     EXPECT_TRUE(says(*view, "Snapping is on"));
     EXPECT_TRUE(says(*view, "Hold ⌘ and drag a window, or press ⌃⌥ + a key."));
-    const auto& dot = *all<Dot>(*view).at(0);
+    const auto& dot = *shown<Dot>(*view).at(0);
     EXPECT_EQ(dot.color(), palette::teal);
     defaults_.setBool(preference::paused, true);
     EXPECT_TRUE(says(*view, "Snapping is paused"));

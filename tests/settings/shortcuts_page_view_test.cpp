@@ -7,7 +7,6 @@
 #include "ui/mini_screen.h"
 #include "ui/palette.h"
 
-#include <algorithm>
 #include <memory>
 #include <set>
 #include <string>
@@ -26,12 +25,10 @@ class ShortcutsPageTest : public SettingsViewTest {
         show(*page, {pageSize.width(), page->sizeHint().height()});
         return *page;
     }
-    ElidedLabel& status() const { return *all<ElidedLabel>(*page).front(); }
-    ElidedLabel& note() const { return *all<ElidedLabel>(*page).back(); }
+    ElidedLabel& status() const { return *shown<ElidedLabel>(*page).front(); }
+    ElidedLabel& note() const { return *shown<ElidedLabel>(*page).back(); }
     bool offers() const {
-        const auto buttons = all<QAbstractButton>(*page);
-        return std::ranges::any_of(
-            buttons, [](const auto* button) { return nameOf(*button) == useControlCommand; });
+        return findNamed(shown<QAbstractButton>(*page), useControlCommand) != nullptr;
     }
     void holdLeftArrow() {
         hotKeyCenter.holdByOthers(123, controlOptionKeys);
@@ -56,14 +53,14 @@ TEST_F(ShortcutsPageTest, ShowsEveryActionOfEveryGroupWithItsShortcut) {
         EXPECT_TRUE(says(*page, name)) << name;
     }
     std::set<std::string> titles;
-    for (const auto* const label : all<ElidedLabel>(*page)) {
+    for (const auto* const label : shown<ElidedLabel>(*page)) {
         titles.insert(label->text().toStdString());
     }
     for (const auto action : allSnapActions) {
         EXPECT_TRUE(titles.contains(std::string(title(action)))) << title(action);
     }
-    EXPECT_EQ(all<MiniScreen>(*page).size(), allSnapActions.size());
-    const auto recorders = all<ShortcutRecorder>(*page);
+    EXPECT_EQ(shown<MiniScreen>(*page).size(), allSnapActions.size());
+    const auto recorders = shown<ShortcutRecorder>(*page);
     ASSERT_EQ(recorders.size(), allSnapActions.size());
     click(*recorders[2]);
     EXPECT_EQ(recorder.target(), HotkeyTarget::snap(allSnapActions[2]));
@@ -80,7 +77,7 @@ TEST_F(ShortcutsPageTest, TellsHowManyShortcutsWorkAndPausesThemForARecording) {
     EXPECT_EQ(status().color(), palette::coral);
     const auto before = page->sizeHint();
 
-    click(*all<ShortcutRecorder>(*page)[1]);
+    click(*shown<ShortcutRecorder>(*page)[1]);
     EXPECT_EQ(status().text(), "Recording… shortcuts are paused for a moment.");
     EXPECT_EQ(status().color(), palette::muted);
     EXPECT_EQ(page->sizeHint().height(), before.height()) << "nothing jumps";
@@ -93,7 +90,7 @@ TEST_F(ShortcutsPageTest, TellsHowManyShortcutsWorkAndPausesThemForARecording) {
 TEST_F(ShortcutsPageTest, ResettingEndsARecordingAndRestoresEveryShortcut) {
     bindings.setCombo(std::nullopt, HotkeyTarget::snap(SnapAction::center));
     open();
-    click(*all<ShortcutRecorder>(*page)[0]);
+    click(*shown<ShortcutRecorder>(*page)[0]);
     click(control(*page, "Reset to defaults"));
     EXPECT_FALSE(recorder.target());
     EXPECT_EQ(bindings.shortcutText(SnapAction::center), "⌃⌥C");
@@ -128,8 +125,8 @@ TEST_F(ShortcutsPageTest, LongCombinationsKeepToTheirColumn) {
     hotkeys.registerHotkeys();
     open();
     EXPECT_LE(page->minimumSizeHint().width(), pageSize.width());
-    const auto titles = all<ElidedLabel>(*page);
-    const auto recorders = all<ShortcutRecorder>(*page);
+    const auto titles = shown<ElidedLabel>(*page);
+    const auto recorders = shown<ShortcutRecorder>(*page);
     for (std::size_t i = 0; i < recorders.size(); ++i) {
         const auto& title = *titles[i + 1];  // behind the status
         EXPECT_LT(title.geometry().right(), recorders[i]->geometry().left());

@@ -2,7 +2,6 @@
 #include "ui/spring.h"
 
 #include <algorithm>
-#include <cmath>
 #include <numbers>
 
 #include <gtest/gtest.h>

@@ -6,7 +6,6 @@
 #include "ui_fixture.h"
 
 #include <QAccessible>
-#include <QSignalSpy>
 #include <QTest>
 #include <QVBoxLayout>
 

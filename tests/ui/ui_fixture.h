@@ -9,7 +9,6 @@
 #include <cmath>
 #include <cstdlib>
 #include <functional>
-#include <memory>
 
 #include <gtest/gtest.h>
 

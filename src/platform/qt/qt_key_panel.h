@@ -7,6 +7,8 @@
 #include "platform/qt/panel_window.h"
 #include "platform/qt/qt_panel.h"
 
+#include <utility>
+
 namespace tessellon {
 
 /// While it has the keyboard the toolkit takes its window for the active one, so that focus, caret
@@ -28,6 +30,18 @@ class QtKeyPanel : public QtPanel<KeyPanel> {
 
     KeyboardFocus& keyboard_;
     Token focus_;
+};
+
+/// A panel whose View, a PanelWindow, shows a model that is gone once the panel is.
+template <typename View>
+class QtModelPanel final : public QtKeyPanel {
+  public:
+    QtModelPanel(PanelWindowPointer<View> view, KeyboardFocus& keyboard)
+        : QtKeyPanel(std::move(view), keyboard) {}
+    // The view goes only after the event that closed it, the model at once.
+    ~QtModelPanel() override { static_cast<View&>(window()).detach(); }
+    QtModelPanel(const QtModelPanel&) = delete;
+    QtModelPanel& operator=(const QtModelPanel&) = delete;
 };
 
 }  // namespace tessellon

@@ -1,16 +1,15 @@
-// The middle of the panel where the screen is too low for all of it.
+// The part of a panel that scrolls where the screen is too low for all of it.
 #pragma once
 
-#include <QRect>
 #include <QWidget>
 
 namespace tessellon {
 
 /// Shows the part of its content that it has room for. The wheel and the bar at its right edge move
 /// the content; with all of it in view there is neither a bar nor anything else to be seen.
-class MenuScroll : public QWidget {
+class PanelScroll : public QWidget {
   public:
-    explicit MenuScroll(QWidget* parent);
+    explicit PanelScroll(QWidget* parent);
 
     /// The parent of what is to be shown; as wide as this widget.
     QWidget& content() { return *content_; }

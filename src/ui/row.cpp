@@ -1,4 +1,4 @@
-#include "settings/row_view.h"
+#include "ui/row.h"
 
 #include "ui/focus_ring.h"
 #include "ui/palette.h"

@@ -1,9 +1,8 @@
-#include "settings/bound_controls_view.h"
+#include "ui/bound_controls.h"
 
 #include "base/token.h"
 
 #include <QObject>
-#include <string>
 #include <utility>
 
 namespace tessellon {
@@ -32,6 +31,11 @@ PillToggle* makeBoundToggle(UserDefaults& defaults, std::string_view key,
         }
     }));
     return toggle;
+}
+
+Row* makeBoundToggleRow(UserDefaults& defaults, std::string_view key, const QString& title,
+                        const QString& subtitle, QWidget* parent) {
+    return new Row(title, subtitle, makeBoundToggle(defaults, key, title, parent), parent);
 }
 
 SliderRow* makeBoundSliderRow(UserDefaults& defaults, std::string_view key,

@@ -1,4 +1,4 @@
-#include "settings/scroll_bar_view.h"
+#include "ui/scroll_bar.h"
 
 #include "ui/palette.h"
 #include "ui/shapes.h"

@@ -2,8 +2,9 @@
 #pragma once
 
 #include "platform/user_defaults.h"
-#include "settings/slider_row_view.h"
 #include "ui/pill_toggle.h"
+#include "ui/row.h"
+#include "ui/slider_row.h"
 
 #include <QString>
 #include <QWidget>
@@ -15,6 +16,10 @@ namespace tessellon {
 /// outlive it.
 PillToggle* makeBoundToggle(UserDefaults& defaults, std::string_view key,
                             const QString& accessibleName, QWidget* parent = nullptr);
+
+/// A row with such a switch, which is called what the row is.
+Row* makeBoundToggleRow(UserDefaults& defaults, std::string_view key, const QString& title,
+                        const QString& subtitle, QWidget* parent = nullptr);
 
 /// A row with a slider for a setting that is a number.
 SliderRow* makeBoundSliderRow(UserDefaults& defaults, std::string_view key,

@@ -1,4 +1,4 @@
-#include "settings/dot_view.h"
+#include "ui/dot.h"
 
 #include "ui/palette.h"
 #include "ui/shapes.h"

@@ -1,4 +1,4 @@
-#include "settings/page_scroll_view.h"
+#include "ui/page_scroll.h"
 
 #include <QApplication>
 

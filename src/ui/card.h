@@ -26,7 +26,6 @@ class Card : public QWidget {
     explicit Card(const CardStyle& style, QWidget* parent = nullptr);
 
     QVBoxLayout& column() { return *column_; }
-    void setFill(const QColor& fill);
 
   protected:
     void paintEvent(QPaintEvent* event) override;

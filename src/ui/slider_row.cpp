@@ -1,4 +1,4 @@
-#include "settings/slider_row_view.h"
+#include "ui/slider_row.h"
 
 #include "ui/focus_ring.h"
 #include "ui/palette.h"
@@ -46,7 +46,6 @@ SliderRow::SliderRow(const SliderRowSpec& spec, double value, QWidget* parent)
     column->addWidget(slider_);
     changed_ = slider_->valueChanged().subscribe([this](double /*value*/) { showNumber(); });
     setValue(value);
-    showNumber();
 }
 
 void SliderRow::setValue(double value) {

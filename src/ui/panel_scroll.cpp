@@ -1,4 +1,4 @@
-#include "menu/menu_scroll_view.h"
+#include "ui/panel_scroll.h"
 
 #include "ui/palette.h"
 #include "ui/shapes.h"
@@ -36,7 +36,7 @@ constexpr double notch = 120;  // of a wheel, in Qt's eighths of a degree
 
 class Fades : public QWidget {
   public:
-    explicit Fades(MenuScroll& scroll) : QWidget(&scroll), scroll_(scroll) {
+    explicit Fades(PanelScroll& scroll) : QWidget(&scroll), scroll_(scroll) {
         setAttribute(Qt::WA_TransparentForMouseEvents);
     }
 
@@ -60,13 +60,13 @@ class Fades : public QWidget {
         painter.fillRect(0, std::min(edge, end), width(), fadeHeight, gradient);
     }
 
-    MenuScroll& scroll_;
+    PanelScroll& scroll_;
 };
 
 /// Shows which part is visible. For the mouse alone: by keyboard the part follows the focus.
 class Bar : public QWidget {
   public:
-    explicit Bar(MenuScroll& scroll) : QWidget(&scroll), scroll_(scroll) {
+    explicit Bar(PanelScroll& scroll) : QWidget(&scroll), scroll_(scroll) {
         setAttribute(Qt::WA_Hover);
     }
 
@@ -109,7 +109,7 @@ class Bar : public QWidget {
         scroll_.setOffset(scroll_.largestOffset() * (y - grip_ - barEnd) / way);
     }
 
-    MenuScroll& scroll_;
+    PanelScroll& scroll_;
     bool held_ = false;
     /// How far below the thumb's top it is held.
     double grip_ = 0;
@@ -117,21 +117,21 @@ class Bar : public QWidget {
 
 }  // namespace
 
-MenuScroll::MenuScroll(QWidget* parent)
+PanelScroll::PanelScroll(QWidget* parent)
     : QWidget(parent), content_(new QWidget(this)), fades_(new Fades(*this)), bar_(new Bar(*this)) {
     place();
 }
 
-void MenuScroll::setContentHeight(int height) {
+void PanelScroll::setContentHeight(int height) {
     content_->resize(width(), height);
     place();
 }
 
-double MenuScroll::largestOffset() const {
+double PanelScroll::largestOffset() const {
     return std::max(0, content_->height() - height());
 }
 
-void MenuScroll::setOffset(double offset) {
+void PanelScroll::setOffset(double offset) {
     const double bounded = std::clamp(offset, 0.0, largestOffset());
     if (bounded != offset_) {
         offset_ = bounded;
@@ -140,7 +140,7 @@ void MenuScroll::setOffset(double offset) {
     }
 }
 
-void MenuScroll::reveal(const QWidget& control) {
+void PanelScroll::reveal(const QWidget& control) {
     const QRect rect(control.mapTo(content_, QPoint(0, 0)), control.size());
     const int margin = std::clamp((height() - rect.height()) / 2, 0, revealMargin);
     const double below = rect.bottom() + 1 + margin - height();
@@ -148,19 +148,19 @@ void MenuScroll::reveal(const QWidget& control) {
     setOffset(std::min(std::max(offset_, below), above));
 }
 
-void MenuScroll::wheelEvent(QWheelEvent* event) {
+void PanelScroll::wheelEvent(QWheelEvent* event) {
     // A fine wheel tells of small parts of a notch.
     const double notches = event->angleDelta().y() / notch;
     setOffset(offset_ - notches * QApplication::wheelScrollLines() * lineHeight);
     event->accept();
 }
 
-void MenuScroll::resizeEvent(QResizeEvent* /*event*/) {
+void PanelScroll::resizeEvent(QResizeEvent* /*event*/) {
     content_->resize(width(), content_->height());
     place();
 }
 
-void MenuScroll::place() {
+void PanelScroll::place() {
     offset_ = std::clamp(offset_, 0.0, largestOffset());
     content_->move(0, -static_cast<int>(std::lround(offset_)));
     const bool scrolls = largestOffset() > 0;
@@ -173,7 +173,7 @@ void MenuScroll::place() {
 }
 
 /// The pointer rests while the content moves: the control that comes to lie below it learns of it.
-void MenuScroll::followPointer() {
+void PanelScroll::followPointer() {
     auto* const handle = window()->windowHandle();
     if (handle == nullptr || !underMouse() || QApplication::mouseButtons() != Qt::NoButton) {
         return;

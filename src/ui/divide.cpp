@@ -1,4 +1,4 @@
-#include "settings/divide_view.h"
+#include "ui/divide.h"
 
 #include "ui/focus_ring.h"
 #include "ui/palette.h"

@@ -1,7 +1,8 @@
-// The part of a window that scrolls where the window is too low for all of it.
+// The part of a window that scrolls where the window is too low for all of it; panels, which keep
+// their round corners and their measures, have a PanelScroll.
 #pragma once
 
-#include "settings/scroll_bar_view.h"
+#include "ui/scroll_bar.h"
 
 #include <QScrollArea>
 

@@ -1,4 +1,4 @@
-#include "settings/card_view.h"
+#include "ui/card.h"
 
 #include "ui/control_style.h"
 #include "ui/palette.h"
@@ -18,11 +18,6 @@ Card::Card(const CardStyle& style, QWidget* parent)
     : QWidget(parent), style_(style), column_(new QVBoxLayout(this)) {
     column_->setContentsMargins(style.horizontalPadding, style.verticalPadding,
                                 style.horizontalPadding, style.verticalPadding);
-}
-
-void Card::setFill(const QColor& fill) {
-    style_.fill = fill;
-    update();
 }
 
 void Card::paintEvent(QPaintEvent* /*event*/) {
