@@ -75,9 +75,10 @@ bool Launcher::open() {
         close(Activation::previousApplication, pid);
         engine_.snap(action, window);
     };
-    panel_ = views_.makePanel(*model_);
     const auto screen = engine_.screens().screenFor(*frame);
-    panel_->setFrame(placedIn(screen ? screen->visibleFrame : Rect{}, panel_->frame()));
+    const auto area = screen ? screen->visibleFrame : Rect{};
+    panel_ = views_.makePanel(*model_, area);
+    panel_->setFrame(placedIn(area, panel_->frame()));
 
     keyMonitor_ =
         services.eventMonitors

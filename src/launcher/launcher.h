@@ -21,9 +21,10 @@ class LauncherViews {
   public:
     virtual ~LauncherViews() = default;
 
-    /// A panel that shows the model and is as large as that needs (the size of its frame). The
-    /// model outlives the panel.
-    virtual std::unique_ptr<KeyPanel> makePanel(LauncherModel& model) = 0;
+    /// A panel that shows the model and is as large as that needs (the size of its frame, in
+    /// device pixels), but no higher than `area`, the part of a screen (screen coordinates) where
+    /// it will be; an empty one sets no limit. The model outlives the panel.
+    virtual std::unique_ptr<KeyPanel> makePanel(LauncherModel& model, const Rect& area) = 0;
 };
 
 /// The key that runs an action while nothing has been typed; "" when it has none.

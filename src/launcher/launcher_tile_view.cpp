@@ -6,6 +6,7 @@
 #include "ui/mini_screen.h"
 #include "ui/palette.h"
 #include "ui/shapes.h"
+#include "ui/text.h"
 
 #include <QMouseEvent>
 #include <QPainter>
@@ -33,22 +34,18 @@ double labelHeight() {
     return std::ceil(lineHeight(interfaceFont(labelSize, QFont::DemiBold)));
 }
 
-QString fromUtf8(std::string_view text) {
-    return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
-}
-
 }  // namespace
 
 LauncherTile::LauncherTile(SnapAction action, const QString& shortcut, QWidget* parent)
     : QAbstractButton(parent),
       action_(action),
-      label_(fromUtf8(shortTitle(action))),
+      label_(toQString(shortTitle(action))),
       keys_(onePerCharacter(shortcut)) {
     resize(tileSize);
     setMouseTracking(true);
     // A click leaves the caret where it is.
     setFocusPolicy(Qt::TabFocus);
-    const auto name = fromUtf8(title(action));
+    const auto name = toQString(title(action));
     setAccessibleName(keys_.isEmpty() ? name : name + QStringLiteral(", ") + spokenKeys(keys_));
 }
 

@@ -1,22 +1,22 @@
 #include "launcher/launcher_view.h"
 
-#include "base/text.h"
-#include "platform/qt/screen_coordinates.h"
 #include "ui/chip.h"
 #include "ui/fonts.h"
-#include "ui/mask.h"
 #include "ui/palette.h"
 #include "ui/shapes.h"
 #include "ui/symbols.h"
+#include "ui/text.h"
+#include "ui/widget_colors.h"
 
 #include <QCursor>
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
-#include <QPalette>
+#include <QScopedValueRollback>
 #include <QSignalBlocker>
 #include <algorithm>
 #include <cmath>
+#include <cstddef>
 
 namespace tessellon {
 namespace {
@@ -24,8 +24,6 @@ namespace {
 constexpr int panelWidth = 472;
 constexpr int padding = 16;
 constexpr int spacing = 12;
-constexpr double cornerRadius = 22;
-constexpr double borderWidth = 2;
 
 constexpr int rowSidePadding = 12;
 constexpr int rowVerticalPadding = 10;
@@ -40,10 +38,14 @@ constexpr double chipFontSize = 11;
 
 constexpr int columns = 4;
 constexpr int tileSpacing = 8;
+// How far what scrolls reaches beyond the tiles on either side: the bar lies there.
+constexpr int scrollOverhang = 12;
 constexpr int messageHeight = 80;
 constexpr double messageFontSize = 14;
 
 constexpr int contentWidth = panelWidth - 2 * padding;
+// A row of tiles, and no less on any screen.
+constexpr int leastScrolledHeight = LauncherTile::tileSize.height();
 static_assert(columns * LauncherTile::tileSize.width() + (columns - 1) * tileSpacing ==
               contentWidth);
 
@@ -60,14 +62,15 @@ int gridTop() {
     return padding + rowRect().height() + spacing;
 }
 
-int gridHeight(int tiles) {
-    const int rows = (tiles + columns - 1) / columns;
-    return rows * LauncherTile::tileSize.height() + (rows - 1) * tileSpacing;
+int gridHeight(std::size_t tiles) {
+    const int rows = (static_cast<int>(tiles) + columns - 1) / columns;
+    return std::max(0, rows * (LauncherTile::tileSize.height() + tileSpacing) - tileSpacing);
 }
 
+/// In the grid, which keeps clear of the bar beside it.
 QPoint tilePosition(int index) {
-    return {padding + index % columns * (LauncherTile::tileSize.width() + tileSpacing),
-            gridTop() + index / columns * (LauncherTile::tileSize.height() + tileSpacing)};
+    return {scrollOverhang + index % columns * (LauncherTile::tileSize.width() + tileSpacing),
+            index / columns * (LauncherTile::tileSize.height() + tileSpacing)};
 }
 
 /// The application's name as a chip of limited width.
@@ -79,21 +82,26 @@ QString chipText(const QString& name) {
 }  // namespace
 
 LauncherView::LauncherView(LauncherModel& model, const KeyBindings& bindings,
-                           Compositing& compositing)
-    : PanelWindow(PanelLevel::modal, PanelInput::takesClicks, compositing),
+                           Compositing& compositing, const Rect& area)
+    : CardPanel(PanelLevel::modal, compositing),
       model_(&model),
       changed_(model.changed().subscribe([this] { refresh(); })) {
     makeSearchRow();
     makeTiles(bindings);
     setAccessibleName(QStringLiteral("Launcher"));
-    placeTiles();
+    const int room = greatestHeight(area) - gridTop() - padding;
+    const int scrolledHeight = std::clamp(room, leastScrolledHeight, gridHeight(tiles_.size()));
+    scroll_->setGeometry(padding - scrollOverhang, gridTop(), contentWidth + 2 * scrollOverhang,
+                         scrolledHeight);
+    height_ = gridTop() + scrolledHeight + padding;
     refresh();
     searchField_->setFocus();
-    setMouseTracking(true);
-
-    const auto screens = qtScreens();
-    const auto origin = screens.empty() ? QPoint() : screens.front().geometry.topLeft();
-    setScreenFrame(fromQtGeometry({origin, LauncherView::sizeHint()}, screens));
+    // Also where there is no tile the pointer is told of.
+    for (auto* const ground :
+         {static_cast<QWidget*>(this), static_cast<QWidget*>(scroll_), &scroll_->content()}) {
+        ground->setMouseTracking(true);
+    }
+    setSizeOnScreen(LauncherView::sizeHint(), area);
 }
 
 void LauncherView::detach() {
@@ -102,13 +110,11 @@ void LauncherView::detach() {
 }
 
 QSize LauncherView::sizeHint() const {
-    return {panelWidth, gridTop() + gridHeight(static_cast<int>(tiles_.size())) + padding};
+    return {panelWidth, height_};
 }
 
 void LauncherView::makeSearchRow() {
-    // A line break in a name would end the line of the placeholder, and what turns the direction of
-    // writing would turn our own words.
-    const auto name = QString::fromStdString(plainText(model_->appName())).simplified();
+    const auto name = singleLine(model_->appName());
     const QRect content = rowRect().adjusted(rowSidePadding, rowVerticalPadding, -rowSidePadding,
                                              -rowVerticalPadding);
     auto* const chip = new Chip(chipText(name), palette::teal, ChipDot::none, this);
@@ -126,13 +132,7 @@ void LauncherView::makeSearchRow() {
     searchField_->setFont(interfaceFont(fieldFontSize));
     searchField_->setContextMenuPolicy(Qt::NoContextMenu);
     searchField_->setAcceptDrops(false);
-    auto colors = searchField_->palette();
-    colors.setColor(QPalette::Base, Qt::transparent);
-    colors.setColor(QPalette::Text, palette::ink);
-    colors.setColor(QPalette::PlaceholderText, palette::muted);
-    colors.setColor(QPalette::Highlight, palette::withOpacity(palette::teal, 0.4));
-    colors.setColor(QPalette::HighlightedText, palette::ink);
-    searchField_->setPalette(colors);
+    setTextColors(*searchField_, Qt::transparent);
     const auto placeholder = QStringLiteral("Snap ") + name + QChar(0x2026);
     // A hair space keeps the caret off the first letter.
     searchField_->setPlaceholderText(QChar(0x200A) + placeholder);
@@ -145,9 +145,10 @@ void LauncherView::makeSearchRow() {
 }
 
 void LauncherView::makeTiles(const KeyBindings& bindings) {
+    scroll_ = new PanelScroll(this);
     for (const auto action : allSnapActions) {
-        auto* const tile =
-            new LauncherTile(action, QString::fromStdString(bindings.shortcutText(action)), this);
+        auto* const tile = new LauncherTile(
+            action, QString::fromStdString(bindings.shortcutText(action)), &scroll_->content());
         connect(tile, &QAbstractButton::clicked, this, [this, action] {
             // Running an action closes the launcher, which takes the model along.
             if (const auto run = model_ != nullptr ? model_->run : nullptr) {
@@ -155,7 +156,10 @@ void LauncherView::makeTiles(const KeyBindings& bindings) {
             }
         });
         tile->onPointerMoved = [this, tile](QPoint position) { pointerMoved(*tile, position); };
-        tile->onFocused = [this, tile] { select(*tile); };
+        tile->onFocused = [this, tile] {
+            select(*tile);
+            scroll_->reveal(*tile);
+        };
         tiles_.push_back(tile);
     }
 }
@@ -170,6 +174,10 @@ void LauncherView::refresh() {
     for (std::size_t i = 0; i < shown_.size(); ++i) {
         const bool isSelected = static_cast<int>(i) == model_->selection();
         shown_[i]->setSelected(isSelected);
+        // What the pointer is on stays below it.
+        if (isSelected && !isPointing_) {
+            scroll_->reveal(*shown_[i]);
+        }
         // Space presses the tile with the focus, Return runs the selected one: they stay the same.
         if (isSelected && dynamic_cast<LauncherTile*>(focusWidget()) != nullptr) {
             shown_[i]->setFocus();
@@ -200,6 +208,7 @@ void LauncherView::placeTiles() {
         }
         tile->setVisible(isShown);
     }
+    scroll_->setContentHeight(gridHeight(shown_.size()));
 }
 
 void LauncherView::pointerMoved(const LauncherTile& tile, QPoint position) {
@@ -211,6 +220,7 @@ void LauncherView::pointerMoved(const LauncherTile& tile, QPoint position) {
     pointer_ = position;
     if (hovered_ != &tile) {
         hovered_ = &tile;
+        const QScopedValueRollback pointing(isPointing_, true);
         select(tile);
     }
 }
@@ -222,22 +232,9 @@ void LauncherView::select(const LauncherTile& tile) {
     }
 }
 
-void LauncherView::updateShape() {
-    if (backdrop() == Backdrop::translucent) {
-        clearMask();
-        return;
-    }
-    setMask(roundedMask(rect(), cornerRadius));
-}
-
 void LauncherView::paintEvent(QPaintEvent* /*event*/) {
     QPainter painter(this);
-    if (backdrop() == Backdrop::opaque) {
-        // Pixels that the mask leaves and the shape covers in part belong to the border.
-        painter.fillRect(rect(), palette::ink);
-    }
-    paintRoundedRect(painter, QRectF(rect()), cornerRadius, palette::paper,
-                     {palette::ink, borderWidth});
+    paintCard(painter);
 
     const QRectF row(rowRect());
     paintRoundedRect(painter, row, rowRadius, palette::cream, {palette::ink, rowBorder});
@@ -255,7 +252,7 @@ void LauncherView::paintEvent(QPaintEvent* /*event*/) {
 
 void LauncherView::showEvent(QShowEvent* event) {
     pointer_ = QCursor::pos();
-    PanelWindow::showEvent(event);
+    CardPanel::showEvent(event);
 }
 
 void LauncherView::keyPressEvent(QKeyEvent* event) {
@@ -267,7 +264,7 @@ void LauncherView::keyPressEvent(QKeyEvent* event) {
         searchField_->insert(event->text());
         return;
     }
-    PanelWindow::keyPressEvent(event);
+    CardPanel::keyPressEvent(event);
 }
 
 void LauncherView::mouseMoveEvent(QMouseEvent* event) {

@@ -5,21 +5,23 @@
 #include "base/token.h"
 #include "launcher/launcher_model.h"
 #include "launcher/launcher_tile_view.h"
-#include "platform/qt/panel_window.h"
 #include "shortcuts/key_bindings.h"
+#include "ui/card_panel.h"
+#include "ui/panel_scroll.h"
 
 #include <QLineEdit>
 #include <QPoint>
-#include <optional>
 #include <vector>
 
 namespace tessellon {
 
-class LauncherView : public PanelWindow {
+class LauncherView : public CardPanel {
   public:
     /// The model has to be there until detach() or the end of the view, the bindings only now. The
-    /// view's frame is as large as all tiles need; it keeps that size.
-    LauncherView(LauncherModel& model, const KeyBindings& bindings, Compositing& compositing);
+    /// view's frame is as large as all tiles need, but no higher than `area` (screen coordinates)
+    /// unless that is empty: else the tiles scroll below the search row. It keeps that size.
+    LauncherView(LauncherModel& model, const KeyBindings& bindings, Compositing& compositing,
+                 const Rect& area);
 
     /// Lets go of the model: from now on nothing that happens to the view has an effect.
     void detach();
@@ -27,7 +29,6 @@ class LauncherView : public PanelWindow {
     QSize sizeHint() const override;
 
   protected:
-    void updateShape() override;
     void paintEvent(QPaintEvent* event) override;
     void showEvent(QShowEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
@@ -47,6 +48,9 @@ class LauncherView : public PanelWindow {
     LauncherModel* model_;
     Token changed_;
     QLineEdit* searchField_ = nullptr;
+    /// What the tiles lie in.
+    PanelScroll* scroll_ = nullptr;
+    int height_ = 0;
     /// One for each action, in order.
     std::vector<LauncherTile*> tiles_;
     /// Those that are shown, in the order of the matches.
@@ -54,6 +58,8 @@ class LauncherView : public PanelWindow {
     /// Where the pointer was last seen, and the tile that it has selected.
     QPoint pointer_;
     const LauncherTile* hovered_ = nullptr;
+    /// The pointer is what changes the selection just now.
+    bool isPointing_ = false;
 };
 
 }  // namespace tessellon

@@ -16,7 +16,7 @@ class QtLauncherViews final : public LauncherViews {
     QtLauncherViews(KeyboardFocus& keyboard, const KeyBindings& bindings, Compositing& compositing)
         : keyboard_(keyboard), bindings_(bindings), compositing_(compositing) {}
 
-    std::unique_ptr<KeyPanel> makePanel(LauncherModel& model) override;
+    std::unique_ptr<KeyPanel> makePanel(LauncherModel& model, const Rect& area) override;
 
   private:
     KeyboardFocus& keyboard_;

@@ -5,6 +5,7 @@
 #include "launcher/launcher.h"
 
 #include <memory>
+#include <vector>
 
 namespace tessellon {
 
@@ -12,9 +13,13 @@ inline constexpr Size launcherPanelSize{472, 632};
 
 class FakeLauncherViews final : public LauncherViews, public FakeKeyPanels {
   public:
-    std::unique_ptr<KeyPanel> makePanel(LauncherModel& model) override {
+    std::unique_ptr<KeyPanel> makePanel(LauncherModel& model, const Rect& area) override {
+        areas.push_back(area);
         return make(launcherPanelSize, model.run);
     }
+
+    /// What each panel was told that it must not leave.
+    std::vector<Rect> areas;
 };
 
 }  // namespace tessellon

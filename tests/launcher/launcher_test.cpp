@@ -8,7 +8,6 @@
 #include "platform/memory/memory_beep.h"
 
 #include <any>
-#include <memory>
 #include <string>
 #include <vector>
 
@@ -63,6 +62,7 @@ TEST_F(LauncherTest, OpensCentredOnTheVisibleAreaOfTheWindowsDisplay) {
     ASSERT_TRUE(launcher.isOpen());
     EXPECT_TRUE(panel().key);
     EXPECT_EQ(panel().frame, (Rect{2560 - 236, 532 - 316, 472, 632}));
+    EXPECT_EQ(views.areas.back(), (Rect{1920, 40, 1280, 984}));
     EXPECT_EQ(launcher.model()->appName(), "App 100");
     EXPECT_EQ(events, std::vector<std::string>{"launcher"});
     EXPECT_TRUE(desktop_.activations().empty()) << "nobody's place in front is taken";

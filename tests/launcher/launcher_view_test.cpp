@@ -3,21 +3,20 @@
 #include "launcher/launcher_view.h"
 
 #include "fakes/panel_view_fixture.h"
+#include "fakes/widgets.h"
 #include "launcher/launcher.h"
 #include "launcher/qt_launcher_views.h"
 #include "ui/chip.h"
 #include "ui/palette.h"
+#include "ui/panel_scroll.h"
 
 #include <QAccessible>
 #include <QApplication>
 #include <QClipboard>
 #include <QCursor>
 #include <QDeadlineTimer>
-#include <QImage>
-#include <QMouseEvent>
 #include <algorithm>
-#include <cmath>
-#include <cstdlib>
+#include <cstddef>
 #include <stdexcept>
 #include <string>
 #include <string_view>
@@ -37,32 +36,32 @@ class LauncherViewTest : public PanelViewTest<LauncherView> {
         launcher.toggle();
         settle();
     }
-    QLineEdit& field() const { return *view().findChild<QLineEdit*>(); }
+    QLineEdit& field() const { return *all<QLineEdit>(view()).front(); }
     LauncherTile& tile(SnapAction action) const {
-        for (auto* const found : view().findChildren<LauncherTile*>()) {
-            if (found->action() == action) {
-                return *found;
-            }
-        }
-        throw std::runtime_error("no such tile");
+        const auto tiles = all<LauncherTile>(view());
+        const auto found = std::ranges::find(tiles, action, &LauncherTile::action);
+        return found != tiles.end() ? **found : throw std::runtime_error("no such tile");
+    }
+    /// The place of a tile in the panel.
+    QRect placeOf(SnapAction action) const {
+        const auto& found = tile(action);
+        return {found.mapTo(&view(), QPoint()), found.size()};
     }
     std::vector<SnapAction> shownTiles() const {
-        std::vector<SnapAction> shown;
-        for (const auto* const found : view().findChildren<LauncherTile*>()) {
-            if (found->isVisible()) {
-                shown.push_back(found->action());
-            }
+        std::vector<SnapAction> actions;
+        for (const auto* const found : shown<LauncherTile>(view())) {
+            actions.push_back(found->action());
         }
-        return shown;
+        return actions;
     }
     std::vector<SnapAction> selectedTiles() const {
-        std::vector<SnapAction> selected;
-        for (const auto* const found : view().findChildren<LauncherTile*>()) {
-            if (found->isVisible() && found->isSelected()) {
-                selected.push_back(found->action());
+        std::vector<SnapAction> actions;
+        for (const auto* const found : shown<LauncherTile>(view())) {
+            if (found->isSelected()) {
+                actions.push_back(found->action());
             }
         }
-        return selected;
+        return actions;
     }
 
     void type(std::string_view text) {
@@ -91,42 +90,8 @@ class LauncherViewTest : public PanelViewTest<LauncherView> {
         QCursor::setPos(position);
         QApplication::processEvents();
     }
-    /// A motion that the toolkit tells a widget of.
-    static void moveOver(QWidget& widget, const QPoint& local) {
-        QMouseEvent motion(QEvent::MouseMove, QPointF(local), widget.mapToGlobal(QPointF(local)),
-                           Qt::NoButton, Qt::NoButton, Qt::NoModifier);
-        QApplication::sendEvent(&widget, &motion);
-    }
     static QPoint centerOf(const QWidget& widget) {
         return widget.mapToGlobal(widget.rect().center());
-    }
-    static void click(QWidget& widget) {
-        const QPointF local = widget.rect().center();
-        const QPointF global = widget.mapToGlobal(local);
-        QMouseEvent press(QEvent::MouseButtonPress, local, global, Qt::LeftButton, Qt::LeftButton,
-                          Qt::NoModifier);
-        QApplication::sendEvent(&widget, &press);
-        QMouseEvent release(QEvent::MouseButtonRelease, local, global, Qt::LeftButton, Qt::NoButton,
-                            Qt::NoModifier);
-        QApplication::sendEvent(&widget, &release);
-    }
-
-    static QColor blend(const QColor& top, double opacity, const QColor& bottom) {
-        const auto mix = [opacity](int a, int b) {
-            return static_cast<int>(std::lround(a * opacity + b * (1 - opacity)));
-        };
-        return {mix(top.red(), bottom.red()), mix(top.green(), bottom.green()),
-                mix(top.blue(), bottom.blue())};
-    }
-    static ::testing::AssertionResult near(const QColor& seen, const QColor& expected) {
-        const int off = std::max({std::abs(seen.red() - expected.red()),
-                                  std::abs(seen.green() - expected.green()),
-                                  std::abs(seen.blue() - expected.blue())});
-        if (off <= 2) {
-            return ::testing::AssertionSuccess();
-        }
-        return ::testing::AssertionFailure()
-               << seen.name().toStdString() << " is not " << expected.name().toStdString();
     }
 
     KeyBindings bindings{defaults_, store};
@@ -144,11 +109,11 @@ TEST_F(LauncherViewTest, IsCentredAndLaidOutInFourColumns) {
     EXPECT_EQ(keyboard.frame().midX(), 960);
     EXPECT_EQ(keyboard.frame().midY(), 527.5);
 
-    const int top = tile(leftHalf).y();
-    EXPECT_EQ(tile(leftHalf).geometry(), QRect(16, top, 104, 96));
-    EXPECT_EQ(tile(bottomHalf).geometry(), QRect(16 + 3 * 112, top, 104, 96));
-    EXPECT_EQ(tile(topLeft).geometry(), QRect(16, top + 104, 104, 96));
-    EXPECT_EQ(geometry.height(), tile(previousDisplay).geometry().bottom() + 1 + 16);
+    const int top = placeOf(leftHalf).y();
+    EXPECT_EQ(placeOf(leftHalf), QRect(16, top, 104, 96));
+    EXPECT_EQ(placeOf(bottomHalf), QRect(16 + 3 * 112, top, 104, 96));
+    EXPECT_EQ(placeOf(topLeft), QRect(16, top + 104, 104, 96));
+    EXPECT_EQ(geometry.height(), placeOf(previousDisplay).bottom() + 1 + 16);
     EXPECT_GE(top, 16 + 2 * 10 + 16 + 12);
     EXPECT_EQ(shownTiles().size(), 19U);
     EXPECT_EQ(field().placeholderText().trimmed(), QStringLiteral("Snap App 100…"));
@@ -251,7 +216,7 @@ TEST_F(LauncherViewTest, OnlyAPointerThatMovesSelects) {
     movePointer(spot + QPoint(1, 0));
     EXPECT_EQ(selectedTiles(), std::vector{rightThird});
     keyAt(virtual_key::leftArrow);
-    moveOver(tile(rightThird), {60, 60});
+    moveTo(tile(rightThird), {60, 60});
     EXPECT_EQ(selectedTiles(), std::vector{centerThird}) << "it was there before";
     movePointer(centerOf(tile(center)));
     EXPECT_EQ(selectedTiles(), std::vector{center});
@@ -259,7 +224,7 @@ TEST_F(LauncherViewTest, OnlyAPointerThatMovesSelects) {
     movePointer(centerOf(tile(rightHalf)));
     type("right");
     EXPECT_EQ(selectedTiles(), std::vector{rightHalf}) << "the first one, not the one below it";
-    moveOver(tile(topRight), tile(topRight).mapFromGlobal(QCursor::pos()));
+    moveTo(tile(topRight), tile(topRight).mapFromGlobal(QCursor::pos()));
     EXPECT_EQ(selectedTiles(), std::vector{rightHalf});
 }
 
@@ -291,7 +256,7 @@ TEST_F(LauncherViewTest, NoMatchesSaysSoAndBeepsAtReturn) {
     openLauncher();
     type("xyz");
     EXPECT_TRUE(shownTiles().empty());
-    const QRect message(200, tile(leftHalf).y() + 30, 72, 20);
+    const QRect message(200, placeOf(leftHalf).y() + 30, 72, 20);
     const auto inked = [&] {
         const auto image = view().grab(message).toImage();
         int count = 0;
@@ -330,20 +295,20 @@ TEST_F(LauncherViewTest, ColoursTellSelectionAndGroup) {
     openLauncher();
     const auto image = view().grab().toImage();
     const auto inside = [&](SnapAction action, QPoint at) {
-        return image.pixelColor(tile(action).pos() + at);
+        return image.pixelColor(placeOf(action).topLeft() + at);
     };
     const QPoint plain(8, 48);
     const QPoint edge(52, 0);
-    EXPECT_TRUE(near(inside(leftHalf, plain), blend(palette::teal, 0.5, palette::paper)));
-    EXPECT_TRUE(near(inside(leftHalf, edge), palette::ink));
-    EXPECT_TRUE(near(inside(topRight, plain), blend(palette::amber, 0.2, palette::paper)));
-    EXPECT_TRUE(near(inside(topRight, edge), blend(palette::amber, 0.2, palette::paper)));
-    EXPECT_TRUE(near(inside(leftThird, plain), blend(palette::pink, 0.2, palette::paper)));
-    EXPECT_TRUE(near(inside(restore, plain), blend(palette::lavender, 0.2, palette::paper)));
-    EXPECT_TRUE(near(image.pixelColor(236, 0), palette::ink));
-    EXPECT_TRUE(near(image.pixelColor(236, 1), palette::ink));
-    EXPECT_TRUE(near(image.pixelColor(236, 3), palette::paper));
-    EXPECT_TRUE(near(image.pixelColor(30, 20), palette::cream));
+    EXPECT_TRUE(isBlend(inside(leftHalf, plain), palette::teal, 0.5));
+    EXPECT_TRUE(isBlend(inside(leftHalf, edge), palette::ink, 1));
+    EXPECT_TRUE(isBlend(inside(topRight, plain), palette::amber, 0.2));
+    EXPECT_TRUE(isBlend(inside(topRight, edge), palette::amber, 0.2));
+    EXPECT_TRUE(isBlend(inside(leftThird, plain), palette::pink, 0.2));
+    EXPECT_TRUE(isBlend(inside(restore, plain), palette::lavender, 0.2));
+    EXPECT_TRUE(isBlend(image.pixelColor(236, 0), palette::ink, 1));
+    EXPECT_TRUE(isBlend(image.pixelColor(236, 1), palette::ink, 1));
+    EXPECT_TRUE(isBlend(image.pixelColor(236, 3), palette::paper, 1));
+    EXPECT_TRUE(isBlend(image.pixelColor(30, 20), palette::cream, 1));
     EXPECT_EQ(image.pixelColor(1, 1).alpha(), 0) << "the corners are round";
 }
 
@@ -373,12 +338,52 @@ TEST_F(LauncherViewTest, LongNamesLeaveRoomToType) {
     desktop_.launch({300, std::nullopt, name, ActivationPolicy::regular, /*hidden=*/false});
     desktop_.focus(open(300, {0, 0, 800, 600}));
     openLauncher();
-    const auto& chip = *view().findChild<Chip*>();
+    const auto& chip = *all<Chip>(view()).front();
     EXPECT_GT(field().width(), 200);
     EXPECT_LT(field().geometry().right(), chip.geometry().left());
     EXPECT_EQ(chip.geometry().right() + 1, 16 + 440 - 12);
     EXPECT_TRUE(chip.text().endsWith(QChar(0x2026)));
     EXPECT_FALSE(field().placeholderText().contains(QLatin1Char('\n')));
+
+    launcher.close(Launcher::Activation::none);
+    settle();
+    desktop_.launch({301, std::nullopt, "\u202E" + std::string(2'000'000, 'W'),
+                     ActivationPolicy::regular, /*hidden=*/false});
+    desktop_.focus(open(301, {0, 0, 800, 600}));
+    openLauncher();
+    EXPECT_LT(field().placeholderText().size(), 1000) << "measuring all of it would take long";
+    EXPECT_FALSE(field().placeholderText().contains(QChar(0x202E)));
+}
+
+TEST_F(LauncherViewTest, TheTilesScrollWhereTheScreenIsLow) {
+    desktop_.setScreens({screen(1, {0, 0, 1920, 480}, {0, 0, 1920, 450})});
+    openLauncher();
+    EXPECT_EQ(keyboard.frame().height, 450);
+    EXPECT_EQ(placeOf(leftHalf).x(), 16);
+    auto& scroll = *all<PanelScroll>(view()).front();
+    EXPECT_GT(scroll.largestOffset(), 100);
+    EXPECT_TRUE(isWholeInView(field()));
+    for (int row = 0; row < 4; ++row) {
+        keyAt(virtual_key::downArrow);
+        EXPECT_TRUE(isWholeInView(tile(launcher.model()->matches().at(
+            static_cast<std::size_t>(launcher.model()->selection())))));
+    }
+    EXPECT_EQ(selectedTiles(), std::vector{restore});
+    EXPECT_FALSE(isWholeInView(tile(leftHalf)));
+
+    // What the pointer comes to is selected and stays where it is.
+    turnWheel(tile(center), 12000);
+    EXPECT_EQ(scroll.offset(), 0);
+    turnWheel(tile(center), -30);
+    const double offset = scroll.offset();
+    EXPECT_GT(offset, 0);
+    movePointer(tile(rightHalf).mapToGlobal(QPoint(50, 90)));
+    EXPECT_EQ(selectedTiles(), std::vector{rightHalf});
+    EXPECT_EQ(scroll.offset(), offset);
+
+    type("half");
+    EXPECT_EQ(scroll.largestOffset(), 0) << "they all have room";
+    EXPECT_TRUE(isWholeInView(tile(bottomHalf)));
 }
 
 TEST_F(LauncherViewTest, AssistiveTechnologyFindsFieldAndTiles) {
