@@ -232,7 +232,7 @@ int runApplication(x11::Connection& connection, x11::InstanceLock& lock, QtRunLo
     QtOwnApplication ownApplication(loop);
     ChildFeedSource feedSource(feedFetchersOf(ownProgram));
     AutostartEntry loginItem(standardAutostartPlaces(), ownProgram);
-    QtUpdateViews updateViews;
+    QtUpdateViews updateViews(desktop.displays);
     FeedUpdater updater({feedSource, updateViews, defaults, loop, std::chrono::system_clock::now},
                         *runningVersion, TESSELLON_UPDATE_FEED_URL);
     LogindPowerEvents powerEvents;

@@ -15,6 +15,9 @@ class Window {
     /// the middle of the main screen when it is shown for the first time.
     virtual void makeKeyAndOrderFront() = 0;
 
+    /// Shows it, unless it is visible, and leaves the keyboard where it is.
+    virtual void orderFront() = 0;
+
     /// False once it was closed; a minimized window is visible.
     virtual bool isVisible() const = 0;
 

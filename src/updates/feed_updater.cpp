@@ -54,7 +54,6 @@ std::string describe(const FeedFailure& failure) {
 
 FeedUpdater::FeedUpdater(Services services, const Version& program, std::string feedAddress)
     : services_(std::move(services)), feedAddress_(std::move(feedAddress)), model_(*this, program) {
-    model_.closed = [this] { close(); };
     choiceObserver_ = services_.defaults.changed().subscribe([this](std::string_view key) {
         if (key == preference::automaticUpdateChecks) {
             if (!automaticallyChecksForUpdates() && check_ == Check::automatic) {
@@ -92,7 +91,7 @@ void FeedUpdater::checkForUpdates() {
             fetch(Check::shown);
         }
     }
-    window().bringToFront();
+    window().makeKeyAndOrderFront();
 }
 
 void FeedUpdater::schedule() {
@@ -143,7 +142,7 @@ void FeedUpdater::finish(const FeedResult& result) {
     if (isNewer && (isShown || !isAnnounced(update->version))) {
         announce(*update);
         if (!isShown) {
-            window().showQuietly();
+            window().orderFront();  // nobody has asked for it
         }
     } else if (isShown) {
         model_.setState(update ? UpdateState(UpToDate{}) : CheckFailed{std::move(problem)});
@@ -172,9 +171,10 @@ void FeedUpdater::close() {
     window_.reset();
 }
 
-UpdateWindow& FeedUpdater::window() {
+Window& FeedUpdater::window() {
     if (!window_) {
         window_ = services_.views.makeWindow(model_);
+        windowClosed_ = window_->closed().subscribe([this] { close(); });
     }
     return *window_;
 }

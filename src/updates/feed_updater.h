@@ -57,7 +57,7 @@ class FeedUpdater final : public Updater {
     void announce(const Update& update);
     /// Whether the user has been told of this version or of a newer one.
     bool isAnnounced(const Version& version) const;
-    UpdateWindow& window();
+    Window& window();
     double now() const;
 
     Services services_;
@@ -66,7 +66,8 @@ class FeedUpdater final : public Updater {
     Check check_ = Check::none;
     // The window shows the model, so it has to go first.
     UpdateModel model_;
-    std::unique_ptr<UpdateWindow> window_;
+    std::unique_ptr<Window> window_;
+    Token windowClosed_;
     Token timer_;
     Token fetch_;
     Token choiceObserver_;

@@ -1,6 +1,7 @@
 // The window of the updates on the screen.
 #pragma once
 
+#include "platform/displays.h"
 #include "updates/update_view.h"
 
 #include <QDesktopServices>
@@ -11,12 +12,15 @@ namespace tessellon {
 
 class QtUpdateViews final : public UpdateViews {
   public:
-    explicit QtUpdateViews(UpdateView::OpenPage openPage = QDesktopServices::openUrl)
-        : openPage_(std::move(openPage)) {}
+    /// The displays must outlive the windows.
+    explicit QtUpdateViews(const Displays& displays,
+                           UpdateView::OpenPage openPage = QDesktopServices::openUrl)
+        : displays_(displays), openPage_(std::move(openPage)) {}
 
-    std::unique_ptr<UpdateWindow> makeWindow(UpdateModel& model) override;
+    std::unique_ptr<Window> makeWindow(UpdateModel& model) override;
 
   private:
+    const Displays& displays_;
     UpdateView::OpenPage openPage_;
 };
 

@@ -4,9 +4,9 @@
 
 #include "base/signal.h"
 #include "platform/updater.h"
+#include "platform/window.h"
 #include "updates/update_feed.h"
 
-#include <functional>
 #include <memory>
 #include <string>
 #include <utility>
@@ -50,9 +50,6 @@ class UpdateModel {
     /// Emitted after the state has changed.
     const Signal<>& changed() const { return changed_; }
 
-    /// Called when the user has closed the window; destroys it.
-    std::function<void()> closed;
-
   private:
     Updater& updater_;
     Version program_;
@@ -60,25 +57,13 @@ class UpdateModel {
     Signal<> changed_;
 };
 
-/// The window of the updates; it is gone when this is destroyed.
-class UpdateWindow {
-  public:
-    virtual ~UpdateWindow() = default;
-
-    /// The user waits for it: it comes to the front and takes the keyboard.
-    virtual void bringToFront() = 0;
-
-    /// Nobody asked for it: it appears, and the keyboard stays where it is.
-    virtual void showQuietly() = 0;
-};
-
-/// Where the window comes from.
+/// Where the window of the updates comes from.
 class UpdateViews {
   public:
     virtual ~UpdateViews() = default;
 
     /// A window, not shown yet, that shows the model; the model outlives it.
-    virtual std::unique_ptr<UpdateWindow> makeWindow(UpdateModel& model) = 0;
+    virtual std::unique_ptr<Window> makeWindow(UpdateModel& model) = 0;
 };
 
 }  // namespace tessellon

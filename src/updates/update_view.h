@@ -1,56 +1,58 @@
-// The window of the updates as it is drawn.
+// What the window of the updates holds.
 #pragma once
 
-#include "ui/pill_button.h"
-#include "ui/pill_toggle.h"
+#include "base/token.h"
 #include "updates/update_model.h"
 
-#include <QLabel>
-#include <QPlainTextEdit>
+#include <QString>
 #include <QUrl>
 #include <QWidget>
 #include <functional>
 
+class QHBoxLayout;
+class QPlainTextEdit;
+
 namespace tessellon {
 
-/// A window that the window manager manages, of a fixed width and as high as its content.
+class PillButton;
+class PillToggle;
+class TextLabel;
+
+/// What a check has found out, of a fixed width and as high as that needs.
 class UpdateView : public QWidget {
   public:
     /// Opens an address in the user's browser; false when that did not work.
     using OpenPage = std::function<bool(const QUrl&)>;
 
-    /// The model must exist until detach() has been called.
-    UpdateView(UpdateModel& model, OpenPage openPage);
-
-    /// The model is not used any more from here on.
-    void detach();
-
-    void bringToFront();
-    void showQuietly();
+    /// The model must outlive the view.
+    UpdateView(UpdateModel& model, OpenPage openPage, QWidget* parent = nullptr);
 
   protected:
-    void closeEvent(QCloseEvent* event) override;
-    void keyPressEvent(QKeyEvent* event) override;
+    void showEvent(QShowEvent* event) override;
 
   private:
-    void center();
-    void makeContent();
+    QHBoxLayout* makeWords();
+    QWidget* makeNotes();
+    QHBoxLayout* makeChoice();
+    QHBoxLayout* makeButtons();
     void refresh();
     void refreshChoice();
+    /// Gives the keyboard to the button that goes on, else to the one that closes.
+    void focusPrimary();
     void showNotes(const QString& notes);
     void openPage();
 
-    UpdateModel* model_;
+    UpdateModel& model_;
     OpenPage openPage_;
-    QLabel* headline_ = nullptr;
-    QLabel* text_ = nullptr;
+    TextLabel* headline_ = nullptr;
+    TextLabel* text_ = nullptr;
     QWidget* notesCard_ = nullptr;
     QPlainTextEdit* notes_ = nullptr;
-    QLabel* choiceLabel_ = nullptr;
+    TextLabel* choiceLabel_ = nullptr;
     PillToggle* choice_ = nullptr;
+    PillButton* close_ = nullptr;
     PillButton* tryAgain_ = nullptr;
     PillButton* open_ = nullptr;
-    PillButton* close_ = nullptr;
     Token changed_;
     Token choiceChanged_;
 };

@@ -1,6 +1,7 @@
 // A window of the updates that only remembers what was asked of it.
 #pragma once
 
+#include "fakes/fake_window.h"
 #include "updates/update_model.h"
 
 #include <memory>
@@ -9,31 +10,28 @@ namespace tessellon {
 
 class FakeUpdateViews final : public UpdateViews {
   public:
-    std::unique_ptr<UpdateWindow> makeWindow(UpdateModel& shown) override {
-        model = &shown;
+    std::unique_ptr<Window> makeWindow(UpdateModel& shown) override {
         ++windows;
-        return std::make_unique<Window>(*this);
+        model_ = &shown;
+        auto made = std::make_unique<FakeWindow>(state);
+        window_ = made.get();
+        return made;
     }
 
     /// The model of the open window, else null.
-    UpdateModel* model = nullptr;
+    const UpdateModel* model() const { return state->exists ? model_ : nullptr; }
+
+    /// Closes the window as the user does.
+    void close() { window_->close(); }
+
     int windows = 0;
-    int timesInFront = 0;
-    int timesQuiet = 0;
+    /// Of all windows.
+    std::shared_ptr<FakeWindowState> state =
+        std::make_shared<FakeWindowState>(FakeWindowState{.exists = false});
 
   private:
-    class Window final : public UpdateWindow {
-      public:
-        explicit Window(FakeUpdateViews& views) : views_(views) {}
-        Window(const Window&) = delete;
-        Window& operator=(const Window&) = delete;
-        ~Window() override { views_.model = nullptr; }
-        void bringToFront() override { ++views_.timesInFront; }
-        void showQuietly() override { ++views_.timesQuiet; }
-
-      private:
-        FakeUpdateViews& views_;
-    };
+    const UpdateModel* model_ = nullptr;
+    FakeWindow* window_ = nullptr;
 };
 
 }  // namespace tessellon

@@ -61,7 +61,7 @@ class FeedUpdaterTest : public testing::Test {
 
     template <typename State>
     const State* shown() const {
-        return views.model != nullptr ? std::get_if<State>(&views.model->state()) : nullptr;
+        return views.model() != nullptr ? std::get_if<State>(&views.model()->state()) : nullptr;
     }
 
     ManualRunLoop loop;
@@ -77,10 +77,10 @@ class FeedUpdaterTest : public testing::Test {
 TEST_F(FeedUpdaterTest, AManualCheckShowsThatItChecksAndThenTheResult) {
     updater().checkForUpdates();
     ASSERT_TRUE(shown<Checking>());
-    EXPECT_EQ(views.timesInFront, 1);
+    EXPECT_EQ(views.state->timesInFront, 1);
     EXPECT_EQ(source.addresses(), std::vector<std::string>{address});
     updater().checkForUpdates();
-    EXPECT_EQ(views.timesInFront, 2);
+    EXPECT_EQ(views.state->timesInFront, 2);
     EXPECT_EQ(fetches(), 1U) << "the one under way is shown";
 
     source.answer(feedWith("1.3.0"));
@@ -117,16 +117,16 @@ TEST_F(FeedUpdaterTest, EveryFailureHasItsOwnSentence) {
 
 TEST_F(FeedUpdaterTest, ClosingEndsTheCheck) {
     updater().checkForUpdates();
-    views.model->closed();
+    views.close();
     EXPECT_FALSE(source.isFetching());
-    EXPECT_EQ(views.model, nullptr);
+    EXPECT_EQ(views.model(), nullptr);
 
     updater().checkForUpdates();
     EXPECT_TRUE(shown<Checking>());
     EXPECT_EQ(fetches(), 2U);
     source.answer(feedWith("2"));
-    views.model->closed();
-    EXPECT_EQ(views.model, nullptr);
+    views.close();
+    EXPECT_EQ(views.model(), nullptr);
 }
 
 TEST_F(FeedUpdaterTest, NothingIsFetchedByItselfUntilTheUserWantsIt) {
@@ -231,9 +231,9 @@ TEST_F(FeedUpdaterTest, AnAutomaticCheckTellsOfEachVersionOnce) {
     EXPECT_EQ(views.windows, 0);
     nextDay("1.4");
     EXPECT_TRUE(shown<Update>());
-    EXPECT_EQ(views.timesQuiet, 1);
-    EXPECT_EQ(views.timesInFront, 0);
-    views.model->closed();
+    EXPECT_EQ(views.state->timesQuiet, 1);
+    EXPECT_EQ(views.state->timesInFront, 0);
+    views.close();
     nextDay("1.4.0");
     relaunch();
     nextDay("1.4");
@@ -241,7 +241,7 @@ TEST_F(FeedUpdaterTest, AnAutomaticCheckTellsOfEachVersionOnce) {
     nextDay("1.5");
     EXPECT_EQ(views.windows, 2);
     EXPECT_EQ(shown<Update>()->version, Version::parse("1.5"));
-    views.model->closed();
+    views.close();
 
     nextDay("1.4");
     nextDay("1.5");
@@ -249,7 +249,7 @@ TEST_F(FeedUpdaterTest, AnAutomaticCheckTellsOfEachVersionOnce) {
     source.answer(feedWith("1.4"));
     EXPECT_EQ(views.windows, 3);
     EXPECT_EQ(shown<Update>()->version, Version::parse("1.4")) << "what the user asks for is told";
-    views.model->closed();
+    views.close();
     nextDay("1.5");
     EXPECT_EQ(views.windows, 3) << "the feed went back and on again";
 
@@ -262,7 +262,7 @@ TEST_F(FeedUpdaterTest, WhatTheUserWasShownIsNotAnnouncedAgain) {
     updater().setAutomaticallyChecksForUpdates(true);
     updater().checkForUpdates();
     source.answer(feedWith("1.4"));
-    views.model->closed();
+    views.close();
     pass(day + 5 * hour);
     source.answer(feedWith("1.4"));
     EXPECT_EQ(views.windows, 1);
@@ -290,7 +290,7 @@ TEST_F(FeedUpdaterTest, AnAutomaticFailureLeavesAnOpenWindowAlone) {
     source.fail(FeedError::unreachable);
     EXPECT_TRUE(shown<UpToDate>());
     pass(day + 5 * hour);
-    views.model->closed();
+    views.close();
     EXPECT_TRUE(source.isFetching()) << "closing an old result ends no check";
     source.answer(feedWith("1.4"));
     EXPECT_TRUE(shown<Update>());
@@ -303,7 +303,7 @@ TEST_F(FeedUpdaterTest, WithoutAFeedEverythingSaysSo) {
     EXPECT_EQ(views.windows, 0);
     updater().checkForUpdates();
     EXPECT_TRUE(shown<NoFeed>());
-    EXPECT_EQ(views.timesInFront, 1);
+    EXPECT_EQ(views.state->timesInFront, 1);
     EXPECT_EQ(fetches(), 0U);
 }
 

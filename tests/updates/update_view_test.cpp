@@ -2,17 +2,24 @@
 // it; on Qt's platform without a display.
 #include "updates/update_view.h"
 
+#include "fakes/widgets.h"
 #include "platform/memory/manual_run_loop.h"
+#include "platform/memory/memory_desktop.h"
 #include "platform/memory/memory_feed_source.h"
 #include "platform/memory/memory_user_defaults.h"
 #include "ui/palette.h"
+#include "ui/pill_button.h"
+#include "ui/pill_toggle.h"
 #include "ui/ui_fixture.h"
 #include "updates/feed_updater.h"
 #include "updates/qt_update_views.h"
 
 #include <QAccessible>
+#include <QLabel>
+#include <QPlainTextEdit>
 #include <QScrollBar>
 #include <QTest>
+#include <algorithm>
 #include <string>
 #include <vector>
 
@@ -25,39 +32,26 @@ std::string feedWithNotes(const std::string& notes) {
 
 class UpdateViewTest : public UiTest {
   protected:
-    ~UpdateViewTest() override {
-        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-    }
-
     /// The window, else null.
-    static UpdateView* window() {
-        for (auto* const widget : QApplication::topLevelWidgets()) {
-            auto* const view = dynamic_cast<UpdateView*>(widget);
-            if (view != nullptr && view->isVisible()) {
-                return view;
-            }
-        }
-        return nullptr;
+    static QWidget* window() {
+        const auto windows = QApplication::topLevelWidgets();
+        const auto found = std::ranges::find_if(
+            windows, [](const QWidget* each) { return each->isVisible() && !each->parent(); });
+        return found != windows.end() ? *found : nullptr;
     }
+    static UpdateView& view() { return *all<UpdateView>(*window()).front(); }
 
     /// What can be read in the window, top to bottom.
     static QStringList texts() {
         QStringList found;
-        for (const auto* label : window()->findChildren<QLabel*>()) {
-            if (label->isVisible()) {
-                found << label->text();
-            }
+        for (const auto* label : shown<QLabel>(*window())) {
+            found << label->text();
         }
         return found;
     }
 
     static PillButton* button(const QString& text) {
-        for (auto* const each : window()->findChildren<PillButton*>()) {
-            if (each->isVisible() && each->text() == text) {
-                return each;
-            }
-        }
-        return nullptr;
+        return findNamed(shown<PillButton>(*window()), text.toStdString());
     }
 
     static void click(const QString& text) {
@@ -65,8 +59,8 @@ class UpdateViewTest : public UiTest {
         QTest::mouseClick(button(text), Qt::LeftButton);
     }
 
-    static QPlainTextEdit& notes() { return *window()->findChild<QPlainTextEdit*>(); }
-    static PillToggle& choice() { return *window()->findChild<PillToggle*>(); }
+    static QPlainTextEdit& notes() { return *all<QPlainTextEdit>(*window()).front(); }
+    static PillToggle& choice() { return *all<PillToggle>(*window()).front(); }
 
     void showUpdate(const std::string& text = "") {
         updater.checkForUpdates();
@@ -79,10 +73,11 @@ class UpdateViewTest : public UiTest {
     ManualRunLoop loop;
     MemoryFeedSource source;
     MemoryUserDefaults defaults;
-    QtUpdateViews views{[this](const QUrl& url) {
-        opened.push_back(url);
-        return opens;
-    }};
+    MemoryDesktop desktop;
+    QtUpdateViews views{desktop.displays(), [this](const QUrl& url) {
+                            opened.push_back(url);
+                            return opens;
+                        }};
     FeedUpdater updater{
         {source, views, defaults, loop, [] { return std::chrono::system_clock::time_point(); }},
         Version::parse("1.3").value(),
@@ -175,8 +170,8 @@ TEST_F(UpdateViewTest, EveryWayOfClosingEndsACheck) {
         EXPECT_TRUE(source.isFetching());
         way();
         EXPECT_EQ(window(), nullptr);
+        QCoreApplication::processEvents();
         EXPECT_FALSE(source.isFetching());
-        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
         EXPECT_TRUE(QApplication::topLevelWidgets().empty());
     }
     showUpdate();
@@ -195,6 +190,9 @@ TEST_F(UpdateViewTest, OnlyWhatTheUserAskedForTakesTheKeyboard) {
     updater.checkForUpdates();
     EXPECT_FALSE(window()->testAttribute(Qt::WA_ShowWithoutActivating));
     EXPECT_TRUE(QTest::qWaitForWindowActive(window()));
+    EXPECT_EQ(window()->focusWidget(), button("Close"));
+    source.answer(feedWithNotes(""));
+    EXPECT_EQ(window()->focusWidget(), button("Open page"));
 }
 
 TEST_F(UpdateViewTest, AssistiveTechnologyHearsTheResult) {
@@ -205,9 +203,7 @@ TEST_F(UpdateViewTest, AssistiveTechnologyHearsTheResult) {
     EXPECT_EQ(name(&notes()), "What is new");
     EXPECT_EQ(name(&choice()), "Check once a day");
     EXPECT_EQ(name(button("Open page")), "Open page");
-    EXPECT_TRUE(QAccessible::queryAccessibleInterface(window())
-                    ->text(QAccessible::Description)
-                    .contains("1.4.0 is available"));
+    EXPECT_EQ(name(&view()), "Tessellon 1.4.0 is available");
 }
 
 TEST_F(UpdateViewTest, ButtonsShowTheirRankAndThePointer) {

@@ -43,6 +43,9 @@ class QtWindow::Frame : public QWidget {
         setAttribute(Qt::WA_QuitOnClose, false);
         auto* const column = new QVBoxLayout(this);
         column->setContentsMargins(0, 0, 0, 0);
+        if (content.size.isEmpty()) {
+            column->setSizeConstraint(QLayout::SetFixedSize);
+        }
         column->addWidget(content.view.release());
     }
 
@@ -53,7 +56,12 @@ class QtWindow::Frame : public QWidget {
         event->accept();
         // Somebody may throw the window away for it, which this event has to be over for.
         QMetaObject::invokeMethod(
-            this, [this] { onClosed(); }, Qt::QueuedConnection);
+            this,
+            [this] {
+                const auto closed = onClosed;
+                closed();
+            },
+            Qt::QueuedConnection);
     }
     void keyPressEvent(QKeyEvent* event) override {
         if (event->key() == Qt::Key_Escape || event->matches(QKeySequence::Close)) {
@@ -82,6 +90,7 @@ QtWindow::QtWindow(const Displays& displays, QtWindowContent content)
 QtWindow::~QtWindow() = default;
 
 void QtWindow::makeKeyAndOrderFront() {
+    frame_->setAttribute(Qt::WA_ShowWithoutActivating, false);
     if (!frame_->isVisible()) {
         place();
     }
@@ -92,6 +101,14 @@ void QtWindow::makeKeyAndOrderFront() {
     }
     frame_->raise();
     frame_->activateWindow();
+}
+
+void QtWindow::orderFront() {
+    if (!frame_->isVisible()) {
+        frame_->setAttribute(Qt::WA_ShowWithoutActivating);
+        place();
+        frame_->show();
+    }
 }
 
 bool QtWindow::isVisible() const {
@@ -108,12 +125,17 @@ void QtWindow::place() {
     const auto area = workArea(displays_);
     const auto decoration = QSize(decorationWidth, decorationHeight) / frame_->devicePixelRatio();
     const auto room = area.size() - decoration;
-    const auto size = area.isEmpty() ? size_ : size_.boundedTo(room);
-    if (wasShown_ && frame_->size() == size_ && titleBarCanBeReached()) {
+    const auto size = followsView()    ? frame_->sizeHint()
+                      : area.isEmpty() ? size_
+                                       : size_.boundedTo(room);
+    const bool isWhole = followsView() || frame_->size() == size_;
+    if (wasShown_ && isWhole && titleBarCanBeReached()) {
         return;  // where the user has put it
     }
     wasShown_ = true;
-    frame_->setFixedSize(size);
+    if (!followsView()) {
+        frame_->setFixedSize(size);
+    }
     const auto around = size + QSize(0, decoration.height());
     frame_->move(area.x() + (area.width() - around.width()) / 2,
                  area.y() + (area.height() - around.height()) / 2);

@@ -16,14 +16,14 @@ namespace tessellon {
 struct QtWindowContent {
     std::unique_ptr<QWidget> view;
     QString title;
-    /// In logical pixels.
+    /// In logical pixels; an empty one is what the view needs, whenever that changes.
     QSize size;
     QIcon icon;
 };
 
 /// It has a title bar, can be closed (also by Escape and Control W) and minimized, and has its size
-/// for good: that of its content, or what the screen has room for. Nothing of it is created on the
-/// display before it is shown.
+/// for good: that of its content, or what the screen has room for. One that follows its view is as
+/// large as that all the time. Nothing of it is created on the display before it is shown.
 class QtWindow final : public Window {
   public:
     /// The displays must outlive the window.
@@ -33,11 +33,13 @@ class QtWindow final : public Window {
     QtWindow& operator=(const QtWindow&) = delete;
 
     void makeKeyAndOrderFront() override;
+    void orderFront() override;
     bool isVisible() const override;
 
   private:
     class Frame;
 
+    bool followsView() const { return size_.isEmpty(); }
     void place();
     bool titleBarCanBeReached() const;
 
