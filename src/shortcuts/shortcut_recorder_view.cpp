@@ -1,6 +1,5 @@
 #include "shortcuts/shortcut_recorder_view.h"
 
-#include "base/text.h"
 #include "shortcuts/key_labels.h"
 #include "ui/chip.h"
 #include "ui/control_style.h"
@@ -10,6 +9,7 @@
 #include "ui/layer.h"
 #include "ui/palette.h"
 #include "ui/shapes.h"
+#include "ui/text.h"
 
 #include <QEvent>
 #include <QPen>
@@ -76,9 +76,9 @@ QStringList keysOf(const std::optional<KeyCombo>& combo, double size) {
     QStringList keys;
     if (combo) {
         for (const std::string& key : displayKeys(*combo)) {
-            const auto label = QString::fromStdString(plainText(key)).simplified();
-            keys.append(
-                fitText(label, keyLabelMaxWidth, keyChipsFontSize(size), QFont::DemiBold, 1).text);
+            keys.append(fitText(singleLine(key), keyLabelMaxWidth, keyChipsFontSize(size),
+                                QFont::DemiBold, 1)
+                            .text);
         }
     }
     return keys;
@@ -99,12 +99,6 @@ ShortcutRecorder::ShortcutRecorder(Recorder& recorder, const HotkeyTarget& targe
     connect(this, &QAbstractButton::clicked, this, [this] { recorder_.toggle(target_); });
     changed_ = recorder_.changed().subscribe([this] { follow(); });
     follow();
-}
-
-void ShortcutRecorder::stopRecording() {
-    if (isRecording()) {
-        recorder_.stop();
-    }
 }
 
 void ShortcutRecorder::follow() {
@@ -220,15 +214,6 @@ bool ShortcutRecorder::event(QEvent* event) {
             if (isRecording()) {
                 event->accept();
                 return true;
-            }
-            break;
-        case QEvent::WindowDeactivate:
-            // Where the focus follows the pointer, nobody else notices.
-            stopRecording();
-            break;
-        case QEvent::Hide:
-            if (!window()->isVisible()) {
-                stopRecording();
             }
             break;
         case QEvent::LayoutDirectionChange:

@@ -19,10 +19,9 @@ class Chip;
 
 /// The keys of a target's shortcut as caps, "Record" where there is none, or the request for new
 /// keys while they are recorded; with a chip beside it when the shortcut is somebody else's. A
-/// click or the space bar starts the recording and ends it, and so does its window once it is
-/// hidden or not the active one any more. A control that goes while its window stays leaves the
-/// recording to the next one for the target. As wide as what it shows. Leave FocusRing::reach
-/// around it.
+/// click or the space bar starts the recording and ends it; a control that goes leaves it to the
+/// next one for the target. The window that holds the control has to end it once it is hidden or
+/// not the active one any more. As wide as what it shows. Leave FocusRing::reach around it.
 class ShortcutRecorder : public QAbstractButton {
   public:
     /// `size` is the height of the key caps in logical pixels. The recorder must outlive the
@@ -50,7 +49,6 @@ class ShortcutRecorder : public QAbstractButton {
     enum class Shown { keys, record, recording };
 
     bool isRecording() const { return recorder_.target() == target_; }
-    void stopRecording();
     void follow();
     void describe();
     void showChip(bool shown);

@@ -83,6 +83,12 @@ class Window : public QWidget {
     }
 
   protected:
+    bool event(QEvent* event) override {
+        if (event->type() == QEvent::WindowDeactivate || event->type() == QEvent::Hide) {
+            recorder_.stop();
+        }
+        return QWidget::event(event);
+    }
     bool eventFilter(QObject* watched, QEvent* event) override {
         switch (event->type()) {
             case QEvent::KeyPress:
