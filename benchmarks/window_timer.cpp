@@ -2,19 +2,11 @@
 // slider, and prints how long each took: one line for each sample, a name and milliseconds. What
 // the window shows and changes is in memory; what draws it is what users have.
 #include "app/preferences.h"
-#include "platform/memory/manual_run_loop.h"
 #include "platform/memory/memory_accessibility.h"
-#include "platform/memory/memory_application_directory.h"
-#include "platform/memory/memory_beep.h"
 #include "platform/memory/memory_desktop.h"
-#include "platform/memory/memory_event_monitors.h"
-#include "platform/memory/memory_hot_key_center.h"
-#include "platform/memory/memory_keyboard_focus.h"
-#include "platform/memory/memory_login_item.h"
-#include "platform/memory/memory_own_application.h"
-#include "platform/memory/memory_updater.h"
 #include "platform/memory/memory_user_defaults.h"
 #include "platform/qt/qt_window.h"
+#include "settings/settings_ports.h"
 #include "settings/settings_view.h"
 #include "statistics.h"
 #include "ui/glyph.h"
@@ -47,44 +39,27 @@ constexpr int stepWidth = 10;
 constexpr int savedArrangements = 5;
 constexpr std::size_t manyApplications = 60;
 
-/// All that the settings read and change.
+/// All that the settings read and change, with something in it to show.
 struct Everything {
     MemoryDesktop desktop;
     MemoryUserDefaults defaults;
-    NotificationCenter notifications;
     WindowEngine engine{{desktop.accessibility(), desktop.applications(), desktop.displays(),
                          desktop.windowList(), desktop.eventMonitors(), defaults}};
-    ArrangementStore store{defaults, notifications};
-    KeyBindings bindings{defaults, store};
-    MemoryHotKeyCenter hotKeyCenter;
-    Hotkeys hotkeys{hotKeyCenter, bindings, notifications};
-    MemoryKeyboardFocus keyboard;
-    MemoryOwnApplication application;
-    MemoryBeep beep;
-    Recorder recorder{
-        {bindings, hotkeys, desktop.eventMonitors(), keyboard, application, beep, notifications}};
-    MemoryApplicationDirectory directory;
-    MemoryLoginItem loginItem;
-    MemoryUpdater updater;
-    ManualRunLoop loop;
+    SettingsPorts ports{desktop, defaults};
 
     Everything() {
         registerPreferenceDefaults(defaults);
-        hotkeys.setHandler([](const HotkeyTarget&) {});
         setIgnoredApplications(defaults, {"org.example.Editor", "org.example.Player"});
         for (int i = 1; i <= savedArrangements; ++i) {
-            addArrangement(store, {Uuid::random(),
-                                   nextArrangementName(static_cast<std::size_t>(i)),
-                                   {{"org.example.Editor", "", 0, {0, 0, 0.5, 1}}},
-                                   std::nullopt});
+            addArrangement(ports.store, {Uuid::random(),
+                                         nextArrangementName(static_cast<std::size_t>(i)),
+                                         {{"org.example.Editor", "", 0, {0, 0, 0.5, 1}}},
+                                         std::nullopt});
         }
     }
 
     SettingsServices services() {
-        return {engine,   defaults,      bindings,  hotkeys,
-                recorder, store,         directory, loginItem,
-                updater,  notifications, loop,      [] { return std::unique_ptr<DragViews>(); },
-                "1.2.3"};
+        return ports.services(engine, [] { return std::unique_ptr<DragViews>(); });
     }
 };
 
@@ -113,7 +88,7 @@ void ignoreMany(Everything& everything) {
         const auto number = std::to_string(at + 1);
         const auto icon = icons.empty() ? std::string() : icons[at % icons.size()];
         identifiers.push_back("org.example.Application" + number);
-        everything.directory.installed.push_back(
+        everything.ports.directory.installed.push_back(
             {identifiers.back(), "Application " + number, icon});
     }
     setIgnoredApplications(everything.defaults, identifiers);
