@@ -198,7 +198,7 @@ void HintsView::paintEvent(QPaintEvent* event) {
 }
 
 void HintsView::paintCell(QPainter& painter, const Cell& cell) const {
-    paintZone(painter, cell.rect, cornerRadius, cell.activity);
+    setZone(painter, cell.rect, cornerRadius, cell.activity);
     paintLabel(painter, cell,
                palette::withOpacity(palette::paper, std::lerp(0.85, 1.0, cell.activity)),
                std::lerp(0.8, 1.0, cell.activity));

@@ -1,7 +1,9 @@
 #include "ui/shapes.h"
 
+#include <QPaintDevice>
 #include <QPen>
 #include <algorithm>
+#include <cmath>
 #include <numbers>
 
 namespace tessellon {
@@ -24,6 +26,44 @@ void paint(QPainter& painter, const QPainterPath& path, const QColor& fill, cons
     painter.setBrush(fill.isValid() ? QBrush(fill) : QBrush(Qt::NoBrush));
     painter.drawPath(path);
     painter.restore();
+}
+
+/// The colour that one lets shine through from below.
+QColor over(const QColor& upper, const QColor& lower) {
+    const double opacity = upper.alphaF();
+    const double below = lower.alphaF() * (1 - opacity);
+    const double sum = opacity + below;
+    if (sum <= 0) {
+        return Qt::transparent;
+    }
+    const auto mixed = [&](double a, double b) {
+        return static_cast<float>(std::clamp((a * opacity + b * below) / sum, 0.0, 1.0));
+    };
+    return QColor::fromRgbF(mixed(upper.redF(), lower.redF()),
+                            mixed(upper.greenF(), lower.greenF()),
+                            mixed(upper.blueF(), lower.blueF()), static_cast<float>(sum));
+}
+
+/// The straight edges and what is between them; the corners are squares of `corner`.
+void setStraightParts(QPainter& painter, const QRectF& rect, double corner, double pixel,
+                      const QColor& fill, const Border& border) {
+    painter.fillRect(rect.adjusted(0, corner, 0, -corner), fill);
+    const double between = rect.width() - 2 * corner;
+    painter.fillRect(QRectF(rect.left() + corner, rect.top(), between, corner), fill);
+    painter.fillRect(QRectF(rect.left() + corner, rect.bottom() - corner, between, corner), fill);
+    const double pixels = border.width / pixel;
+    for (int i = 0; i < pixels; ++i) {
+        QColor line = border.color;
+        line.setAlphaF(line.alphaF() * static_cast<float>(std::min(1.0, pixels - i)));
+        line = over(line, fill);
+        const double near = i * pixel;
+        const double far = near + pixel;
+        painter.fillRect(QRectF(rect.left() + corner, rect.top() + near, between, pixel), line);
+        painter.fillRect(QRectF(rect.left() + corner, rect.bottom() - far, between, pixel), line);
+        const double height = rect.height() - 2 * corner;
+        painter.fillRect(QRectF(rect.left() + near, rect.top() + corner, pixel, height), line);
+        painter.fillRect(QRectF(rect.right() - far, rect.top() + corner, pixel, height), line);
+    }
 }
 
 }  // namespace
@@ -81,6 +121,35 @@ void strokeBorder(QPainter& painter, const QRectF& rect, double radius, const Bo
 
 void strokeCapsuleBorder(QPainter& painter, const QRectF& rect, const Border& border) {
     paintCapsule(painter, rect, QColor(), border);
+}
+
+void setRoundedRect(QPainter& painter, const QRectF& rect, double radius, const QColor& fill,
+                    const Border& border) {
+    const auto paintWhole = [&] {
+        // One after the other: the fill goes on beneath the translucent border.
+        paintRoundedRect(painter, rect, radius, fill);
+        strokeBorder(painter, rect, radius, border);
+    };
+    const double pixel = 1 / painter.device()->devicePixelRatioF();
+    const double reach = std::max(radius * continuousCornerReach, border.width);
+    const double corner = std::ceil(reach / pixel) * pixel;
+    if (2 * corner >= std::min(rect.width(), rect.height())) {
+        paintWhole();
+        return;
+    }
+    painter.save();
+    painter.setRenderHint(QPainter::Antialiasing, false);
+    painter.setCompositionMode(QPainter::CompositionMode_Source);
+    setStraightParts(painter, rect, corner, pixel, fill, border);
+    painter.restore();
+    for (const double x : {rect.left(), rect.right() - corner}) {
+        for (const double y : {rect.top(), rect.bottom() - corner}) {
+            painter.save();
+            painter.setClipRect(QRectF(x, y, corner, corner), Qt::IntersectClip);
+            paintWhole();
+            painter.restore();
+        }
+    }
 }
 
 }  // namespace tessellon

@@ -36,4 +36,11 @@ void paintCapsule(QPainter& painter, const QRectF& rect, const QColor& fill,
 void strokeBorder(QPainter& painter, const QRectF& rect, double radius, const Border& border);
 void strokeCapsuleBorder(QPainter& painter, const QRectF& rect, const Border& border);
 
+/// Fills a rounded rectangle and draws its border over the fill, on nothing: what lies below is not
+/// blended in but must have been cleared. Its edges are on whole device pixels. Much faster than
+/// the general way where the shape is large, since every pixel but those of the corners is only
+/// set.
+void setRoundedRect(QPainter& painter, const QRectF& rect, double radius, const QColor& fill,
+                    const Border& border);
+
 }  // namespace tessellon

@@ -13,6 +13,9 @@
 #include <QAccessible>
 #include <QFontDatabase>
 #include <QRawFont>
+#include <algorithm>
+#include <cstdlib>
+#include <functional>
 #include <set>
 
 namespace tessellon {
@@ -212,6 +215,52 @@ TEST_F(Painting, BordersStayInsideTheEdge) {
     EXPECT_TRUE(shows(image, 20, 10, palette::ink));
     EXPECT_TRUE(shows(image, 20, 11, palette::ink));
     EXPECT_TRUE(shows(image, 20, 12, palette::cream));
+}
+
+/// The largest difference of a channel between two pictures of the same shape, as they are seen on
+/// white.
+int largestDifference(const QImage& one, const QImage& other) {
+    int largest = 0;
+    for (int y = 0; y < one.height(); ++y) {
+        for (int x = 0; x < one.width(); ++x) {
+            const QRgb a = one.pixel(x, y);
+            const QRgb b = other.pixel(x, y);
+            largest = std::max({largest, std::abs(qAlpha(a) - qAlpha(b)),
+                                std::abs(qRed(a) * qAlpha(a) - qRed(b) * qAlpha(b)) / 255,
+                                std::abs(qGreen(a) * qAlpha(a) - qGreen(b) * qAlpha(b)) / 255,
+                                std::abs(qBlue(a) * qAlpha(a) - qBlue(b) * qAlpha(b)) / 255});
+        }
+    }
+    return largest;
+}
+
+TEST_F(Painting, AShapeThatIsSetLooksLikeOneThatIsBlended) {
+    const QColor fill = palette::withOpacity(palette::teal, 0.3);
+    for (const double ratio : {1.0, 1.5, 2.0}) {
+        for (const double width : {0.0, 1.0, 1.4, 2.0}) {
+            // The last one is all corners.
+            for (const QRectF& rect :
+                 {QRectF(2, 4, 120, 60), QRectF(0, 0, 44, 100), QRectF(10, 10, 40, 30)}) {
+                const Border border{palette::withOpacity(palette::ink, 0.8), width};
+                const auto draw = [&](const std::function<void(QPainter&)>& paint) {
+                    QImage image(QSize(130, 110) * ratio, QImage::Format_ARGB32_Premultiplied);
+                    image.setDevicePixelRatio(ratio);
+                    image.fill(Qt::transparent);
+                    QPainter painter(&image);
+                    paint(painter);
+                    return image;
+                };
+                const QImage set = draw(
+                    [&](QPainter& painter) { setRoundedRect(painter, rect, 14, fill, border); });
+                const QImage blended = draw([&](QPainter& painter) {
+                    paintRoundedRect(painter, rect, 14, fill);
+                    strokeBorder(painter, rect, 14, border);
+                });
+                EXPECT_LE(largestDifference(set, blended), 3)
+                    << ratio << ' ' << width << ' ' << rect.width();
+            }
+        }
+    }
 }
 
 TEST_F(Painting, ALayerIsDimmedAsAWhole) {
