@@ -24,6 +24,7 @@ using Place = std::array<int, 4>;  // x, y, width, height of the whole frame
 struct BareMove {
     xcb_window_t window = XCB_WINDOW_NONE;
     Place place{};
+    bool operator==(const BareMove&) const = default;
 };
 
 class BareMover {

@@ -1,20 +1,28 @@
 // Times the program and its adapters on private desktops, beside other tools that move windows, and
-// prints one report.
+// writes one report.
 //
-// Usage: desktop_benchmark [FILE]
-// Also writes the report to FILE. The environment variable TESSELLON_BENCHMARK picks one section by
-// name: press, listing, tiling, drag, process or interface.
+// Usage: desktop_benchmark [--domain FILE] [--template FILE --document FILE] [SECTION...]
+// Prints the report of the sections that are named, or of all of them. --domain names what
+// domain_benchmark has measured; --document is the template with the report filled in.
 #include "client_windows.h"
+#include "document.h"
 #include "report.h"
 #include "sections.h"
 
+#include <algorithm>
 #include <array>
 #include <cstdlib>
 #include <exception>
 #include <fstream>
 #include <iostream>
+#include <iterator>
+#include <map>
+#include <set>
 #include <span>
+#include <stdexcept>
+#include <string>
 #include <string_view>
+#include <vector>
 
 namespace {
 
@@ -24,37 +32,84 @@ struct Section {
     std::string_view name;
     void (*measure)(Report&);
 };
-constexpr std::array<Section, 7> sections{{
+constexpr std::array<Section, 8> sections{{
     {"press", measurePressToSettled},
-    {"listing", measureListing},
     {"tiling", measureTiling},
+    {"listing", measureListing},
+    {"arrangements", measureArrangements},
     {"drag", measureDragPanels},
     {"windows", measureOwnWindows},
-    {"process", measureProcessCosts},
     {"interface", measureInterface},
+    {"process", measureProcessCosts},
 }};
 
-int run(std::span<char* const> arguments) {
-    const char* const chosen = std::getenv("TESSELLON_BENCHMARK");
+struct Request {
+    std::map<std::string, std::string> files;
+    std::set<std::string, std::less<>> sections;
+
+    bool wants(std::string_view section) const {
+        return sections.empty() || sections.contains(section);
+    }
+};
+
+Request requestOf(std::span<char* const> arguments) {
+    Request request;
+    for (std::size_t i = 0; i < arguments.size(); ++i) {
+        const std::string argument = arguments[i];
+        if (argument == "--domain" || argument == "--template" || argument == "--document") {
+            if (++i == arguments.size()) {
+                throw std::runtime_error(argument + " needs a file");
+            }
+            request.files[argument] = arguments[i];
+        } else if (argument == "domain" ||
+                   std::any_of(sections.begin(), sections.end(),
+                               [&](const Section& section) { return section.name == argument; })) {
+            request.sections.insert(argument);
+        } else {
+            throw std::runtime_error("there is no section " + argument);
+        }
+    }
+    return request;
+}
+
+std::string contentsOf(const std::string& file) {
+    std::ifstream stream(file);
+    if (!stream) {
+        throw std::runtime_error("cannot read " + file);
+    }
+    return {std::istreambuf_iterator<char>(stream), {}};
+}
+
+void write(const std::string& file, const std::string& text) {
+    std::ofstream stream(file);
+    stream << text;
+    stream.close();
+    if (!stream) {
+        throw std::runtime_error("cannot write " + file);
+    }
+}
+
+void run(const Request& request) {
+    const std::string ranOn = machine();
     Report report;
     for (const Section& section : sections) {
-        if (chosen == nullptr || section.name == chosen) {
+        if (request.wants(section.name)) {
             std::cerr << "measuring: " << section.name << "...\n";
             section.measure(report);
         }
     }
-    const std::string table = report.markdown();
-    std::cout << table;
-    if (arguments.size() > 1) {
-        std::ofstream file(arguments[1]);
-        file << table;
-        file.close();
-        if (!file) {
-            std::cerr << "cannot write " << arguments[1] << '\n';
-            return EXIT_FAILURE;
-        }
+    if (request.files.contains("--domain")) {
+        describeDomain(report, contentsOf(request.files.at("--domain")));
     }
-    return EXIT_SUCCESS;
+    std::cout << report.markdown();
+    if (request.files.contains("--document")) {
+        auto values = report.sections();
+        values["budgets"] = report.budgets();
+        values["date"] = today();
+        values["machine"] = ranOn;
+        write(request.files.at("--document"),
+              filled(contentsOf(request.files.at("--template")), values));
+    }
 }
 
 }  // namespace
@@ -66,9 +121,10 @@ int main(int argc, char** argv) {
         return showWindows(std::atoi(arguments[2]));
     }
     try {
-        return run(arguments);
+        run(requestOf(arguments.subspan(1)));
     } catch (const std::exception& error) {
         std::cerr << "desktop_benchmark: " << error.what() << '\n';
         return EXIT_FAILURE;
     }
+    return EXIT_SUCCESS;
 }

@@ -4,13 +4,17 @@
 #include "harness/keyboard.h"
 #include "harness/pointer.h"
 #include "harness/program.h"
+#include "harness/tray.h"
 #include "harness/wait.h"
 #include "process_usage.h"
 #include "sections.h"
 
+#include <chrono>
 #include <cstdint>
+#include <optional>
 #include <stdexcept>
 #include <string>
+#include <thread>
 #include <vector>
 
 namespace tessellon::benchmarks {
@@ -23,6 +27,7 @@ using desktop::PrivateDesktop;
 
 constexpr int rounds = 25;
 constexpr Milliseconds mostForGrid{25};
+constexpr int menuRounds = 10;
 constexpr int soakDrags = 1000;
 constexpr int soakOpenings = 1000;
 constexpr int roundsBeforeSoak = 25;
@@ -176,9 +181,10 @@ void measureGrid(Report& report, Hands& hands, const std::string& how) {
     }
     hands.drop();
     report.add(timeRow("Super down in a drag → grid seen, the first time, " + how, first));
-    report.add(timeRow(
-        "Super down in a drag → grid seen again, " + how, again, "",
-        Budget{"≤ " + number(mostForGrid.count(), 0) + " ms", median(again) <= mostForGrid}));
+    report.add(timeRow("Super down in a drag → grid seen again, " + how, again, "",
+                       atMost(mostForGrid, again,
+                              "95 % of the times are below " + text(percentile(again, 0.95)) +
+                                  "; server and compositor draw with the processor here.")));
     report.add(timeRow("pointer enters a zone → first change seen, " + how, zone));
 }
 
@@ -242,10 +248,44 @@ void soak(Report& report, Hands& hands, desktop::Program& program) {
                 number(before, 1) + " MB", "", "", std::nullopt});
     report.add({"after " + std::to_string(soakDrags) + " more drags", number(afterDrags, 1) + " MB",
                 "", "", std::nullopt});
-    report.add({"after " + std::to_string(soakOpenings) + " more openings",
-                number(afterOpenings, 1) + " MB", "", "",
-                Budget{"≤ " + number(mostGrowthInMegabytes, 0) + " MB more",
-                       growth <= mostGrowthInMegabytes}});
+    report.add(
+        {"after " + std::to_string(soakOpenings) + " more openings",
+         number(afterOpenings, 1) + " MB", "", "",
+         Budget{"≤ " + number(mostGrowthInMegabytes, 0) + " MB more",
+                growth <= mostGrowthInMegabytes, "it grew by " + number(growth, 1) + " MB."}});
+}
+
+/// The panel of the status item, pressed in a tray along the upper edge.
+void measureMenu(Report& report, PrivateDesktop& desktop, const std::string& how) {
+    desktop::startTray(desktop, desktop::TrayKind::tint2);
+    desktop::Program program(desktop);
+    program.start();
+    std::optional<Frame> icon;
+    if (!desktop::waitUntil(
+            [&] { return (icon = desktop::findTrayIcon(desktop.x(), "Tessellon")); })) {
+        throw std::runtime_error("the program has no icon in the tray");
+    }
+    program.waitUntilIdle();
+    Screen screen(desktop);
+    desktop.pointer().jumpTo({icon->x + icon->width / 2, icon->y + icon->height / 2});
+    // The panel opens below the icon, or as far to the right as there is room.
+    const Position inPanel{icon->x - 40, desktop::trayHeight + 200};
+    const auto closed = screen.column(inPanel);
+    std::vector<Milliseconds> first;
+    std::vector<Milliseconds> again;
+    for (int i = 0; i <= menuRounds; ++i) {
+        (i == 0 ? first : again).push_back(screen.untilChanged(inPanel, [&] {
+            desktop.pointer().press();
+            desktop.pointer().release();
+        }));
+        program.waitUntilIdle();
+        desktop.keyboard().tap(Key::escape);
+        screen.await(inPanel, closed);
+        // A press that comes sooner would count as the one that closed it.
+        std::this_thread::sleep_for(std::chrono::milliseconds(400));
+    }
+    report.add(timeRow("press of the icon → status panel seen, the first time, " + how, first));
+    report.add(timeRow("press of the icon → status panel seen again, " + how, again));
 }
 
 void measureWith(Report& report, bool withCompositor) {
@@ -264,14 +304,18 @@ void measureWith(Report& report, bool withCompositor) {
     if (!withCompositor) {
         soak(report, hands, program);
     }
+    program.stop();
+    measureMenu(report, desktop, how);
 }
 
 }  // namespace
 
 void measureInterface(Report& report) {
-    report.section("The interface at 1920 × 1080");
+    report.section("interface", "The interface");
+    report.table("");
     measureWith(report, true);
     measureWith(report, false);
+    report.note("On 1920 × 1080, from the key, the press or the motion to the changed pixels.");
 }
 
 }  // namespace tessellon::benchmarks

@@ -1,16 +1,16 @@
 // How long it takes to know all windows that the user sees, by the program's own adapters.
-#include "contenders.h"
+#include "crowd.h"
 #include "engine/window_access.h"
+#include "growth.h"
 #include "harness/private_desktop.h"
-#include "harness/wait.h"
 #include "ports/real_desktop.h"
 #include "sections.h"
 
 #include <algorithm>
-#include <chrono>
+#include <array>
 #include <cstdint>
 #include <cstdlib>
-#include <filesystem>
+#include <map>
 #include <optional>
 #include <stdexcept>
 #include <string>
@@ -26,11 +26,11 @@ using desktop::Frame;
 using desktop::PrivateDesktop;
 using desktop::RealDesktop;
 
-constexpr int processes = 5;
+constexpr std::array<std::size_t, 4> counts{10, 30, 100, 300};
 constexpr int firstLooks = 11;
 constexpr int looks = 51;
+constexpr int commandRuns = 7;
 constexpr Milliseconds mostForUnchanged{1.0};
-constexpr std::size_t crowd = 300;
 
 struct Measured {
     std::vector<Milliseconds> times;
@@ -48,91 +48,104 @@ struct Measured {
                                      std::to_string(expected));
         }
     }
-
-    std::string described() const {
-        return std::to_string(mostRoundTrips) +
-               (mostRoundTrips == 1 ? " round trip" : " round trips");
-    }
 };
 
-void openWindows(PrivateDesktop& desktop, std::size_t count) {
-    const auto self = std::filesystem::read_symlink("/proc/self/exe").string();
-    for (int i = 0; i < processes; ++i) {
-        const std::size_t share = count / processes;
-        desktop.start({self, "--show-windows", std::to_string(share)});
-    }
-    constexpr std::chrono::seconds enough{60};
-    if (!desktop::waitUntil(
-            [&] {
-                const auto windows = desktop.windows().managed();
-                return windows.size() == count && desktop.windows().visibleFrame(windows.back());
-            },
-            enough)) {
-        throw std::runtime_error("the windows do not appear");
-    }
-    waitUntilQuiet(desktop.windowManagerProcess().pid());
-}
+struct Listing {
+    Measured first;
+    Measured unchanged;
+    Measured moved;
+    std::vector<Milliseconds> wmctrl;
+};
 
-void measureCount(Report& report, std::size_t count) {
+Listing measureCount(std::size_t count) {
     PrivateDesktop desktop;
     desktop.startWindowManager("openbox");
-    openWindows(desktop, count);
+    openCrowd(desktop, count);
     setenv("DISPLAY", desktop.display().c_str(), 1);
 
-    Measured first;
+    Listing listing;
     for (int i = 0; i < firstLooks; ++i) {
         RealDesktop fresh;
-        first.add(fresh, count);
+        listing.first.add(fresh, count);
     }
     RealDesktop real;
     Measured warmUp;
     warmUp.add(real, count);
-    Measured unchanged;
     for (int i = 0; i < looks; ++i) {
-        unchanged.add(real, count);
+        listing.unchanged.add(real, count);
     }
-    Measured moved;
     const xcb_window_t window = desktop.windows().managed().front();
     for (int i = 0; i < looks; ++i) {
         const Frame target{100 + i % 2 * 50, 100, 500, 400};
         if (desktop.windows().place(window, target) != target) {
             throw std::runtime_error("the window does not move");
         }
-        moved.add(real, count);
+        listing.moved.add(real, count);
     }
-    std::vector<Milliseconds> listed;
-    for (int i = 0; i < firstLooks; ++i) {
+    for (int i = 0; i < commandRuns; ++i) {
         const auto start = Clock::now();
         desktop::Process list({"wmctrl", "-lG"}, desktop.processOptions("wmctrl"));
         // Leaves the end of the process for its owner to see.
         siginfo_t end{};
         waitid(P_PID, static_cast<id_t>(list.pid()), &end, WEXITED | WNOWAIT);
-        listed.emplace_back(Clock::now() - start);
+        listing.wmctrl.emplace_back(Clock::now() - start);
     }
+    return listing;
+}
 
-    const auto name = std::to_string(count) + " windows, ";
-    const auto times = [&](const Measured& measured) {
-        return number(median(listed) / median(measured.times), 0) + " × faster than wmctrl -lG; " +
-               measured.described();
-    };
-    report.add(timeRow(name + "first look", first.times, times(first)));
-    std::optional<Budget> budget;
-    if (count == crowd) {
-        budget = {"≤ " + text(mostForUnchanged) + ", 1 round trip",
-                  median(unchanged.times) <= mostForUnchanged && unchanged.mostRoundTrips == 1};
+using Listings = std::map<std::size_t, Listing>;
+
+void addRow(Report& report, const std::string& name, const Listings& listings,
+            Measured Listing::*which) {
+    std::vector<std::string> cells{name};
+    std::map<std::size_t, std::vector<Milliseconds>> times;
+    std::uint64_t roundTrips = 0;
+    for (const auto& [count, listing] : listings) {
+        const Measured& measured = listing.*which;
+        cells.push_back(spread(measured.times));
+        times.emplace(count, measured.times);
+        roundTrips = std::max(roundTrips, measured.mostRoundTrips);
     }
-    report.add(timeRow(name + "nothing changed", unchanged.times, times(unchanged), budget));
-    report.add(timeRow(name + "one window moved", moved.times, times(moved)));
-    report.add(timeRow(name + "wmctrl -lG", listed));
+    cells.push_back(std::to_string(roundTrips));
+    cells.push_back(growth(times));
+    report.addCells(std::move(cells));
 }
 
 }  // namespace
 
 void measureListing(Report& report) {
-    report.section("Listing the visible windows");
-    for (const std::size_t count : {std::size_t{10}, std::size_t{100}, crowd}) {
-        measureCount(report, count);
+    Listings listings;
+    for (const std::size_t count : counts) {
+        listings.emplace(count, measureCount(count));
     }
+    report.section("listing", "Listing the visible windows");
+    std::vector<std::string> columns{"median (95 %)"};
+    for (const std::size_t count : counts) {
+        columns.push_back(std::to_string(count) + " windows");
+    }
+    columns.insert(columns.end(), {"round trips", "growth"});
+    report.table("", std::move(columns));
+    addRow(report, "first look", listings, &Listing::first);
+    addRow(report, "nothing changed", listings, &Listing::unchanged);
+    addRow(report, "one window moved", listings, &Listing::moved);
+    std::vector<std::string> cells{"`wmctrl -lG`"};
+    std::map<std::size_t, std::vector<Milliseconds>> times;
+    for (const auto& [count, listing] : listings) {
+        cells.push_back(spread(listing.wmctrl));
+        times.emplace(count, listing.wmctrl);
+    }
+    cells.emplace_back("");
+    cells.push_back(growth(times));
+    report.addCells(std::move(cells));
+
+    const auto& [count, crowd] = *listings.rbegin();
+    const auto& unchanged = crowd.unchanged;
+    report.judge(std::to_string(count) + " windows, nothing changed",
+                 text(median(unchanged.times)) +
+                     ", round trips: " + std::to_string(unchanged.mostRoundTrips),
+                 {"≤ " + number(mostForUnchanged.count(), 0) + " ms, 1",
+                  median(unchanged.times) <= mostForUnchanged && unchanged.mostRoundTrips == 1,
+                  "the first look takes " + text(median(crowd.first.times)) + "."});
 }
 
 }  // namespace tessellon::benchmarks

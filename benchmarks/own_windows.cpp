@@ -17,17 +17,23 @@ constexpr Milliseconds mostForSlider{16.7};
 }  // namespace
 
 void measureOwnWindows(Report& report) {
-    report.section("The settings window, 1920 × 1080, under a compositor");
-    for (const auto& [name, times] : samplesOf(WINDOW_TIMER_PATH)) {
+    const auto samples = samplesOf(WINDOW_TIMER_PATH);
+    report.section("windows", "The settings window");
+    report.table("");
+    for (const auto& [name, times] : samples) {
         const auto most = name == "first opening"    ? mostForOpening
                           : name == "slider follows" ? mostForSlider
                                                      : mostForPage;
-        report.add(timeRow(name, times, "", Budget{"≤ " + text(most), median(times) <= most}));
+        report.add(
+            timeRow(name, times, "",
+                    atMost(most, times,
+                           "95 % of the times are below " + text(percentile(times, 0.95)) + ".")));
     }
-    report.note(
-        "From the call or the motion to the picture in the server. The opening is the first in its "
-        "process, with everything that the toolkit loads for it. Pictures are drawn by the "
-        "processor here.");
+    report.note("On " + Display{}.description() +
+                ". From the call or the motion to the picture in the server. The opening is the "
+                "first in its "
+                "process, with everything that the toolkit loads for it. Pictures are drawn by the "
+                "processor here.");
 }
 
 }  // namespace tessellon::benchmarks

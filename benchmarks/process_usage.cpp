@@ -2,12 +2,11 @@
 
 #include "harness/process.h"
 
+#include <chrono>
 #include <filesystem>
 #include <sstream>
 #include <stdexcept>
 #include <string>
-
-#include <unistd.h>
 
 namespace tessellon::benchmarks {
 namespace {
@@ -36,23 +35,19 @@ Usage usageOf(pid_t process) {
     Usage usage;
     const std::filesystem::path tasks = "/proc/" + std::to_string(process) + "/task";
     for (const auto& task : std::filesystem::directory_iterator(tasks)) {
-        usage.wakeUps += field(task.path() / "status", "voluntary_ctxt_switches");
-        // proc(5): the name in parentheses may hold spaces; utime and stime are the 12th and 13th
-        // words behind it.
-        const std::string stat = desktop::fileContents(task.path() / "stat");
-        std::istringstream words(stat.substr(stat.rfind(')') + 1));
-        constexpr int wordsBefore = 11;
-        std::string ignored;
-        for (int i = 0; i < wordsBefore; ++i) {
-            words >> ignored;
+        // The first number is the time on a processor, in nanoseconds.
+        std::istringstream words(desktop::fileContents(task.path() / "schedstat"));
+        std::uint64_t nanoseconds = 0;
+        if (words >> nanoseconds) {  // else the thread has just ended
+            usage.processorTime += std::chrono::nanoseconds(nanoseconds);
+            usage.wakeUps += field(task.path() / "status", "voluntary_ctxt_switches");
         }
-        double userTicks = 0;
-        double systemTicks = 0;
-        words >> userTicks >> systemTicks;
-        usage.processorSeconds +=
-            (userTicks + systemTicks) / static_cast<double>(sysconf(_SC_CLK_TCK));
     }
     return usage;
+}
+
+double residentMegabytes(pid_t process) {
+    return memory(process, "Rss");
 }
 
 double proportionalMegabytes(pid_t process) {

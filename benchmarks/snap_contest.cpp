@@ -1,10 +1,9 @@
-// One window, moved to and fro between two places by everybody in turn. All are measured by the
-// same observer in the same run; while one works, the others are stopped.
+#include "snap_contest.h"
+
 #include "contenders.h"
 #include "frame_observer.h"
 #include "harness/program.h"
 #include "harness/wait.h"
-#include "sections.h"
 
 #include <array>
 #include <csignal>
@@ -29,11 +28,6 @@ using desktop::Edges;
 using desktop::Frame;
 using desktop::Key;
 using desktop::PrivateDesktop;
-
-// Two presses a round, one for each place.
-constexpr int rounds = 25;
-constexpr double mostOfBareDaemon = 1.25;
-constexpr double leastOfCommand = 2.5;
 
 // The upper left quarter and the right half of 1920 × 1080 with gaps of 8.
 constexpr std::array<Frame, 2> places{{{8, 8, 948, 528}, {964, 8, 948, 1064}}};
@@ -65,12 +59,6 @@ class FolderWatcher {
 
   private:
     int descriptor_;
-};
-
-struct Samples {
-    std::vector<Milliseconds> times;
-    int misses = 0;
-    int writtenBefore = 0;
 };
 
 /// The keys of a contender, one for each place.
@@ -160,102 +148,117 @@ void bindInOpenbox(PrivateDesktop& desktop, const std::vector<Commands>& command
     }
 }
 
-void measureClient(Report& report, const std::string& title,
-                   const std::vector<std::string>& command) {
+struct Entry {
+    Rival rival;
+    Contender contender;
+};
+
+/// Everybody who can be started by a key on this desktop, the program first.
+std::deque<Entry> entries(PrivateDesktop& desktop, desktop::Process& program,
+                          desktop::Process& daemon, bool boundKeys) {
+    const std::vector<Key> ownModifiers{Key::leftControl, Key::leftAlt};
+    const std::vector<Key> daemonModifiers{Key::leftControl, Key::leftAlt, Key::leftShift};
+    std::deque<Entry> result;
+    const auto enter = [&](Rival rival, desktop::Process& process, const Keys& keys) {
+        const auto& modifiers = rival == Rival::tessellon ? ownModifiers : daemonModifiers;
+        result.push_back(
+            {rival, Contender(std::string(nameOf(rival)), desktop, process, modifiers, keys)});
+    };
+    enter(Rival::tessellon, program, snapKeys);
+    enter(Rival::bareDaemon, daemon, bareKeys);
+    enter(Rival::wmctrl, daemon, wmctrlKeys);
+    enter(Rival::xdotool, daemon, xdotoolKeys);
+    if (boundKeys) {
+        enter(Rival::boundWmctrl, daemon, boundWmctrlKeys);
+    }
+    return result;
+}
+
+}  // namespace
+
+std::string_view nameOf(Rival rival) {
+    switch (rival) {
+        case Rival::tessellon:
+            return "tessellon";
+        case Rival::bareDaemon:
+            return "bare daemon";
+        case Rival::wmctrl:
+            return "`wmctrl`";
+        case Rival::xdotool:
+            return "`xdotool`";
+        case Rival::boundWmctrl:
+            return "`wmctrl`, bound in openbox";
+    }
+    return {};
+}
+
+SnapContest holdSnapContest(const std::string& windowManager, std::vector<std::string> command,
+                            int rounds) {
     PrivateDesktop desktop;
-    desktop.startWindowManager("openbox");
+    desktop.startWindowManager(windowManager);
     desktop::Program program(desktop);
     program.start();
-    desktop::Process& client = desktop.start(command);
+    desktop::Process& client = desktop.start(std::move(command));
     const xcb_window_t window = desktop.windows().waitForWindowOf(client.pid());
     desktop.windows().activate(window);
     desktop.windows().place(window, places.back());
     const PlacementHints hints = placementHints(desktop.x(), window);
     const auto commands = commandsFor(desktop, window, hints);
     desktop::Process& daemon = desktop.start(daemonCommand(commands));
-    bindInOpenbox(desktop, commands);
-
-    const std::vector<Key> ownModifiers{Key::leftControl, Key::leftAlt};
-    const std::vector<Key> daemonModifiers{Key::leftControl, Key::leftAlt, Key::leftShift};
-    std::deque<Contender> contenders;
-    contenders.emplace_back("tessellon", desktop, program.process(), ownModifiers, snapKeys);
-    contenders.emplace_back("bare daemon", desktop, daemon, daemonModifiers, bareKeys);
-    contenders.emplace_back("wmctrl -r -e, run by a daemon", desktop, daemon, daemonModifiers,
-                            wmctrlKeys);
-    contenders.emplace_back("wmctrl -r -e, bound in openbox", desktop, daemon, daemonModifiers,
-                            boundWmctrlKeys);
-    contenders.emplace_back("xdotool windowmove windowsize, run by a daemon", desktop, daemon,
-                            daemonModifiers, xdotoolKeys);
+    const bool isOpenbox = windowManager == "openbox";
+    if (isOpenbox) {
+        bindInOpenbox(desktop, commands);
+    }
     FrameObserver observer(desktop.display());
     observer.watch(window);
     // The first snap creates the settings file, so there is a folder to watch.
     const FolderWatcher settings(program.settingsFile().parent_path());
-    for (auto& contender : contenders) {
-        contender.pause();
+    auto all = entries(desktop, program.process(), daemon, isOpenbox);
+    for (auto& entry : all) {
+        entry.contender.pause();
     }
 
-    std::vector<Samples> samples(contenders.size());
+    SnapContest contest;
+    contest.processorTime.add("tessellon", {program.process().pid()});
+    contest.processorTime.add("window manager", {desktop.windowManagerProcess().pid()});
+    contest.processorTime.add("X server", {desktop.serverProcess().pid()});
+    contest.processorTime.add("the window's program", {client.pid()});
     for (int round = -1; round < rounds; ++round) {
-        for (std::size_t i = 0; i < contenders.size(); ++i) {
-            Contender& contender = contenders[i];
+        for (auto& [rival, contender] : all) {
             contender.resume();
             for (std::size_t place = 0; place < places.size(); ++place) {
                 contender.prepare();
                 waitUntilQuiet(client.pid());
                 settings.somethingHappened();
-                const Settling settling =
-                    observer.measure([&] { contender.start(place); },
-                                     {{window, places[place], hints.cellWidth, hints.cellHeight}},
-                                     [&] { return settings.somethingHappened(); });
+                const bool counts = round >= 0;  // everybody's first time does not
+                const bool isOurs = rival == Rival::tessellon;
+                if (counts && isOurs) {
+                    contest.processorTime.start();
+                }
+                const Settling settling = observer.measure(
+                    [&, &each = contender] { each.start(place); },
+                    {{window, places.at(place), hints.cellWidth, hints.cellHeight}},
+                    [&] { return settings.somethingHappened(); });
+                waitUntilQuiet(client.pid());
+                if (counts && isOurs) {
+                    contest.processorTime.stop();
+                }
                 contender.finish(place);
                 waitUntilQuiet(client.pid());
-                if (round < 0) {
-                    continue;  // everybody's first time is not counted
+                if (counts) {
+                    auto& result = contest.results[rival];
+                    result.times.push_back(settling.time);
+                    result.misses += settling.exact ? 0 : 1;
+                    contest.writtenBefore += isOurs && settling.probedEarly ? 1 : 0;
                 }
-                samples[i].times.push_back(settling.time);
-                samples[i].misses += settling.exact ? 0 : 1;
-                samples[i].writtenBefore += settling.probedEarly ? 1 : 0;
             }
             contender.pause();
         }
     }
-    for (auto& contender : contenders) {
-        contender.resume();
+    for (auto& entry : all) {
+        entry.contender.resume();
     }
-
-    report.section("From the key press to the window in its frame: " + title);
-    const Milliseconds own = median(samples.front().times);
-    for (std::size_t i = 0; i < contenders.size(); ++i) {
-        const auto& name = contenders[i].name();
-        Row row = timeRow(name, samples[i].times);
-        if (i > 0) {
-            const Milliseconds other = median(samples[i].times);
-            const bool isCommand = i > 1;
-            row.ratio = isCommand ? "tessellon is " + number(other / own) + " × faster"
-                                  : "tessellon takes " + number(own / other) + " ×";
-            row.budget = isCommand ? Budget{"≥ " + number(leastOfCommand, 1) + " × faster",
-                                            other / own >= leastOfCommand}
-                                   : Budget{"≤ " + number(mostOfBareDaemon) + " ×",
-                                            own / other <= mostOfBareDaemon};
-        }
-        report.add(std::move(row));
-        if (samples[i].misses > 0) {
-            report.note(name + " did not bring the window to its frame " +
-                        std::to_string(samples[i].misses) + " of " +
-                        std::to_string(samples[i].times.size()) + " times.");
-        }
-    }
-    report.note("Settings written before the window was in its frame: " +
-                std::to_string(samples.front().writtenBefore) + " of " +
-                std::to_string(samples.front().times.size()) + " presses.");
-}
-
-}  // namespace
-
-void measurePressToSettled(Report& report) {
-    measureClient(report, "a Qt 6 window", {"/usr/lib/qt6/bin/linguist"});
-    measureClient(report, "a GTK 3 window", {"mousepad"});
-    measureClient(report, "xterm", {"xterm"});
+    return contest;
 }
 
 }  // namespace tessellon::benchmarks

@@ -8,10 +8,18 @@
 
 namespace tessellon::benchmarks {
 
-Samples samplesOf(const std::string& program) {
-    desktop::PrivateDesktop desktop;
+std::string Display::description() const {
+    return std::to_string(width) + " × " + std::to_string(height) +
+           (hasCompositor ? ", with a compositor" : ", without a compositor");
+}
+
+Samples samplesOf(const std::string& program, const Display& display) {
+    const auto size = std::to_string(display.width) + "x" + std::to_string(display.height) + "x24";
+    desktop::PrivateDesktop desktop(desktop::Monitors::one, {"-screen", "0", size});
     desktop.startWindowManager("openbox");
-    desktop.startCompositor();
+    if (display.hasCompositor) {
+        desktop.startCompositor();
+    }
     auto options = desktop.processOptions("timer");
     desktop::Process timer({program}, options);
     constexpr std::chrono::seconds enough{60};

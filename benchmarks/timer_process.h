@@ -12,8 +12,16 @@ namespace tessellon::benchmarks {
 
 using Samples = std::map<std::string, std::vector<Milliseconds>>;
 
-/// Runs such a program to its end on a new desktop with a window manager and a compositor. Throws
-/// when it fails.
-Samples samplesOf(const std::string& program);
+struct Display {
+    int width = 1920;
+    int height = 1080;
+    bool hasCompositor = true;
+
+    /// "1920 × 1080, with a compositor".
+    std::string description() const;
+};
+
+/// Runs such a program to its end on a new desktop with a window manager. Throws when it fails.
+Samples samplesOf(const std::string& program, const Display& display = {});
 
 }  // namespace tessellon::benchmarks

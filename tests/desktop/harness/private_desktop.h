@@ -58,6 +58,8 @@ class PrivateDesktop {
     void killWindowManager();
     Process& windowManagerProcess() { return *windowManager_; }
 
+    Process& serverProcess() { return *server_; }
+
     /// What the session bus and the system's are.
     Process& busProcess() { return *bus_; }
 
