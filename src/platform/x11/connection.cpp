@@ -75,7 +75,9 @@ void Connection::dispatch() {
             const Event event = std::move(pending_.front());
             pending_.pop_front();
             told_ = event.get();
+            pressIsNews_ = eventType(*event) == XCB_KEY_PRESS;
             action_.emit(*event);
+            pressIsNews_ = false;
             told_ = nullptr;
         }
         idle_.emit();

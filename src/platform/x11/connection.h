@@ -20,6 +20,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <utility>
 
 #include <xcb/xcb.h>
 
@@ -62,6 +63,11 @@ class Connection {
     /// none is told.
     bool toldIsOlderThan(std::uint32_t mark) const;
 
+    /// Whether the press of a key is being told whose place in the order of events makes a question
+    /// to the server needless: what happened before it has been pulled. True once for each press,
+    /// since whoever looks again wants to know what has happened meanwhile.
+    bool takeNewsOfPress() { return std::exchange(pressIsNews_, false); }
+
     /// Called after the events of a turn were handed out, before the loop waits again.
     const Signal<>& idle() const { return idle_; }
     /// Emitted once when the server is gone.
@@ -103,6 +109,7 @@ class Connection {
     std::deque<Event> pending_;
     const xcb_generic_event_t* told_ = nullptr;
     bool dispatching_ = false;
+    bool pressIsNews_ = false;
     bool lostReported_ = false;
     mutable std::uint64_t roundTrips_ = 0;
     Token readable_;

@@ -58,7 +58,14 @@ void WindowMirror::look() {
     if (depth_ > 0 && fresh_) {
         return;
     }
-    connection_.sync();
+    connection_.pull();
+    if (isMarked()) {
+        // The answers come behind all events of what happened before.
+        readChanges();
+        connection_.pull();
+    } else if (!connection_.takeNewsOfPress()) {
+        connection_.sync();
+    }
     refresh();
     fresh_ = true;
 }
@@ -388,7 +395,7 @@ void WindowMirror::rebuildLists() {
 }
 
 void WindowMirror::refresh() {
-    for (int pass = 0; pass < mostPasses && (dirtyRoot_ != 0 || !dirtyWindows_.empty()); ++pass) {
+    for (int pass = 0; pass < mostPasses && isMarked(); ++pass) {
         readChanges();
     }
     if (listsDirty_) {

@@ -28,8 +28,9 @@ class WindowMirror {
     /// While the token lives, look() asks the server once at most.
     Token beginReads();
 
-    /// Brings the picture up to date with everything the server has done so far: one round trip
-    /// when nothing changed. Pointers into the mirror are good until the next look or refresh.
+    /// Brings the picture up to date with everything the server has done so far, or up to the press
+    /// of a key that is being told. One round trip as a rule, none for such a press when nothing
+    /// has changed. Pointers into the mirror are good until the next look or refresh.
     void look();
 
     /// Reads again what the events pulled so far have marked; no round trip when that is nothing.
@@ -84,6 +85,9 @@ class WindowMirror {
         std::uint64_t shadowChanges = 0;
     };
     struct RootCookies;
+
+    /// Events have told of something that was not read again yet.
+    bool isMarked() const { return dirtyRoot_ != 0 || !dirtyWindows_.empty(); }
 
     void onEvent(const xcb_generic_event_t& event);
     void mappingChanged(xcb_window_t window);
