@@ -11,7 +11,15 @@
 namespace tessellon::benchmarks {
 namespace {
 
-constexpr std::array<std::pair<std::string_view, std::string_view>, 16> descriptions{{
+constexpr std::array<std::pair<std::string_view, std::string_view>, 24> descriptions{{
+    {"captureWindows/10", "capturing 10 windows"},
+    {"captureWindows/30", "capturing 30 windows"},
+    {"captureWindows/100", "capturing 100 windows"},
+    {"captureWindows/300", "capturing 300 windows"},
+    {"applyWindows/10", "applying an arrangement of 10 windows"},
+    {"applyWindows/30", "applying an arrangement of 30 windows"},
+    {"applyWindows/100", "applying an arrangement of 100 windows"},
+    {"applyWindows/300", "applying an arrangement of 300 windows"},
     {"placeUnitInArea", "the frame of a part of the screen"},
     {"targetFrame", "the frame that an action leads to"},
     {"snapFocusedWindow/0", "a snap, no restore records before"},

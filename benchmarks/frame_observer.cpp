@@ -63,7 +63,9 @@ xcb_atom_t FrameObserver::atom(const std::string& name) {
 
 void FrameObserver::watch(xcb_window_t window) {
     const std::uint32_t mask = XCB_EVENT_MASK_STRUCTURE_NOTIFY | XCB_EVENT_MASK_PROPERTY_CHANGE;
+    const xcb_window_t client = window;
     while (window != root_ && window != XCB_WINDOW_NONE) {
+        clients_[window] = client;
         xcb_change_window_attributes(connection_, window, XCB_CW_EVENT_MASK, &mask);
         const Reply<xcb_query_tree_reply_t> tree(
             xcb_query_tree_reply(connection_, xcb_query_tree(connection_, window), nullptr));
@@ -71,10 +73,11 @@ void FrameObserver::watch(xcb_window_t window) {
     }
 }
 
-// All windows in one round trip, so that watching disturbs what is watched as little as possible.
-std::vector<std::optional<Frame>> FrameObserver::readFrames(
-    const std::vector<ExpectedFrame>& windows) {
+// All of them in one round trip.
+void FrameObserver::readFrames(const std::vector<ExpectedFrame>& windows, Frames& frames,
+                               const std::set<xcb_window_t>* which) {
     struct Cookies {
+        std::size_t index;
         xcb_get_geometry_cookie_t geometry;
         xcb_translate_coordinates_cookie_t origin;
         xcb_get_property_cookie_t frame;
@@ -82,17 +85,19 @@ std::vector<std::optional<Frame>> FrameObserver::readFrames(
     };
     std::vector<Cookies> cookies;
     cookies.reserve(windows.size());
-    for (const ExpectedFrame& expected : windows) {
-        const xcb_window_t window = expected.window;
+    for (std::size_t i = 0; i < windows.size(); ++i) {
+        const xcb_window_t window = windows[i].window;
+        if (which != nullptr && !which->contains(window)) {
+            continue;
+        }
         const auto property = [&](xcb_atom_t name) {
             return xcb_get_property(connection_, 0, window, name, XCB_ATOM_CARDINAL, 0, 4);
         };
-        cookies.push_back({xcb_get_geometry(connection_, window),
+        cookies.push_back({i, xcb_get_geometry(connection_, window),
                            xcb_translate_coordinates(connection_, window, root_, 0, 0),
                            property(frameExtents_), property(shadowExtents_)});
     }
-    std::vector<std::optional<Frame>> frames;
-    frames.reserve(windows.size());
+    frames.resize(windows.size());
     for (const Cookies& cookie : cookies) {
         const Reply<xcb_get_geometry_reply_t> geometry(
             xcb_get_geometry_reply(connection_, cookie.geometry, nullptr));
@@ -103,29 +108,43 @@ std::vector<std::optional<Frame>> FrameObserver::readFrames(
         const Reply<xcb_get_property_reply_t> shadow(
             xcb_get_property_reply(connection_, cookie.shadow, nullptr));
         if (!geometry || !origin) {
-            frames.emplace_back();
+            frames[cookie.index].reset();
             continue;
         }
         const Frame client{origin->dst_x, origin->dst_y, geometry->width, geometry->height};
-        frames.emplace_back(shrunk(grown(client, edgesOf(frame.get())), edgesOf(shadow.get())));
+        frames[cookie.index] = shrunk(grown(client, edgesOf(frame.get())), edgesOf(shadow.get()));
     }
-    return frames;
 }
 
-void FrameObserver::waitForEvents() {
+std::set<xcb_window_t> FrameObserver::waitForEvents() {
+    std::set<xcb_window_t> changed;
+    const auto take = [&](const Reply<xcb_generic_event_t>& event) {
+        // The window whose event it is comes first in all that were asked for, behind the sequence
+        // number.
+        const auto found = clients_.find(
+            reinterpret_cast<const xcb_property_notify_event_t*>(event.get())->window);
+        if (found != clients_.end()) {
+            changed.insert(found->second);
+        }
+    };
     // What arrived together with replies is in the library's queue already.
-    if (const Reply<xcb_generic_event_t> event{xcb_poll_for_queued_event(connection_)}; !event) {
+    if (const Reply<xcb_generic_event_t> event{xcb_poll_for_queued_event(connection_)}) {
+        take(event);
+    } else {
         pollfd descriptor{xcb_get_file_descriptor(connection_), POLLIN, 0};
         poll(&descriptor, 1, longestSleepInMilliseconds);
     }
     while (const Reply<xcb_generic_event_t> event{xcb_poll_for_event(connection_)}) {
+        take(event);
     }
+    return changed;
 }
 
 Settling FrameObserver::measure(const std::function<void()>& action,
                                 const std::vector<ExpectedFrame>& expected,
                                 const std::function<bool()>& probe) {
-    auto before = readFrames(expected);
+    Frames before;
+    readFrames(expected, before);
     while (const Reply<xcb_generic_event_t> event{xcb_poll_for_event(connection_)}) {
     }
     const auto start = Clock::now();
@@ -133,9 +152,10 @@ Settling FrameObserver::measure(const std::function<void()>& action,
     auto lastChange = start;
     bool probed = false;
     while (true) {
-        waitForEvents();
+        const auto changed = waitForEvents();
         const bool probedNow = probe();
-        auto frames = readFrames(expected);
+        auto frames = before;
+        readFrames(expected, frames, changed.empty() ? nullptr : &changed);
         const auto now = Clock::now();
         if (frames != before) {
             before = std::move(frames);

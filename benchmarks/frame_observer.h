@@ -1,12 +1,15 @@
 // Measures from outside how long windows take to be where they should be: its own connection to the
-// X server, woken by the events of the windows and of the frames around them.
+// X server, woken by the events of the windows and of the frames around them. Only windows that an
+// event tells of are read, since every question keeps the server from its work.
 #pragma once
 
 #include "harness/frame.h"
 #include "statistics.h"
 
 #include <functional>
+#include <map>
 #include <optional>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -51,12 +54,18 @@ class FrameObserver {
         const std::function<bool()>& probe = [] { return false; });
 
   private:
-    std::vector<std::optional<desktop::Frame>> readFrames(
-        const std::vector<ExpectedFrame>& windows);
-    void waitForEvents();
+    using Frames = std::vector<std::optional<desktop::Frame>>;
+
+    /// Reads the frames of those windows anew that are among `which`, or of all.
+    void readFrames(const std::vector<ExpectedFrame>& windows, Frames& frames,
+                    const std::set<xcb_window_t>* which = nullptr);
+    /// Gives the windows that the events tell of; none when nothing came for a while.
+    std::set<xcb_window_t> waitForEvents();
     xcb_atom_t atom(const std::string& name);
 
     xcb_connection_t* connection_;
+    /// The client that a watched window is, or is around.
+    std::map<xcb_window_t, xcb_window_t> clients_;
     xcb_window_t root_ = XCB_WINDOW_NONE;
     xcb_atom_t frameExtents_ = XCB_ATOM_NONE;
     xcb_atom_t shadowExtents_ = XCB_ATOM_NONE;
