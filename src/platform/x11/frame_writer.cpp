@@ -25,6 +25,10 @@ constexpr int largestCoordinate = 32767;  // of the X protocol
 // state.
 constexpr Seconds shadowTimeout{0.5};
 
+// What a slow window manager may need for one of many windows, which it handles one after the
+// other.
+constexpr Seconds timePerWindow{0.01};
+
 std::uint32_t coordinate(double value) {
     return static_cast<std::uint32_t>(static_cast<std::int32_t>(
         std::clamp(std::round(value), -1.0 * largestCoordinate, 1.0 * largestCoordinate)));
@@ -54,7 +58,7 @@ void FrameWriter::requestSize(xcb_window_t window, Size size) {
 }
 
 bool FrameWriter::waitForWindowManager() {
-    const bool answered = fence_.wait(timeout_);
+    const bool answered = fence_.wait(patience_);
     mirror_.refresh();
     return answered;
 }
@@ -330,6 +334,7 @@ void FrameWriter::flush() {
         return;
     }
     const Requests requests = std::exchange(requests_, {});
+    patience_ = std::max(timeout_, timePerWindow * static_cast<double>(requests.size()));
     if (!perform(requests)) {
         for (const auto& entry : requests) {
             unanswered_.insert(entry.first);

@@ -70,6 +70,7 @@ class FrameWriter {
     const RawInput& input_;
     Fence fence_;
     Seconds timeout_{0.5};
+    Seconds patience_{0.5};  // the timeout, or more for a crowd of windows
     Requests requests_;
     std::set<xcb_window_t> unanswered_;
     // Windows whose shadow was waited for in vain, with the number of its announcements then.
