@@ -6,6 +6,8 @@
 #include "ports/real_desktop.h"
 
 #include <algorithm>
+#include <cstdint>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -83,6 +85,51 @@ TEST_P(PortsTest, theWindowUnderThePointerIsFoundAndItsApplicationNamed) {
     ASSERT_TRUE(engine.lastSnap());
     EXPECT_EQ(engine.lastSnap()->app, "XClock");
     EXPECT_EQ(desktop().windows().settle(below, {8, 33, 948, 1039}), (Frame{8, 33, 948, 1039}));
+}
+
+// The press says where in the order of events it belongs, so the server is asked for nothing but
+// what has changed.
+TEST_P(PortsTest, aPressFindsTheDesktopAsItWasThen) {
+    useDesktopWithoutProgram(Monitors::one);
+    if (IsSkipped()) {
+        return;
+    }
+    const xcb_window_t clock = startClock({300, 200, 700, 500});
+    desktop().windows().activate(clock);
+    RealDesktop real(desktop().display());
+    real.listen();
+    WindowEngine engine(real.services());
+    std::optional<Rect> found;
+    std::uint64_t questions = 0;
+    const auto handler = real.hotKeyCenter().installHandler([&](const auto&) {
+        const auto reads = engine.services().accessibility.beginReads();
+        const auto before = real.roundTrips();
+        const auto window = engine.windows().focusedWindow();
+        found = window ? engine.windows().readFrame(*window) : std::nullopt;
+        questions = real.roundTrips() - before;
+        return HotKeyEventStatus::handled;
+    });
+    constexpr std::uint32_t keyU = 32;
+    const auto hotKey = real.hotKeyCenter().registerHotKey(
+        keyU, hot_key_modifier::control | hot_key_modifier::option, {1, 1});
+    ASSERT_TRUE(hotKey);
+    const auto press = [&] {
+        found.reset();
+        desktop().keyboard().combination(Held::controlAlt, Key::u);
+        return waitUntil([&] {
+            real.serve();
+            return found.has_value();
+        });
+    };
+    ASSERT_TRUE(press());  // the first look reads everything
+    for (const Frame& frame :
+         {Frame{500, 300, 600, 420}, Frame{120, 100, 640, 480}, Frame{500, 300, 600, 420}}) {
+        ASSERT_EQ(desktop().windows().place(clock, frame), frame);
+        ASSERT_TRUE(press());
+        EXPECT_EQ(*found,
+                  (Rect{1.0 * frame.x, 1.0 * frame.y, 1.0 * frame.width, 1.0 * frame.height}));
+        EXPECT_LE(questions, 1U);
+    }
 }
 
 INSTANTIATE_TEST_SUITE_P(On, PortsTest, testedWindowManagers(), windowManagerName);
