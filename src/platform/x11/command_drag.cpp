@@ -32,6 +32,12 @@ bool ignoresCommandPress(std::string_view windowManagerName) {
                        [&](std::string_view name) { return windowManagerName.starts_with(name); });
 }
 
+/// Whether it now and then does nothing upon a request to begin a move.
+bool forgetsRequests(std::string_view windowManagerName) {
+    return windowManagerName.starts_with("Fluxbox");
+}
+constexpr int mostRequests = 5;
+
 bool isOnTitleBar(const ClientWindow& window, Point point) {
     const Rect frame = window.visibleFrame();
     return point.y >= frame.y + resizeHandle && point.y < window.client.y &&
@@ -95,11 +101,11 @@ void CommandDrag::onPressed(std::uint32_t button) {
 }
 
 void CommandDrag::onMotion() {
-    if (!press_ || press_->stage != Stage::still) {
+    if (!press_ || (press_->stage != Stage::still && !asksOnceMore())) {
         return;
     }
     if (!onlyCommandIsDown()) {
-        press_.reset();
+        giveUp();
         return;
     }
     const auto pointer = input_.queryPointer();
@@ -119,18 +125,34 @@ void CommandDrag::onIdle() {
     mirror_.refresh();
     const auto* window = pressedWindow();
     if (!onlyCommandIsDown() || window == nullptr || window->visibleFrame() != press_->frame) {
-        press_.reset();
+        giveUp();
         return;
     }
     press_->stage = Stage::begun;
+    ++press_->requests;
     // A press that begins a move brings its window to the front, too.
     connection_.sendToWindowManager(press_->window, Atom::netActiveWindow,
                                     {sourcePager, XCB_CURRENT_TIME, 0, 0, 0});
     tellWindowManager(beginMove);
 }
 
+bool CommandDrag::asksOnceMore() const {
+    return press_->stage == Stage::begun && press_->requests < mostRequests &&
+           forgetsRequests(mirror_.windowManagerName());
+}
+
+/// Asks for nothing any more. What was asked for has its end with the release.
+void CommandDrag::giveUp() {
+    if (press_->requests == 0) {
+        press_.reset();
+        return;
+    }
+    press_->stage = Stage::begun;
+    press_->requests = mostRequests;
+}
+
 void CommandDrag::onReleased() {
-    if (press_ && press_->stage == Stage::begun && pressedWindow() != nullptr) {
+    if (press_ && press_->requests > 0 && pressedWindow() != nullptr) {
         // Where the button went up before the window manager took the move over, it would keep the
         // pointer for a move that nothing ends. Any other is over by the time it reads this.
         tellWindowManager(cancelMove);

@@ -40,11 +40,14 @@ class CommandDrag {
         Point at;    // of the root
         Rect frame;  // of the window, then
         Stage stage = Stage::still;
+        int requests = 0;
     };
 
     void onPressed(std::uint32_t button);
     void onMotion();
     void onIdle();
+    bool asksOnceMore() const;
+    void giveUp();
     void onReleased();
     bool onlyCommandIsDown() const;
     const ClientWindow* pressedWindow() const;
