@@ -131,14 +131,15 @@ void configureMutter(const fs::path& home, WindowManagerKeys keys) {
 }
 
 void configureFluxbox(const fs::path& home, WindowManagerKeys keys) {
-    // Its own panel would take room without saying so in a strut of its own, and the picture that
-    // its style wants for a background needs a program to show it.
+    // Its own panel would take room without saying so in a strut of its own, and keep a tray though
+    // nobody sees it; the picture that its style wants for a background needs a program to show it.
     writeFile(home / ".fluxbox/init",
               "session.configVersion: 13\n"
               "session.keyFile: ~/.fluxbox/keys\n"
               "session.styleFile: /usr/share/fluxbox/styles/bloe\n"
               "session.styleOverlay: ~/.fluxbox/overlay\n"
               "session.screen0.toolbar.visible: false\n"
+              "session.screen0.toolbar.tools: clock\n"
               "session.screen0.workspaces: 2\n");
     writeFile(home / ".fluxbox/overlay", "background: none\n");
     if (keys == WindowManagerKeys::asShipped) {
@@ -150,7 +151,6 @@ void configureFluxbox(const fs::path& home, WindowManagerKeys keys) {
     writeFile(home / ".fluxbox/keys",
               "OnTitlebar Mouse1 :MacroCmd {Raise} {Focus} {ActivateTab}\n"
               "OnTitlebar Move1 :StartMoving\n"
-              "OnTitlebar Double Mouse1 :Maximize\n"
               "OnLeftGrip Move1 :StartResizing bottomleft\n"
               "OnRightGrip Move1 :StartResizing bottomright\n"
               "OnWindow Mod1 Mouse1 :MacroCmd {Raise} {Focus} {StartMoving}\n"
