@@ -91,6 +91,7 @@ Client* Clients::open(std::size_t place) {
     for (const auto& [name, value] : command.environment) {
         options.environment[name] = value;
     }
+    client.hasOwnDecorations = command.environment.contains("GTK_CSD");
     client.takesSmallSizes = command.takesSmallSizes;
     client.process = std::make_unique<desktop::Process>(command.arguments, options);
     constexpr std::chrono::seconds startsTime{8};

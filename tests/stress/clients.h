@@ -26,6 +26,7 @@ struct Client {
     bool isStuck = false;
     /// Takes every size down to about 200 × 150 pixels.
     bool takesSmallSizes = true;
+    bool hasOwnDecorations = false;
 };
 
 class Clients {

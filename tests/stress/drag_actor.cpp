@@ -61,6 +61,7 @@ void drag(Scene& scene) {
     if (!takeTitleBar(scene, *client)) {
         return;
     }
+    scene.stage.isDragged(*client);
     carry(scene, somewhere(scene.random));
     bool isInterrupted = maybeInterrupt(scene, client);
     if (command == Command::during) {

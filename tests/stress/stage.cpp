@@ -337,7 +337,15 @@ void Stage::letGo() {
     }
 }
 
+void Stage::isDragged(const Client& client) {
+    constexpr int actionsUntilItKnows = 3;
+    if (client.hasOwnDecorations) {
+        draggedByItself_ = actionsUntilItKnows;
+    }
+}
+
 void Stage::recover(Random& random) {
+    draggedByItself_ = std::max(0, draggedByItself_ - 1);
     letGo();
     clients_.resumeAll();
     if (windowManagerShouldRun_ && !desktop_.windowManagerProcess().running()) {

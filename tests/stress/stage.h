@@ -76,6 +76,10 @@ class Stage {
     /// Once all is quiet: so may those of the window that is in front by now, when somebody asked.
     void settleForgetting();
 
+    /// Whether the window that is dragged, or was in the last actions, begins its moves by itself.
+    bool wasDraggedByItself() const { return draggedByItself_ > 0; }
+    void isDragged(const Client& client);
+
     /// Lets go of the button and of every key that is down.
     void letGo();
     /// Brings back who was stopped or killed and has to be there.
@@ -94,6 +98,7 @@ class Stage {
     Ledger ledger_;
     bool programShouldRun_ = false;
     bool asked_ = false;
+    int draggedByItself_ = 0;  // for so many actions more
     std::optional<std::size_t> windowManagerComesAfter_;
     bool windowManagerShouldRun_ = false;
     std::string windowManagerName_;
