@@ -135,6 +135,16 @@ void Clients::resumeAll() {
     }
 }
 
+std::vector<std::string> Clients::names() const {
+    std::vector<std::string> names;
+    for (const auto& client : clients_) {
+        if (client) {
+            names.push_back(client->name);
+        }
+    }
+    return names;
+}
+
 Client* Clients::withWindow(xcb_window_t window) {
     for (auto& client : clients_) {
         if (client && client->window == window) {

@@ -48,6 +48,7 @@ class Clients {
     /// Lets every stopped client run again.
     void resumeAll();
 
+    std::vector<std::string> names() const;
     /// The client of a managed window.
     Client* withWindow(xcb_window_t window);
     /// The clients whose windows are at a place on the screen, whatever lies above them.

@@ -36,6 +36,7 @@ bool takeTitleBar(Scene& scene, Client& client) {
     const Position start{frame->x + frame->width / 4 + std::min(shift, frame->width / 4),
                          frame->y + middleOfTitleBar};
     scene.desktop().pointer().jumpTo(start);
+    scene.stage.ledger().mayForget(client.name);
     for (const Client* const each : scene.stage.clients().under(start)) {
         scene.stage.ledger().mayForget(each->name);
     }

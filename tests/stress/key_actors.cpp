@@ -148,6 +148,10 @@ std::optional<Record> snapIntoQuarter(Scene& scene, Client& client) {
 void pressSomeShortcut(Scene& scene) {
     const Shortcut& shortcut = scene.random.pick(shortcuts);
     scene.stage.mayForgetActive();
+    if (shortcut.key == restore.key) {
+        const Client* const active = scene.stage.activeClient();
+        scene.note("restore " + (active != nullptr ? active->name : "nothing"));
+    }
     scene.desktop().keyboard().combination(shortcut.held, shortcut.key);
 }
 
@@ -168,7 +172,9 @@ void burst(Scene& scene) {
     for (int left = scene.random.between(2, most); left > 0; --left) {
         pressSomeShortcut(scene);
     }
-    maybeInterrupt(scene, scene.stage.activeClient());
+    if (maybeInterrupt(scene, scene.stage.activeClient())) {
+        scene.stage.mayForgetAny();
+    }
     scene.stage.mayForgetActive();
 }
 
@@ -244,7 +250,7 @@ void snapWhileClientDies(Scene& scene) {
     scene.count("killed: a client, while it is snapped");
     scene.stage.clients().kill(*client);
     pressSomeShortcut(scene);
-    scene.stage.mayForgetActive();
+    scene.stage.mayForgetAny();
 }
 
 }  // namespace tessellon::stress

@@ -218,7 +218,9 @@ void useLauncher(Scene& scene) {
     stage.waitUntilQuiet();
     typeSomething(scene);
     stage.mayForgetActive();
-    maybeInterrupt(scene, client);
+    if (maybeInterrupt(scene, client)) {
+        stage.mayForgetAny();
+    }
     if (stage.programShouldRun()) {
         const auto frame = stage.pictureOfWidth(launcherWidth).value_or(Frame{800, 300, 10, 10});
         if (scene.random.chance(25)) {
@@ -252,7 +254,9 @@ void usePanel(Scene& scene) {
             stage.mayForgetActive();
         }
     }
-    maybeInterrupt(scene, client);
+    if (maybeInterrupt(scene, client)) {
+        stage.mayForgetAny();
+    }
     if (stage.programShouldRun() && panelOf(stage)) {
         closeBy(scene, panel->frame());
     }

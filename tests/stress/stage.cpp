@@ -154,10 +154,18 @@ void Stage::startWindowManager(Random& random) {
     const auto names = windowManagerNames();
     std::string name = random.pick(names);
     for (int attempt = 0;; ++attempt) {
+        const bool mustNotSeeMonitors = desktop::windowManager(name).monitorsDescribed ==
+                                        desktop::MonitorsDescribed::afterStart;
+        if (mustNotSeeMonitors) {
+            forgetMonitors();
+        }
         try {
             desktop_.launchWindowManager(name);
             windowManagerShouldRun_ = true;
             desktop_.awaitWindowManager();
+            if (mustNotSeeMonitors) {
+                describeMonitors();
+            }
             break;
         } catch (const std::runtime_error& error) {
             report_.note(name + " did not start");
@@ -194,7 +202,8 @@ void Stage::killTray() {
     }
     report_.count("killed: the tray");
     report_.note("tray killed");
-    desktop::killTray(desktop_, *tray_);
+    // Not waited for: another one, of a window manager, may take charge at once.
+    tray_->kill();
     tray_ = nullptr;
 }
 
@@ -266,13 +275,21 @@ const std::vector<Stage::Layout>& Stage::layouts() {
 void Stage::changeDisplays(Random& random) {
     report_.count("displays changed");
     report_.note("displays changed");
-    const Layout& layout = random.pick(layouts());
+    layout_ = random.below(layouts().size());
+    forgetMonitors();
+    describeMonitors();
+}
+
+void Stage::forgetMonitors() {
     for (const std::string& name : monitors_) {
         desktop_.run({"xrandr", "--delmonitor", name});
     }
     monitors_.clear();
+}
+
+void Stage::describeMonitors() {
     displays_.clear();
-    for (const auto& monitor : layout.monitors) {
+    for (const auto& monitor : layouts()[layout_].monitors) {
         desktop_.run({"xrandr", "--setmonitor", monitor.name, monitor.geometry, monitor.output});
         monitors_.emplace(monitor.name);
         displays_.push_back(monitor.frame);
@@ -312,6 +329,12 @@ void Stage::mayForgetActive() {
     asked_ = true;
     if (const Client* const client = activeClient()) {
         ledger_.mayForget(client->name);
+    }
+}
+
+void Stage::mayForgetAny() {
+    for (const std::string& name : clients_.names()) {
+        ledger_.mayForget(name);
     }
 }
 

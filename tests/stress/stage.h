@@ -73,6 +73,8 @@ class Stage {
     Client* activeClient();
     /// Restore records of the window in front may go.
     void mayForgetActive();
+    /// Somebody asked while the window in front went: so may those of all others.
+    void mayForgetAny();
     /// Once all is quiet: so may those of the window that is in front by now, when somebody asked.
     void settleForgetting();
 
@@ -88,6 +90,8 @@ class Stage {
   private:
     struct Layout;
     static const std::vector<Layout>& layouts();
+    void describeMonitors();
+    void forgetMonitors();
     std::vector<std::string> windowManagerNames() const;
 
     Report& report_;
@@ -106,6 +110,7 @@ class Stage {
     std::unique_ptr<desktop::Process> compositor_;
     std::unique_ptr<desktop::Process> bus_;
     std::vector<desktop::Frame> displays_;
+    std::size_t layout_ = 0;
     std::set<std::string> monitors_;
     std::map<std::string, int> maySay_;
     std::size_t heard_ = 0;
