@@ -212,8 +212,14 @@ void useLauncher(Scene& scene) {
                           stage.activeClient() == client &&
                           scene.desktop().windows().visibleFrame(client->window).has_value();
     scene.desktop().keyboard().combination({Key::rightSuper}, Key::slash);
-    if (mustOpen && !waitUntil([&] { return launcherIsOpen(stage); })) {
-        require(stage.activeClient() != client, "the launcher opens", "it does not");
+    constexpr std::chrono::milliseconds aWhile{5000};
+    if (mustOpen && !waitUntil([&] { return launcherIsOpen(stage); }, aWhile)) {
+        // Another window that comes to the front closes it at once, as it does soon after a window
+        // manager has taken over.
+        scene.count("launchers that did not stay open");
+        scene.desktop().keyboard().combination({Key::rightSuper}, Key::slash);
+        const bool opens = waitUntil([&] { return launcherIsOpen(stage); });
+        require(opens || stage.activeClient() != client, "the launcher opens", "it does not");
     }
     stage.waitUntilQuiet();
     typeSomething(scene);
