@@ -4,10 +4,20 @@
 
 namespace tessellon::desktop {
 
+namespace {
+
+constexpr std::string_view barsAreCut =
+    "This window manager cuts a bar that reaches across two displays to the first one, although "
+    "the "
+    "bar asks for room on both. Tessellon uses the room where there is no bar, so that windows of "
+    "the second display begin at its edge. With a bar on each display, or on one, all is exact.";
+
+}  // namespace
+
 const std::vector<KnownDifference>& knownDifferences() {
     static const std::vector<KnownDifference> table{
         {{"openbox", "metacity", "marco", "muffin", "mutter", "kwin", "icewm"},
-         {Row::places},
+         {Row::places, Row::cycle, Row::displayMoves},
          Subject::wholeCells,
          toTheCell,
          "Terminals ask for sizes in whole cells, and this window manager holds all windows to "
@@ -19,6 +29,20 @@ const std::vector<KnownDifference>& knownDifferences() {
          "A window whose smallest size is larger than its place would hang out of the screen "
          "there. "
          "This window manager pushes it back until all of it is seen."},
+        {{"i3"},
+         {Row::places, Row::restore},
+         Subject::maximized,
+         none,
+         "i3 has no maximized windows."},
+        {{"i3"},
+         {Row::tile, Row::arrangement},
+         Subject::minimized,
+         none,
+         "i3 has no minimized windows."},
+        {{"jwm", "i3"}, {Row::displayMoves}, Subject::plain, tooHigh, barsAreCut},
+        {{"jwm", "i3"}, {Row::displayMoves}, Subject::wholeCells, tooHigh, barsAreCut},
+        {{"jwm", "i3"}, {Row::displayMoves}, Subject::qt, tooHigh, barsAreCut},
+        {{"jwm", "i3"}, {Row::displayMoves}, Subject::ownDecorations, tooHigh, barsAreCut},
     };
     return table;
 }

@@ -49,7 +49,7 @@ void MatrixTest::TearDown() {
     if (IsSkipped()) {
         return;
     }
-    std::map<Key, std::string> outcomesOfCells;
+    std::map<std::pair<Row, Subject>, std::string> outcomesOfCells;
     for (const Row row : rows_) {
         for (const Subject subject : textOf(row).subjects) {
             std::string all;
@@ -103,6 +103,15 @@ std::string MatrixTest::placeOutcome(xcb_window_t window, const Frame& wanted,
     if (frame == before) {
         return std::string(stays);
     }
+    if (frame && frame->y < wanted.y) {
+        const int bottom = wanted.y + wanted.height;
+        for (const int height : {wanted.height, bottom - frame->y}) {
+            if (desktop().windows().matchesWithinIncrements(
+                    window, {wanted.x, frame->y, wanted.width, height})) {
+                return std::string(tooHigh);
+            }
+        }
+    }
     std::ostringstream text;
     text << frame.value_or(Frame{}) << " instead of " << wanted;
     return text.str();
@@ -128,9 +137,41 @@ void MatrixTest::noteUnmoved(Row row, Subject subject, xcb_window_t window, cons
     notePlace(row, subject, window, frame, {});
 }
 
+bool MatrixTest::sendAndNote(Row row, Subject subject, xcb_window_t window, Held held, Key key,
+                             const Frame& wanted) {
+    const Frame before = frameOf(window);
+    desktop().windows().activate(window);
+    desktop().keyboard().combination(held, key);
+    return notePlace(row, subject, window, wanted, before);
+}
+
+Frame MatrixTest::frameOf(xcb_window_t window) {
+    return desktop().windows().visibleFrame(window).value_or(Frame{});
+}
+
+std::chrono::milliseconds MatrixTest::patienceFor(Row row, Subject subject) const {
+    return expected(row, subject) == none ? std::chrono::milliseconds{500} : patience;
+}
+
+bool MatrixTest::minimize(Row row, xcb_window_t window) {
+    if (desktop().windows().minimizes(window, patienceFor(row, Subject::minimized))) {
+        return true;
+    }
+    note(row, Subject::minimized, none);
+    return false;
+}
+
+bool MatrixTest::maximize(Row row, xcb_window_t window) {
+    if (desktop().windows().maximizes(window, patienceFor(row, Subject::maximized))) {
+        return true;
+    }
+    note(row, Subject::maximized, none);
+    return false;
+}
+
 xcb_window_t MatrixTest::startSubject(Subject subject, const Frame& frame) {
     const xcb_window_t window = desktop().startWithWindow(commandOf(subject));
-    if (subject != Subject::fullScreen) {
+    if (subject != Subject::fullScreen && subject != Subject::dialog) {
         desktop().windows().place(window, atLeastSmallest(window, frame));
     }
     return window;

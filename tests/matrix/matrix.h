@@ -24,6 +24,7 @@
 #include "known_differences.h"
 #include "outcomes.h"
 
+#include <chrono>
 #include <map>
 #include <set>
 #include <string>
@@ -56,19 +57,28 @@ class MatrixTest : public WindowManagerTest {
     /// Waits until all is quiet and notes whether the window is still at `frame`.
     void noteUnmoved(Row row, Subject subject, xcb_window_t window, const Frame& frame);
 
-    /// Starts a program of that kind and brings its window to the frame, or the smallest one that
-    /// it accepts there.
+    /// Presses the combination for the window and notes where that brings it, as notePlace does.
+    bool sendAndNote(Row row, Subject subject, xcb_window_t window, Held held, Key key,
+                     const Frame& wanted);
+    Frame frameOf(xcb_window_t window);
+
+    /// Bring a window into that state. False, and noted for the cell, where there is none.
+    bool minimize(Row row, xcb_window_t window);
+    bool maximize(Row row, xcb_window_t window);
+
+    /// Starts a program of that kind and brings its window to the frame, or the smallest one that it
+    /// accepts there. Full-screen windows and dialogs have frames of their own.
     xcb_window_t startSubject(Subject subject, const Frame& frame);
 
     /// The frame, made as large as the window's program wants it at least.
     Frame atLeastSmallest(xcb_window_t window, Frame frame);
 
   private:
+    std::chrono::milliseconds patienceFor(Row row, Subject subject) const;
     std::string placeOutcome(xcb_window_t window, const Frame& wanted, const Frame& before);
 
-    using Key = std::pair<Row, Subject>;
     std::vector<Row> rows_;
-    std::map<Key, std::set<std::string, std::less<>>> noted_;
+    std::map<std::pair<Row, Subject>, std::set<std::string, std::less<>>> noted_;
 };
 
 /// The window managers of the matrix.

@@ -2,7 +2,7 @@
 #include "matrix.h"
 
 #include <array>
-#include <vector>
+#include <map>
 
 namespace tessellon::desktop {
 namespace {
@@ -31,24 +31,9 @@ constexpr std::array places{
     Shortcut{Held::controlAlt, Key::enter, {8, 33, 1904, 1039}},
     Shortcut{Held::controlAltShift, Key::enter, {48, 73, 1824, 959}},
 };
-constexpr Shortcut restoring{Held::controlAlt, Key::backspace, {}};
-
 constexpr Frame original{240, 160, 903, 640};
 
-class PlaceTest : public MatrixTest {
-  protected:
-    /// Sends a window there and notes where it went.
-    bool send(Row row, Subject subject, xcb_window_t window, const Shortcut& shortcut,
-              const Frame& wanted) {
-        const Frame before = frameOf(window);
-        desktop().windows().activate(window);
-        desktop().keyboard().combination(shortcut.held, shortcut.key);
-        return notePlace(row, subject, window, wanted, before);
-    }
-    Frame frameOf(xcb_window_t window) {
-        return desktop().windows().visibleFrame(window).value_or(Frame{});
-    }
-};
+using PlaceTest = MatrixTest;
 
 TEST_P(PlaceTest, everyPlaceAndBack) {
     if (!begin({Row::places, Row::restore})) {
@@ -57,17 +42,58 @@ TEST_P(PlaceTest, everyPlaceAndBack) {
     program().start();
     for (const Subject subject : textOf(Row::places).subjects) {
         const xcb_window_t window = startSubject(subject, original);
-        if (subject == Subject::maximized) {
-            desktop().windows().maximize(window);
+        if (subject == Subject::maximized && !maximize(Row::places, window)) {
+            note(Row::restore, subject, none);
+            continue;
         }
         const Frame first = frameOf(window);
         for (const Shortcut& place : places) {
-            if (!send(Row::places, subject, window, place, place.target)) {
+            if (!sendAndNote(Row::places, subject, window, place.held, place.key, place.target)) {
                 break;
             }
         }
-        send(Row::restore, subject, window, restoring, first);
+        sendAndNote(Row::restore, subject, window, Held::controlAlt, Key::backspace, first);
         desktop().windows().close(window);
+    }
+}
+
+TEST_P(PlaceTest, severalTimesTheSame) {
+    if (!begin({Row::cycle})) {
+        return;
+    }
+    program().start();
+    const Frame half{8, 33, 948, 1039};
+    const Frame third{8, 33, 631, 1039};
+    const Frame twoThirds{8, 33, 1266, 1039};
+    for (const Subject subject : textOf(Row::cycle).subjects) {
+        const xcb_window_t window = startSubject(subject, original);
+        for (const Frame& size : {half, third, twoThirds, half}) {
+            if (!sendAndNote(Row::cycle, subject, window, Held::controlAlt, Key::left, size)) {
+                break;
+            }
+            program().waitUntilIdle();
+        }
+        desktop().windows().close(window);
+    }
+}
+
+TEST_P(PlaceTest, backAfterARestart) {
+    if (!begin({Row::restoreAfterRestart})) {
+        return;
+    }
+    program().start();
+    std::map<Subject, xcb_window_t> windows;
+    for (const Subject subject : textOf(Row::restoreAfterRestart).subjects) {
+        windows[subject] = startSubject(subject, original);
+        const Frame topRight{964, 33, 948, 516};
+        EXPECT_EQ(snap(windows[subject], Held::controlAlt, Key::i, topRight), topRight);
+    }
+    program().waitUntilIdle();
+    EXPECT_EQ(program().stop(), (ProcessEnd{.exitCode = 0, .signal = std::nullopt}));
+    program().start();
+    for (const auto& [subject, window] : windows) {
+        sendAndNote(Row::restoreAfterRestart, subject, window, Held::controlAlt, Key::backspace,
+                    original);
     }
 }
 

@@ -11,7 +11,15 @@ namespace tessellon::desktop {
 /// A behaviour of the program.
 enum class Row : std::uint8_t {
     places,
+    cycle,
     restore,
+    restoreAfterRestart,
+    displayMoves,
+    tile,
+    arrangement,
+    leftAlone,
+    ignored,
+    small,
 };
 
 /// What a behaviour is tried with.

@@ -17,7 +17,6 @@ constexpr std::array<std::string_view, static_cast<std::size_t>(Atom::count)> at
     "_NET_WORKAREA",
     "_NET_MOVERESIZE_WINDOW",
     "_NET_WM_MOVERESIZE",
-    "_NET_REQUEST_FRAME_EXTENTS",
     "_NET_FRAME_EXTENTS",
     "_GTK_FRAME_EXTENTS",
     "_GTK_APPLICATION_ID",

@@ -19,7 +19,6 @@ enum class Atom : std::size_t {
     netWorkarea,
     netMoveresizeWindow,
     netWmMoveresize,
-    netRequestFrameExtents,
     netFrameExtents,
     gtkFrameExtents,   // widths of the invisible shadow of client-side decorations (GTK, Qt)
     gtkApplicationId,  // GTK

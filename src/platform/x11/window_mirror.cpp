@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <array>
+#include <span>
 #include <string_view>
 
 namespace tessellon::x11 {
@@ -25,6 +26,13 @@ constexpr std::uint32_t mostClients = 65536;
 
 constexpr std::uint32_t identityFacets =
     facet::process | facet::windowClass | facet::gtkApplicationId | facet::kind;
+
+// They keep docks out of _NET_CLIENT_LIST.
+constexpr std::array<std::string_view, 2> docksUnlisted{"i3", "JWM"};
+
+bool contains(std::span<const std::string_view> names, std::string_view name) {
+    return std::find(names.begin(), names.end(), name) != names.end();
+}
 
 void selectEvents(const Connection& connection, xcb_window_t window, std::uint32_t mask) {
     xcb_change_window_attributes(connection.xcb(), window, XCB_CW_EVENT_MASK, &mask);
@@ -92,15 +100,21 @@ void WindowMirror::onEvent(const xcb_generic_event_t& event) {
         case XCB_CREATE_NOTIFY:
             dirtyRoot_ |= rootChildren;
             break;
-        case XCB_MAP_NOTIFY:
-            mappingChanged(eventAs<xcb_map_notify_event_t>(event).window);
+        case XCB_MAP_NOTIFY: {
+            const auto& notify = eventAs<xcb_map_notify_event_t>(event);
+            mappingChanged(notify.window);
+            if (notify.override_redirect == 0) {
+                appeared(notify.window);
+            }
             break;
+        }
         case XCB_UNMAP_NOTIFY:
             mappingChanged(eventAs<xcb_unmap_notify_event_t>(event).window);
             break;
         case XCB_REPARENT_NOTIFY: {
             const auto window = eventAs<xcb_reparent_notify_event_t>(event).window;
             dirtyRoot_ |= rootChildren;
+            appeared(window);
             mark(window, facet::parent | facet::geometry | facet::mapping);
             markByTopLevel(window, facet::parent | facet::geometry | facet::mapping);
             break;
@@ -115,6 +129,7 @@ void WindowMirror::onEvent(const xcb_generic_event_t& event) {
                 ++windowManagerRevision_;
                 dirtyRoot_ |= rootManager | rootClients;
             }
+            maybeDocks_.erase(window);
             forget(window);
             break;
         }
@@ -131,6 +146,12 @@ void WindowMirror::mappingChanged(xcb_window_t window) {
     dirtyRoot_ |= windowManagerAlive() ? 0 : rootClients;
     mark(window, facet::mapping);
     markByTopLevel(window, facet::mapping);
+}
+
+void WindowMirror::appeared(xcb_window_t window) {
+    if (contains(docksUnlisted, windowManagerName_) && !windows_.contains(window)) {
+        maybeDocks_.insert(window);
+    }
 }
 
 void WindowMirror::onProperty(const xcb_property_notify_event_t& event) {
@@ -195,10 +216,6 @@ void WindowMirror::adopt(xcb_window_t id) {
     tracked.window.id = id;
     tracked.window.generation = nextGeneration_++;
     dirtyWindows_.insert(id);
-    if (windowManagerName_ == "i3") {
-        // It tells the widths of its frames only to those who ask.
-        connection_.sendToWindowManager(id, Atom::netRequestFrameExtents, {});
-    }
 }
 
 WindowMirror::RootCookies WindowMirror::sendRootRequests(std::uint32_t parts) const {
@@ -312,6 +329,9 @@ void WindowMirror::readWindowManager(xcb_window_t candidate) {
             windowManagerName_ = text(rawProperty(nameReply.get()));
         }
     }
+    // It announces none, and to those who ask the same for all windows, framed or not.
+    reader_.setFrameWidths(windowManagerName_ == "i3" ? WindowReader::FrameWidths::measured
+                                                      : WindowReader::FrameWidths::announced);
     if (wasAlive != windowManagerAlive() || former != candidate) {
         ++windowManagerRevision_;
     }
@@ -368,6 +388,37 @@ void WindowMirror::readChanges() {
     }
 }
 
+void WindowMirror::adoptUnlistedDocks() {
+    if (!contains(docksUnlisted, windowManagerName_)) {
+        maybeDocks_.clear();
+        return;
+    }
+    if (std::exchange(docksLookedForAt_, windowManagerRevision_) != windowManagerRevision_) {
+        const auto clients = clientsWithoutManager(connection_);
+        maybeDocks_.insert(clients.begin(), clients.end());
+    }
+    std::vector<xcb_window_t> unknown;
+    for (const auto window : std::exchange(maybeDocks_, {})) {
+        if (!windows_.contains(window)) {
+            unknown.push_back(window);
+        }
+    }
+    for (const auto window : docksAmong(connection_, unknown)) {
+        adopt(window);
+    }
+}
+
+std::vector<const ClientWindow*> WindowMirror::reservingRoom() const {
+    std::vector<const ClientWindow*> result;
+    for (const auto& [id, tracked] : windows_) {
+        const auto& window = tracked.window;
+        if (window.strut && window.hasGeometry && (window.managed || window.viewable)) {
+            result.push_back(&window);
+        }
+    }
+    return result;
+}
+
 void WindowMirror::rebuildLists() {
     managed_.clear();
     stacking_.clear();
@@ -397,6 +448,7 @@ void WindowMirror::rebuildLists() {
 void WindowMirror::refresh() {
     for (int pass = 0; pass < mostPasses && isMarked(); ++pass) {
         readChanges();
+        adoptUnlistedDocks();
     }
     if (listsDirty_) {
         rebuildLists();
@@ -431,8 +483,7 @@ bool WindowMirror::isOnCurrentDesktop(const ClientWindow& window) const {
     // Each monitor of theirs shows a desktop, and what is on none of those is unmapped.
     constexpr std::array<std::string_view, 5> desktopPerMonitor{"i3", "bspwm", "awesome",
                                                                 "herbstluftwm", "qtile"};
-    if (std::find(desktopPerMonitor.begin(), desktopPerMonitor.end(), windowManagerName_) !=
-        desktopPerMonitor.end()) {
+    if (contains(desktopPerMonitor, windowManagerName_)) {
         return window.viewable;
     }
     // The others have one current desktop, and the compositing ones keep the rest mapped.

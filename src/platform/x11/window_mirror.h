@@ -60,6 +60,10 @@ class WindowMirror {
     /// Managed windows, in the order they appeared.
     const std::vector<const ClientWindow*>& managed() const { return managed_; }
 
+    /// Windows that keep room at the edges of the screen for themselves. Some window managers do
+    /// not list them among those they manage.
+    std::vector<const ClientWindow*> reservingRoom() const;
+
     /// Managed windows, front-most first.
     const std::vector<const ClientWindow*>& stacking() const { return stacking_; }
 
@@ -87,10 +91,13 @@ class WindowMirror {
     struct RootCookies;
 
     /// Events have told of something that was not read again yet.
-    bool isMarked() const { return dirtyRoot_ != 0 || !dirtyWindows_.empty(); }
+    bool isMarked() const {
+        return dirtyRoot_ != 0 || !dirtyWindows_.empty() || !maybeDocks_.empty();
+    }
 
     void onEvent(const xcb_generic_event_t& event);
     void mappingChanged(xcb_window_t window);
+    void appeared(xcb_window_t window);
     void onProperty(const xcb_property_notify_event_t& event);
     void mark(xcb_window_t id, std::uint32_t facets);
     void markByTopLevel(xcb_window_t id, std::uint32_t facets);
@@ -101,6 +108,7 @@ class WindowMirror {
     void collectRoot(const RootCookies& cookies, std::uint32_t parts);
     void readWindowManager(xcb_window_t candidate);
     void updateMembership(const std::vector<xcb_window_t>& clients);
+    void adoptUnlistedDocks();
     void readChanges();
     void rebuildLists();
 
@@ -109,7 +117,8 @@ class WindowMirror {
     std::unordered_map<xcb_window_t, Tracked> windows_;
     std::unordered_multimap<xcb_window_t, xcb_window_t> clientsOfTopLevel_;  // tabs share one
     std::unordered_set<xcb_window_t> dirtyWindows_;
-    std::vector<xcb_window_t> rootChildren_;  // bottom first
+    std::unordered_set<xcb_window_t> maybeDocks_;  // shown, and not in the window manager's list
+    std::vector<xcb_window_t> rootChildren_;       // bottom first
     std::vector<const ClientWindow*> managed_;
     std::vector<const ClientWindow*> stacking_;
     std::uint32_t dirtyRoot_;
@@ -118,6 +127,7 @@ class WindowMirror {
     bool windowManagerAlive_ = false;
     std::string windowManagerName_;
     std::uint64_t windowManagerRevision_ = 0;
+    std::uint64_t docksLookedForAt_ = 0;  // revision of the window manager
     xcb_window_t active_ = XCB_WINDOW_NONE;
     std::uint32_t currentDesktop_ = 0;
     std::optional<Rect> workArea_;

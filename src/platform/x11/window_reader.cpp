@@ -95,7 +95,7 @@ WindowReader::Cookies WindowReader::send(const Job& job) const {
     if (wants(facet::mapping)) {
         cookies.attributes = xcb_get_window_attributes_unchecked(xcb, id);
     }
-    if (wants(facet::frameExtents)) {
+    if (wants(facet::frameExtents) && frameWidths_ == FrameWidths::announced) {
         cookies.frameExtents = property(connection_.atom(Atom::netFrameExtents));
     }
     if (wants(facet::shadowExtents)) {
@@ -164,7 +164,7 @@ void WindowReader::collect(Job& job, const Cookies& cookies) const {
             xcb_get_window_attributes_reply(xcb, cookies.attributes, nullptr));
         window.viewable = attributes != nullptr && attributes->map_state == XCB_MAP_STATE_VIEWABLE;
     }
-    if (wants(facet::frameExtents)) {
+    if (wants(facet::frameExtents) && frameWidths_ == FrameWidths::announced) {
         window.frame = extents(rawProperty(property(cookies.frameExtents).get()));
     }
     if (wants(facet::shadowExtents)) {
@@ -292,6 +292,43 @@ void WindowReader::findTopLevels(std::span<Job> jobs) const {
     }
 }
 
+void WindowReader::measureFrames(std::span<Job> jobs) const {
+    struct Question {
+        ClientWindow* window;
+        xcb_get_geometry_cookie_t frame;
+    };
+    std::vector<Question> questions;
+    for (const auto& job : jobs) {
+        if ((job.facets & (facet::geometry | facet::parent)) != 0 && !job.gone) {
+            questions.push_back(
+                {job.window, xcb_get_geometry_unchecked(connection_.xcb(), job.window->topLevel)});
+        }
+    }
+    if (questions.empty()) {
+        return;
+    }
+    connection_.countRoundTrip();
+    for (const auto& [window, cookie] : questions) {
+        const Reply<xcb_get_geometry_reply_t> frame(
+            xcb_get_geometry_reply(connection_.xcb(), cookie, nullptr));
+        if (!frame || window->topLevel == window->id) {
+            window->frame.reset();
+            continue;
+        }
+        const Rect outer{static_cast<double>(frame->x), static_cast<double>(frame->y),
+                         frame->width + 2.0 * frame->border_width,
+                         frame->height + 2.0 * frame->border_width};
+        const Rect& client = window->client;
+        const auto width = [](double difference) {
+            return static_cast<std::int32_t>(std::max(difference, 0.0));
+        };
+        window->frame = Extents{.left = width(client.minX() - outer.minX()),
+                                .right = width(outer.maxX() - client.maxX()),
+                                .top = width(client.minY() - outer.minY()),
+                                .bottom = width(outer.maxY() - client.maxY())};
+    }
+}
+
 void WindowReader::readProcesses(std::span<Job> jobs) const {
     // The process behind a remote client's connection is a tunnel that it shares with others.
     const auto asks = [this](const Job& job) {
@@ -345,6 +382,9 @@ void WindowReader::read(std::span<Job> jobs, const std::function<void()>& meanwh
     }
     readProcesses(jobs);
     findTopLevels(jobs);
+    if (frameWidths_ == FrameWidths::measured) {
+        measureFrames(jobs);
+    }
 }
 
 }  // namespace tessellon::x11

@@ -40,6 +40,11 @@ class WindowReader {
     /// The facet that a change of this property concerns; 0 for properties that nobody reads.
     std::uint32_t facetOf(xcb_atom_t property) const;
 
+    /// Take the widths of frames from the window manager's windows instead of _NET_FRAME_EXTENTS;
+    /// costs a round trip more.
+    enum class FrameWidths : std::uint8_t { announced, measured };
+    void setFrameWidths(FrameWidths widths) { frameWidths_ = widths; }
+
     struct Job {
         ClientWindow* window = nullptr;
         std::uint32_t facets = 0;
@@ -60,11 +65,13 @@ class WindowReader {
     Cookies send(const Job& job) const;
     void collect(Job& job, const Cookies& cookies) const;
     void findTopLevels(std::span<Job> jobs) const;
+    void measureFrames(std::span<Job> jobs) const;
     void readProcesses(std::span<Job> jobs) const;
     WindowKind kindOf(const RawProperty& types, bool isTransient) const;
 
     const Connection& connection_;
     bool canTellProcesses_;
+    FrameWidths frameWidths_ = FrameWidths::announced;
 };
 
 }  // namespace tessellon::x11

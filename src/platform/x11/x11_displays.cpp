@@ -267,6 +267,7 @@ double X11Displays::primaryHeight() const {
 std::vector<Screen> X11Displays::screens() const {
     mirror_.look();
     const auto& all = monitors();
+    const auto docks = mirror_.reservingRoom();
     const double height = primaryHeight();
     const auto flipped = [&](const Rect& r) {
         return Rect{r.x, height - r.maxY(), r.width, r.height};
@@ -278,7 +279,7 @@ std::vector<Screen> X11Displays::screens() const {
         screen.id = monitor.id;
         screen.frame = flipped(monitor.frame);
         screen.visibleFrame = flipped(visibleArea(
-            monitor.frame, rootFrame(), mirror_.managed(),
+            monitor.frame, rootFrame(), docks,
             all.size() == 1 && mirror_.windowManagerAlive() ? mirror_.workArea() : std::nullopt));
         screen.uuid = monitor.uuid;
         screen.localizedName =

@@ -272,25 +272,35 @@ void DesktopWindows::showDesktop(std::uint32_t number) {
 }
 
 void DesktopWindows::maximize(xcb_window_t window) {
+    if (!maximizes(window, patience)) {
+        throw std::runtime_error("the window did not become maximized");
+    }
+}
+
+bool DesktopWindows::maximizes(xcb_window_t window, std::chrono::milliseconds timeout) {
     x_.tellRoot(window, "_NET_WM_STATE",
                 {stateAdd, x_.atom("_NET_WM_STATE_MAXIMIZED_VERT"),
                  x_.atom("_NET_WM_STATE_MAXIMIZED_HORZ"), sourcePager, 0});
-    if (!waitUntil([&] {
+    return waitUntil(
+        [&] {
             // The program has followed once its window is as wide as the screen, without a shadow.
             const auto frame = visibleFrame(window);
             return hasState(window, "_NET_WM_STATE_MAXIMIZED_VERT") &&
                    hasState(window, "_NET_WM_STATE_MAXIMIZED_HORZ") && frame &&
                    frame->width >= x_.width() && edges(window, "_GTK_FRAME_EXTENTS") == Edges{};
-        })) {
-        throw std::runtime_error("the window did not become maximized");
-    }
+        },
+        timeout);
 }
 
 void DesktopWindows::minimize(xcb_window_t window) {
-    x_.tellRoot(window, "WM_CHANGE_STATE", {stateIconic, 0, 0, 0, 0});
-    if (!waitUntil([&] { return !isShown(window); })) {
+    if (!minimizes(window, patience)) {
         throw std::runtime_error("the window did not become minimized");
     }
+}
+
+bool DesktopWindows::minimizes(xcb_window_t window, std::chrono::milliseconds timeout) {
+    x_.tellRoot(window, "WM_CHANGE_STATE", {stateIconic, 0, 0, 0, 0});
+    return waitUntil([&] { return !isShown(window); }, timeout);
 }
 
 std::vector<Frame> DesktopWindows::unmanagedOf(pid_t process) {

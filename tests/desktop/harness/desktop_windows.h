@@ -7,6 +7,7 @@
 #include "harness/window_manager.h"
 #include "harness/x_session.h"
 
+#include <chrono>
 #include <optional>
 #include <string>
 #include <vector>
@@ -59,6 +60,10 @@ class DesktopWindows {
     void activate(xcb_window_t window);
     void maximize(xcb_window_t window);
     void minimize(xcb_window_t window);
+
+    /// The same for window managers that may have no such state: false when it does not come.
+    bool maximizes(xcb_window_t window, std::chrono::milliseconds timeout);
+    bool minimizes(xcb_window_t window, std::chrono::milliseconds timeout);
 
     /// Shows another desktop of the window manager's, and waits for it. Throws when it has none.
     void showDesktop(std::uint32_t number);

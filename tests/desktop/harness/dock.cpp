@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <array>
 #include <stdexcept>
+#include <string_view>
 
 namespace tessellon::desktop {
 
@@ -16,6 +17,9 @@ Dock::Dock(XSession& session, std::uint16_t height)
                       height, 0, XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT,
                       XCB_CW_BACK_PIXEL, values.data());
     x_.setValues(window_, "_NET_WM_WINDOW_TYPE", "ATOM", {x_.atom("_NET_WM_WINDOW_TYPE_DOCK")});
+    constexpr std::string_view nameAndClass("bar\0Bar", sizeof "bar\0Bar");
+    xcb_change_property(x_.connection(), XCB_PROP_MODE_REPLACE, window_, XCB_ATOM_WM_CLASS,
+                        XCB_ATOM_STRING, 8, nameAndClass.size(), nameAndClass.data());
     // left, right, top, bottom; then the start and end of each along its edge (EWMH).
     x_.setValues(window_, "_NET_WM_STRUT_PARTIAL", "CARDINAL",
                  {0, 0, height, 0, 0, 0, 0, 0, 0, x_.width() - 1U, 0, 0});

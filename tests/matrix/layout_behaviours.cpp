@@ -1,0 +1,156 @@
+// Several displays, several windows: display moves, tiling, and arrangements.
+#include "matrix.h"
+#include "menu_fixture.h"
+
+#include <array>
+#include <cstdlib>
+#include <map>
+#include <vector>
+
+namespace tessellon::desktop {
+namespace {
+
+using DisplayMoveTest = MatrixTest;
+
+TEST_P(DisplayMoveTest, toTheNextDisplayAndBack) {
+    if (!begin({Row::displayMoves}, Monitors::twoSideBySide)) {
+        return;
+    }
+    program().start();
+    struct Step {
+        Held held;
+        Key key;
+        Frame target;
+    };
+    constexpr std::array steps{
+        Step{Held::controlAlt, Key::enter, {8, 33, 944, 1039}},
+        Step{Held::controlAltSuper, Key::right, {968, 33, 944, 1039}},
+        Step{Held::controlAltSuper, Key::right, {8, 33, 944, 1039}},
+        Step{Held::controlAltSuper, Key::left, {968, 33, 944, 1039}},
+        Step{Held::controlAlt, Key::down, {968, 556, 944, 516}},
+        Step{Held::controlAltSuper, Key::left, {8, 556, 944, 516}},
+    };
+    for (const Subject subject : textOf(Row::displayMoves).subjects) {
+        const xcb_window_t window = startSubject(subject, {100, 100, 503, 440});
+        for (const Step& step : steps) {
+            if (!sendAndNote(Row::displayMoves, subject, window, step.held, step.key,
+                             step.target)) {
+                break;
+            }
+        }
+        desktop().windows().close(window);
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(On, DisplayMoveTest, everyWindowManager(), windowManagerName);
+
+using TileTest = MatrixTest;
+
+TEST_P(TileTest, fillsTheDisplayWithWhatIsSeenThere) {
+    if (!begin({Row::tile})) {
+        return;
+    }
+    program().change({{"tilingEnabled", true}});
+    program().start();
+    auto& windows = desktop().windows();
+    const Frame original{240, 160, 903, 640};
+    const Frame other{300, 200, 801, 602};
+    const xcb_window_t own = startSubject(Subject::ownDecorations, original);
+    windows.showDesktop(1);
+    const xcb_window_t elsewhere = startSubject(Subject::otherDesktop, other);
+    windows.showDesktop(0);
+    const xcb_window_t icon = startSubject(Subject::minimized, other);
+    const bool minimizes = minimize(Row::tile, icon);
+    if (!minimizes) {
+        windows.close(icon);
+        waitUntil([&] { return !desktop().x().exists(icon); });
+    }
+    const xcb_window_t full = startSubject(Subject::fullScreen, {});
+    const xcb_window_t dialog = startSubject(Subject::dialog, original);
+    const xcb_window_t qt = startSubject(Subject::qt, original);
+    const xcb_window_t plain = startSubject(Subject::plain, original);
+    for (const xcb_window_t window : {own, qt, plain}) {
+        windows.activate(window);
+    }
+    program().waitUntilIdle();
+    const Frame ofFull = frameOf(full);
+    const Frame ofDialog = frameOf(dialog);
+    desktop().keyboard().combination(Held::controlAltSuper, Key::t);
+    notePlace(Row::tile, Subject::plain, plain, {8, 33, 1139, 1039}, original);
+    notePlace(Row::tile, Subject::qt, qt, {1154, 33, 758, 516}, original);
+    notePlace(Row::tile, Subject::ownDecorations, own, {1154, 556, 758, 516}, original);
+    noteUnmoved(Row::tile, Subject::fullScreen, full, ofFull);
+    noteUnmoved(Row::tile, Subject::dialog, dialog, ofDialog);
+    if (minimizes) {
+        note(Row::tile, Subject::minimized, windows.isShown(icon) ? "shown" : exact);
+        windows.activate(icon);
+        noteUnmoved(Row::tile, Subject::minimized, icon, other);
+    }
+    windows.showDesktop(1);
+    noteUnmoved(Row::tile, Subject::otherDesktop, elsewhere, other);
+}
+
+INSTANTIATE_TEST_SUITE_P(On, TileTest, everyWindowManager(), windowManagerName);
+
+using ArrangementTest = MenuTesting<MatrixTest>;
+
+TEST_P(ArrangementTest, bringsWindowsBack) {
+    if (!begin({Row::arrangement})) {
+        return;
+    }
+    program().start();
+    auto& windows = desktop().windows();
+    const Frame anywhere{300, 200, 801, 602};
+    const xcb_window_t icon = startSubject(Subject::minimized, anywhere);
+    const bool minimizes = minimize(Row::arrangement, icon);
+    if (!minimizes) {
+        windows.close(icon);
+    }
+    struct Saved {
+        Subject subject;
+        Key key;
+        Frame frame;
+        xcb_window_t window = XCB_WINDOW_NONE;
+    };
+    std::array saved{
+        Saved{Subject::ownDecorations, Key::k, {964, 556, 948, 516}},
+        Saved{Subject::qt, Key::i, {964, 33, 948, 516}},
+        Saved{Subject::plain, Key::left, {8, 33, 948, 1039}},
+    };
+    for (Saved& each : saved) {
+        each.window = startSubject(each.subject, anywhere);
+        EXPECT_EQ(snap(each.window, Held::controlAlt, each.key, each.frame), each.frame);
+    }
+    click(openedAt({960, 300}).saveCurrent());
+    EXPECT_TRUE(waitUntilClosed());
+    program().waitUntilIdle();
+    for (const Saved& each : saved) {
+        windows.place(each.window, anywhere);
+    }
+    click(opened().arrangement(0));
+    EXPECT_TRUE(waitUntilClosed());
+    for (const Saved& each : saved) {
+        // Kept as shares of the display, so that a pixel may be lost on the way.
+        Frame wanted = each.frame;
+        waitUntil([&] {
+            const Frame now = frameOf(each.window);
+            const bool isNear = std::abs(now.x - wanted.x) <= 1 &&
+                                std::abs(now.y - wanted.y) <= 1 &&
+                                std::abs(now.width - wanted.width) <= 2 &&
+                                std::abs(now.height - wanted.height) <= 2;
+            wanted = isNear ? now : wanted;
+            return isNear;
+        });
+        notePlace(Row::arrangement, each.subject, each.window, wanted, anywhere);
+    }
+    if (minimizes) {
+        note(Row::arrangement, Subject::minimized, windows.isShown(icon) ? "shown" : exact);
+        windows.activate(icon);
+        noteUnmoved(Row::arrangement, Subject::minimized, icon, anywhere);
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(On, ArrangementTest, everyWindowManager(), windowManagerName);
+
+}  // namespace
+}  // namespace tessellon::desktop

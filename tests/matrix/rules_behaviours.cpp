@@ -1,0 +1,75 @@
+// Windows that are left alone: by their kind, by the user's list, by their size.
+#include "matrix.h"
+
+#include <string>
+
+namespace tessellon::desktop {
+namespace {
+
+constexpr Frame original{300, 200, 801, 602};
+constexpr Frame leftHalf{8, 33, 948, 1039};
+constexpr Frame topLeft{8, 33, 948, 516};
+
+using LeftAloneTest = MatrixTest;
+
+TEST_P(LeftAloneTest, byTheirKind) {
+    if (!begin({Row::leftAlone})) {
+        return;
+    }
+    program().start();
+    for (const Subject subject : textOf(Row::leftAlone).subjects) {
+        const xcb_window_t window = startSubject(subject, original);
+        desktop().windows().activate(window);
+        program().waitUntilIdle();
+        const Frame before = frameOf(window);
+        desktop().keyboard().combination(Held::controlAlt, Key::left);
+        noteUnmoved(Row::leftAlone, subject, window, before);
+        desktop().windows().close(window);
+        EXPECT_TRUE(waitUntil([&] { return !desktop().x().exists(window); }));
+    }
+}
+
+TEST_P(LeftAloneTest, byTheListOfTheUser) {
+    if (!begin({Row::ignored})) {
+        return;
+    }
+    program().change({{"ignored", std::string("XClock\nLinguist\ngtk3-demo")}});
+    program().start();
+    std::map<Subject, xcb_window_t> windows;
+    for (const Subject subject : textOf(Row::ignored).subjects) {
+        windows[subject] = startSubject(subject, original);
+        desktop().windows().activate(windows[subject]);
+        const Frame before = frameOf(windows[subject]);
+        desktop().keyboard().combination(Held::controlAlt, Key::left);
+        noteUnmoved(Row::ignored, subject, windows[subject], before);
+    }
+    program().change({{"ignored", std::string()}});
+    program().waitUntilIdle();
+    for (const auto& [subject, window] : windows) {
+        sendAndNote(Row::ignored, subject, window, Held::controlAlt, Key::left, leftHalf);
+    }
+}
+
+TEST_P(LeftAloneTest, byTheirSize) {
+    if (!begin({Row::small})) {
+        return;
+    }
+    program().start();
+    const Frame small{300, 200, 399, 300};
+    const Frame justLargeEnough{300, 200, 400, 300};
+    const xcb_window_t window = startSubject(Subject::plain, small);
+    desktop().windows().activate(window);
+    desktop().keyboard().combination(Held::controlAlt, Key::left);
+    noteUnmoved(Row::small, Subject::plain, window, small);
+    desktop().windows().place(window, justLargeEnough);
+    sendAndNote(Row::small, Subject::plain, window, Held::controlAlt, Key::left, leftHalf);
+    desktop().windows().place(window, small);
+    program().change({{"ignoreSmall", false}});
+    program().waitUntilIdle();
+    sendAndNote(Row::small, Subject::plain, window, Held::controlAlt, Key::u, topLeft);
+}
+
+INSTANTIATE_TEST_SUITE_P(On, LeftAloneTest, everyWindowManager(), windowManagerName);
+
+}  // namespace
+}  // namespace tessellon::desktop
