@@ -60,6 +60,11 @@ void checkInput(Stage& stage) {
         desktop.keyboard().ungrab();
         return isFree;
     };
+    // A click or a key may have opened a menu of a client.
+    for (int levels = 3; levels > 0 && stage.clients().showMenu(); --levels) {
+        desktop.keyboard().tap(desktop::Key::escape);
+        stage.waitUntilQuiet();
+    }
     // A client that draws its own title bar asks the window manager to move it. Where it is so slow
     // that the button is up by then, the window manager waits for a click to end the move.
     constexpr std::chrono::milliseconds untilFreed{2000};

@@ -2,6 +2,7 @@
 
 #include "harness/wait.h"
 
+#include <algorithm>
 #include <csignal>
 #include <fstream>
 
@@ -23,7 +24,10 @@ Command commandOf(std::size_t place, const std::string& title, const std::filesy
         case 0:
             return {{"xclock", "-title", title, "-xrm", "XClock.input: True"}, {}};
         case 1:
-            return {{"xterm", "-title", title, "-e", "sleep", "100000"}, {}};
+            // Alt and Return would make it full-screen while nobody listens to our shortcuts.
+            return {
+                {"xterm", "-title", title, "-xrm", "*fullscreen: never", "-e", "sleep", "100000"},
+                {}};
         case 2:
             return {{"mousepad", "--disable-server", document}, {}, false};
         case 3:  // with decorations and a shadow of its own
@@ -133,6 +137,12 @@ void Clients::resumeAll() {
             client->isStopped = false;
         }
     }
+}
+
+bool Clients::showMenu() {
+    return std::any_of(clients_.begin(), clients_.end(), [&](const auto& client) {
+        return client && !desktop_.windows().unmanagedOf(client->process->pid()).empty();
+    });
 }
 
 std::vector<std::string> Clients::names() const {

@@ -48,6 +48,8 @@ class Clients {
     /// Lets every stopped client run again.
     void resumeAll();
 
+    /// Whether one has a menu open, with which it holds the pointer.
+    bool showMenu();
     std::vector<std::string> names() const;
     /// The client of a managed window.
     Client* withWindow(xcb_window_t window);
