@@ -39,7 +39,20 @@ void typeSomething(Scene& scene) {
     }
 }
 
-/// Closes the launcher or the panel for sure, whatever came before.
+/// A chord that was to close the launcher opens it where something else had closed it.
+void closeForSure(Scene& scene) {
+    constexpr int attempts = 4;
+    constexpr std::chrono::milliseconds aWhile{1000};
+    scene.stage.waitUntilQuiet();
+    for (int attempt = 0; attempt < attempts && scene.stage.programShouldRun(); ++attempt) {
+        if (waitUntil([&] { return scene.stage.pictures().empty(); }, aWhile)) {
+            return;
+        }
+        scene.desktop().keyboard().tap(Key::escape);
+        scene.stage.waitUntilQuiet();
+    }
+}
+
 void closeBy(Scene& scene, const Frame& frame) {
     auto& keyboard = scene.desktop().keyboard();
     enum class Way { escape, clickOutside, chord, enter };
@@ -65,11 +78,7 @@ void closeBy(Scene& scene, const Frame& frame) {
             break;
     }
     scene.stage.mayForgetActive();
-    scene.stage.waitUntilQuiet();
-    // An interruption, or a chord that opens what the way before had closed.
-    if (scene.stage.programShouldRun() && !scene.stage.pictures().empty()) {
-        keyboard.tap(Key::escape);
-    }
+    closeForSure(scene);
 }
 
 /// Starts the program a second time, which opens or closes the panel of the one that runs.
@@ -237,6 +246,7 @@ void useLauncher(Scene& scene) {
         if (launcherIsOpen(stage)) {
             closeBy(scene, frame);
         }
+        closeForSure(scene);
     }
     stage.mayForgetActive();
 }
@@ -265,6 +275,9 @@ void usePanel(Scene& scene) {
     }
     if (stage.programShouldRun() && panelOf(stage)) {
         closeBy(scene, panel->frame());
+    }
+    if (stage.programShouldRun()) {
+        closeForSure(scene);
     }
     switchBack(scene);
     stage.mayForgetActive();
