@@ -10,7 +10,7 @@ constexpr std::string_view barsAreCut =
     "This window manager cuts a bar that reaches across two displays to the first one, although "
     "the "
     "bar asks for room on both. Tessellon uses the room where there is no bar, so that windows of "
-    "the second display begin at its edge. With a bar on each display, or on one, all is exact.";
+    "the second display begin at its edge.";
 
 }  // namespace
 
@@ -29,6 +29,16 @@ const std::vector<KnownDifference>& knownDifferences() {
          "A window whose smallest size is larger than its place would hang out of the screen "
          "there. "
          "This window manager pushes it back until all of it is seen."},
+        {{"icewm"},
+         {Row::places},
+         Subject::minimumSize,
+         keptOnScreen,
+         "A window whose smallest size is larger than its place would hang out of the screen "
+         "there. "
+         "IceWM pushes it back until all of it is seen, or gives it its place all the same, now "
+         "the "
+         "one and now the other.",
+         Occurs::sometimes},
         {{"i3"},
          {Row::places, Row::restore},
          Subject::maximized,

@@ -5,6 +5,7 @@
 
 #include "rows.h"
 
+#include <cstdint>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -24,6 +25,9 @@ inline constexpr std::string_view stays = "stays";
 /// The window manager has no such state or window.
 inline constexpr std::string_view none = "none";
 
+/// Whether a difference is there every time, or depends on who is quicker.
+enum class Occurs : std::uint8_t { always, sometimes };
+
 struct KnownDifference {
     /// Window managers that it holds for.
     std::vector<std::string_view> windowManagers;
@@ -32,6 +36,7 @@ struct KnownDifference {
     std::string_view outcome;
     /// Why, in a sentence for the user. The same sentence makes the same note.
     std::string_view note;
+    Occurs occurs = Occurs::always;
 };
 
 const std::vector<KnownDifference>& knownDifferences();

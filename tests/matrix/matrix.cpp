@@ -62,8 +62,11 @@ void MatrixTest::TearDown() {
             if (all.empty() && !noted_[{row, subject}].empty()) {
                 all = exact;
             }
-            EXPECT_EQ(all, expected(row, subject))
-                << GetParam() << ", " << textOf(row).id << ", " << textOf(subject).id;
+            const auto* known = knownDifference(GetParam(), row, subject);
+            const bool mayBeExact = known != nullptr && known->occurs == Occurs::sometimes;
+            EXPECT_TRUE(all == expected(row, subject) || (mayBeExact && all == exact))
+                << all << " instead of " << expected(row, subject) << " in " << GetParam() << ", "
+                << textOf(row).id << ", " << textOf(subject).id;
             outcomesOfCells[{row, subject}] = all;
         }
     }

@@ -66,8 +66,8 @@ class MatrixTest : public WindowManagerTest {
     bool minimize(Row row, xcb_window_t window);
     bool maximize(Row row, xcb_window_t window);
 
-    /// Starts a program of that kind and brings its window to the frame, or the smallest one that it
-    /// accepts there. Full-screen windows and dialogs have frames of their own.
+    /// Starts a program of that kind and brings its window to the frame, or the smallest one that
+    /// it accepts there. Full-screen windows and dialogs have frames of their own.
     xcb_window_t startSubject(Subject subject, const Frame& frame);
 
     /// The frame, made as large as the window's program wants it at least.
