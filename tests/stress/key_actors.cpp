@@ -123,8 +123,10 @@ std::optional<Record> snapIntoQuarter(Scene& scene, Client& client) {
         const Frame display = displayOf(stage, *now);
         const bool isRight = now->x + now->width / 2 > display.x + display.width / 2;
         const bool isBottom = now->y + now->height / 2 > display.y + display.height / 2;
-        // Some programs are larger than a quarter of a small display.
-        return !client.takesSmallSizes ||
+        // Some programs are larger than a quarter of a small display. Of two displays above each
+        // other the bar at the bottom of the upper one reserves all of the lower one.
+        constexpr std::size_t mostBesideEachOther = 2;
+        return !client.takesSmallSizes || stage.displays().size() > mostBesideEachOther ||
                (isRight == quarter.isRight && isBottom == quarter.isBottom);
     });
     if (!came) {
