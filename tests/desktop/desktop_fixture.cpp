@@ -2,7 +2,7 @@
 
 namespace tessellon::desktop {
 
-void DesktopTest::useDesktop(const std::string& windowManagerName, Monitors monitors,
+void DesktopTest::useDesktop(const std::string& windowManagerName, const Monitors& monitors,
                              WindowManagerKeys keys) {
     if (!programExists(windowManager(windowManagerName).command.front())) {
         GTEST_SKIP() << windowManagerName << " is not installed";
@@ -12,7 +12,7 @@ void DesktopTest::useDesktop(const std::string& windowManagerName, Monitors moni
     desktop_->addDock(dockHeight);
 }
 
-void DesktopTest::useBareDesktop(Monitors monitors,
+void DesktopTest::useBareDesktop(const Monitors& monitors,
                                  const std::vector<std::string>& serverArguments) {
     desktop_ = std::make_unique<PrivateDesktop>(monitors, serverArguments);
     program_ = std::make_unique<Program>(*desktop_);

@@ -24,11 +24,11 @@ inline constexpr Frame usableArea{8, 33, 1904, 1039};
 class DesktopTest : public ::testing::Test {
   protected:
     /// Starts a desktop with a window manager, unless that is not installed, which skips the test.
-    void useDesktop(const std::string& windowManagerName, Monitors monitors = Monitors::one,
+    void useDesktop(const std::string& windowManagerName, const Monitors& monitors = Monitors::one,
                     WindowManagerKeys keys = WindowManagerKeys::released);
 
     /// Starts a desktop that has no window manager yet.
-    void useBareDesktop(Monitors monitors = Monitors::one,
+    void useBareDesktop(const Monitors& monitors = Monitors::one,
                         const std::vector<std::string>& serverArguments = {});
 
     /// Checks that the program still runs, ends it, and checks that it ended well and said nothing.

@@ -1,18 +1,32 @@
-// A bar at the top of the screen that reserves its room, as panels do.
+// A bar at an edge of a monitor that reserves its room, as panels do.
 #pragma once
 
+#include "harness/frame.h"
 #include "harness/x_session.h"
 
+#include <array>
 #include <cstdint>
+#include <optional>
 
 #include <xcb/xcb.h>
 
 namespace tessellon::desktop {
 
+enum class Edge { left, right, top, bottom };
+
+/// Where a dock is and what it asks for.
+struct DockPlace {
+    Frame frame;
+    Edge edge = Edge::top;
+    /// What it says that it reserves, in the order of _NET_WM_STRUT_PARTIAL (EWMH), when that is
+    /// not what it covers.
+    std::optional<std::array<std::uint32_t, 12>> claims{};
+};
+
 class Dock {
   public:
-    /// Shows a bar of this height over the whole width of the screen. It goes with this object.
-    Dock(XSession& session, std::uint16_t height);
+    /// Shows the bar and waits until the window manager knows it. It goes with this object.
+    Dock(XSession& session, const DockPlace& place);
     ~Dock();
     Dock(const Dock&) = delete;
     Dock& operator=(const Dock&) = delete;

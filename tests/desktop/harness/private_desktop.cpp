@@ -18,6 +18,33 @@ namespace {
 
 namespace fs = std::filesystem;
 
+// A graphics card that does not exist, with outputs that nobody looks at.
+constexpr std::string_view outputsConfiguration = R"(Section "Device"
+    Identifier "card"
+    Driver "dummy"
+    VideoRam 256000
+EndSection
+Section "Monitor"
+    Identifier "any"
+    HorizSync 5-1000
+    VertRefresh 5-200
+EndSection
+Section "Screen"
+    Identifier "screen"
+    Device "card"
+    Monitor "any"
+    DefaultDepth 24
+    SubSection "Display"
+        Depth 24
+        Modes "1920x1080"
+    EndSubSection
+EndSection
+Section "ServerFlags"
+    Option "AutoAddDevices" "false"
+    Option "AutoAddGPU" "false"
+EndSection
+)";
+
 fs::path makeHome() {
     std::string name = (fs::temp_directory_path() / "tessellon-desktop-XXXXXX").string();
     if (mkdtemp(name.data()) == nullptr) {
@@ -79,7 +106,8 @@ std::pair<std::unique_ptr<Process>, std::string> startAnnouncing(std::vector<std
 
 }  // namespace
 
-PrivateDesktop::PrivateDesktop(Monitors monitors, const std::vector<std::string>& serverArguments)
+PrivateDesktop::PrivateDesktop(const Monitors& monitors,
+                               const std::vector<std::string>& serverArguments)
     : monitors_(monitors), home_(makeHome()) {
     const fs::path runtime = home_ / "run";
     fs::create_directories(runtime);
@@ -114,7 +142,7 @@ PrivateDesktop::~PrivateDesktop() {
     while (!programs_.empty()) {
         programs_.pop_back();
     }
-    dock_.reset();
+    docks_.clear();
     compositor_.reset();
     if (windowManager_) {
         // Asked nicely, fluxbox takes more than its time once its clients have gone.
@@ -144,12 +172,26 @@ ProcessOptions PrivateDesktop::processOptions(const std::string& name) const {
     return options;
 }
 
+std::vector<std::string> PrivateDesktop::serverCommand() {
+    if (monitors_.kind == Monitors::Kind::outputs) {
+        const fs::path settings = home_ / "xorg.conf";
+        std::ofstream(settings) << outputsConfiguration;
+        return {"Xorg",      "-config", settings,   "-logfile",    home_ / "Xorg.log",
+                "-nolisten", "tcp",     "-noreset", "-novtswitch", "-sharevts"};
+    }
+    const Frame screen = monitors_.bounds();
+    return {"Xvfb",      "-screen",
+            "0",         std::to_string(screen.width) + "x" + std::to_string(screen.height) + "x24",
+            "-nolisten", "tcp",
+            "-noreset"};
+}
+
 void PrivateDesktop::startServer(const std::vector<std::string>& serverArguments) {
-    std::vector<std::string> command{"Xvfb",      "-screen", "0",       "1920x1080x24",
-                                     "-nolisten", "tcp",     "-noreset"};
+    auto command = serverCommand();
+    const std::string program = command.front();
     command.insert(command.end(), serverArguments.begin(), serverArguments.end());
     command.insert(command.end(), {"-displayfd", ""});
-    auto [server, number] = startAnnouncing(std::move(command), processOptions("Xvfb"));
+    auto [server, number] = startAnnouncing(std::move(command), processOptions(program));
     server_ = std::move(server);
     display_ = ":" + number;
     environment_["DISPLAY"] = display_;
@@ -157,6 +199,7 @@ void PrivateDesktop::startServer(const std::vector<std::string>& serverArguments
     windows_.emplace(*session_);
     keyboard_.emplace(*session_);
     pointer_.emplace(*session_);
+    cables_.emplace(*session_, monitors_, processOptions("xrandr"));
 }
 
 void PrivateDesktop::startSessionBus() {
@@ -170,11 +213,9 @@ void PrivateDesktop::startSessionBus() {
 }
 
 void PrivateDesktop::describeMonitors() {
-    if (monitors_ == Monitors::one || std::exchange(monitorsDescribed_, true)) {
-        return;
+    if (!std::exchange(monitorsDescribed_, true)) {
+        cables_->show();
     }
-    run({"xrandr", "--setmonitor", "L", "960/254x1080/286+0+0", "screen"});
-    run({"xrandr", "--setmonitor", "R", "960/254x1080/286+960+0", "none"});
 }
 
 void PrivateDesktop::launchWindowManager(std::string_view name, WindowManagerKeys keys) {
@@ -229,7 +270,19 @@ void PrivateDesktop::killCompositor() {
 }
 
 void PrivateDesktop::addDock(std::uint16_t height) {
-    dock_ = std::make_unique<Dock>(*session_, height);
+    addDock({{0, 0, session_->width(), height}});
+}
+
+void PrivateDesktop::addDock(const DockPlace& place) {
+    docks_.push_back(std::make_unique<Dock>(*session_, place));
+}
+
+void PrivateDesktop::removeDocks() {
+    const auto remaining = windows_->managed().size() - docks_.size();
+    docks_.clear();
+    if (!waitUntil([&] { return windows_->managed().size() <= remaining; })) {
+        throw std::runtime_error("the window manager still takes care of the docks");
+    }
 }
 
 Process& PrivateDesktop::start(std::vector<std::string> arguments) {

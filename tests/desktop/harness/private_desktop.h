@@ -5,6 +5,7 @@
 #include "harness/desktop_windows.h"
 #include "harness/dock.h"
 #include "harness/keyboard.h"
+#include "harness/monitors.h"
 #include "harness/pointer.h"
 #include "harness/process.h"
 #include "harness/window_manager.h"
@@ -19,14 +20,11 @@
 
 namespace tessellon::desktop {
 
-enum class Monitors { one, twoSideBySide };
-
 class PrivateDesktop {
   public:
-    /// Starts the server and the session bus: one screen of 1920 × 1080, as one monitor or as two
-    /// of 960 × 1080 beside each other. Throws std::runtime_error when something does not start.
-    /// `serverArguments` come on top of those that every server gets.
-    explicit PrivateDesktop(Monitors monitors = Monitors::one,
+    /// Starts the server and the session bus. Throws std::runtime_error when something does not
+    /// start. `serverArguments` come on top of those that every server gets.
+    explicit PrivateDesktop(const Monitors& monitors = Monitors::one,
                             const std::vector<std::string>& serverArguments = {});
     ~PrivateDesktop();
     PrivateDesktop(const PrivateDesktop&) = delete;
@@ -71,6 +69,14 @@ class PrivateDesktop {
 
     /// Shows a bar at the top and waits until the window manager knows it.
     void addDock(std::uint16_t height);
+    /// The same anywhere.
+    void addDock(const DockPlace& place);
+    /// Takes all bars away and waits until the window manager knows it.
+    void removeDocks();
+
+    /// Throw for a name that none of the monitors has.
+    void unplug(std::string_view monitor) { cables_->unplug(monitor); }
+    void plug(std::string_view monitor) { cables_->plug(monitor); }
 
     /// Starts a program on this desktop; it ends with the desktop at the latest.
     Process& start(std::vector<std::string> arguments);
@@ -87,6 +93,7 @@ class PrivateDesktop {
     ProcessOptions processOptions(const std::string& name) const;
 
   private:
+    std::vector<std::string> serverCommand();
     void startServer(const std::vector<std::string>& serverArguments);
     void startSessionBus();
     void describeMonitors();
@@ -102,9 +109,10 @@ class PrivateDesktop {
     std::optional<DesktopWindows> windows_;
     std::optional<Keyboard> keyboard_;
     std::optional<Pointer> pointer_;
+    std::optional<MonitorCables> cables_;
     std::unique_ptr<Process> windowManager_;
     std::unique_ptr<Process> compositor_;
-    std::unique_ptr<Dock> dock_;
+    std::vector<std::unique_ptr<Dock>> docks_;
     std::vector<std::unique_ptr<Process>> programs_;
 };
 

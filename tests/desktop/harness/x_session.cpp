@@ -30,6 +30,18 @@ XSession::~XSession() {
     xcb_disconnect(connection_);
 }
 
+std::uint16_t XSession::width() const {
+    const Reply<xcb_get_geometry_reply_t> reply(
+        xcb_get_geometry_reply(connection_, xcb_get_geometry(connection_, root()), nullptr));
+    return reply ? reply->width : screen_->width_in_pixels;
+}
+
+std::uint16_t XSession::height() const {
+    const Reply<xcb_get_geometry_reply_t> reply(
+        xcb_get_geometry_reply(connection_, xcb_get_geometry(connection_, root()), nullptr));
+    return reply ? reply->height : screen_->height_in_pixels;
+}
+
 xcb_atom_t XSession::atom(std::string_view name) {
     if (const auto known = atoms_.find(name); known != atoms_.end()) {
         return known->second;

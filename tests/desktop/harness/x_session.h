@@ -32,8 +32,9 @@ class XSession {
 
     xcb_connection_t* connection() const { return connection_; }
     xcb_window_t root() const { return screen_->root; }
-    std::uint16_t width() const { return screen_->width_in_pixels; }
-    std::uint16_t height() const { return screen_->height_in_pixels; }
+    /// The size of the whole screen as it is now.
+    std::uint16_t width() const;
+    std::uint16_t height() const;
 
     xcb_atom_t atom(std::string_view name);
 
