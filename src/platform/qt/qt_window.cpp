@@ -9,6 +9,7 @@
 #include <QKeyEvent>
 #include <QScreen>
 #include <QVBoxLayout>
+#include <chrono>
 #include <functional>
 #include <utility>
 
@@ -18,6 +19,9 @@ namespace {
 // What window managers put around a window is known only once it is there. In device pixels.
 constexpr int decorationWidth = 12;
 constexpr int decorationHeight = 40;
+
+// Most window managers see to the windows of a screen that is gone themselves.
+constexpr std::chrono::milliseconds windowManagerGrace{500};
 
 /// The part of the screen that the user works on, in Qt's pixels.
 QRect workArea(const Displays& displays) {
@@ -85,13 +89,19 @@ QtWindow::QtWindow(const Displays& displays, QtWindowContent content)
       size_(content.size),
       frame_(std::make_unique<Frame>(std::move(content))) {
     frame_->onClosed = [this] { closed_.emit(); };
+    windowManagerIsDone_.setSingleShot(true);
+    windowManagerIsDone_.setInterval(windowManagerGrace);
+    windowManagerIsDone_.callOnTimeout([this] { bringWithinReach(); });
+    displaysChanged_ = displays_.changed().subscribe([this] { windowManagerIsDone_.start(); });
 }
 
 QtWindow::~QtWindow() = default;
 
 void QtWindow::makeKeyAndOrderFront() {
     frame_->setAttribute(Qt::WA_ShowWithoutActivating, false);
-    if (!frame_->isVisible()) {
+    if (frame_->isVisible()) {
+        bringWithinReach();
+    } else {
         place();
     }
     if (frame_->isMinimized()) {
@@ -113,6 +123,12 @@ void QtWindow::orderFront() {
 
 bool QtWindow::isVisible() const {
     return frame_->isVisible();
+}
+
+void QtWindow::bringWithinReach() {
+    if (frame_->isVisible() && !titleBarCanBeReached()) {
+        place();
+    }
 }
 
 /// Whether a screen shows the middle of its upper edge, by which the user can move it.
