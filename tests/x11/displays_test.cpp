@@ -99,8 +99,15 @@ TEST(MonitorIdentity, ComesFromTheMonitorsOwnData) {
     EXPECT_EQ(first->name, "Panel 7");
     EXPECT_EQ(first->uuid.size(), 36U);
     EXPECT_EQ(monitorIdentity(edid), first);
+    EXPECT_FALSE(first->hasSerialNumber);
     edid[12] = 1;  // the serial number
     EXPECT_NE(monitorIdentity(edid)->uuid, first->uuid);
+    EXPECT_TRUE(monitorIdentity(edid)->hasSerialNumber);
+    std::fill_n(edid.begin() + 12, 4, std::uint8_t{1});
+    EXPECT_FALSE(monitorIdentity(edid)->hasSerialNumber) << "a way to have none";
+    edid[75] = 0xff;  // the name becomes the serial number as text
+    EXPECT_TRUE(monitorIdentity(edid)->hasSerialNumber);
+    EXPECT_EQ(monitorIdentity(edid)->name, "");
 
     EXPECT_EQ(monitorIdentity(std::span(edid).first(127)), std::nullopt);
     edid[1] = 0;

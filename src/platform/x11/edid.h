@@ -14,6 +14,8 @@ struct MonitorIdentity {
     std::string uuid;
     /// The product name for people; empty when the monitor tells none.
     std::string name;
+    /// Whether the data has a serial number, without which all monitors of a type have the same.
+    bool hasSerialNumber = false;
     bool operator==(const MonitorIdentity&) const = default;
 };
 

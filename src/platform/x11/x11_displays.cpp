@@ -9,6 +9,7 @@
 #include <algorithm>
 #include <functional>
 #include <map>
+#include <set>
 #include <utility>
 
 #include <xcb/randr.h>
@@ -225,6 +226,7 @@ void X11Displays::readIdentity(std::vector<Monitor>& monitors,
                                                     XCB_GET_PROPERTY_TYPE_ANY, 0, edidWords, 0, 0));
     }
     std::map<std::string, int> uses;
+    std::set<std::string> sharesData;
     for (std::size_t i = 0; i < monitors.size(); ++i) {
         if (!cookies[i]) {
             continue;
@@ -241,12 +243,16 @@ void X11Displays::readIdentity(std::vector<Monitor>& monitors,
             monitors[i].uuid = identity->uuid;
             monitors[i].productName = identity->name;
             ++uses[identity->uuid];
+            if (!identity->hasSerialNumber) {
+                sharesData.insert(identity->uuid);
+            }
         }
     }
-    // Some makers give all their monitors the same data; while two of them are connected, the
-    // connector tells them apart.
+    // All monitors of a type may have the same data, by which one of two could not be known again
+    // when the other is unplugged; the connector tells them apart. Some makers give the same serial
+    // number to all, which shows only while two of them are connected.
     for (auto& monitor : monitors) {
-        if (monitor.uuid && uses[*monitor.uuid] > 1) {
+        if (monitor.uuid && (sharesData.contains(*monitor.uuid) || uses[*monitor.uuid] > 1)) {
             monitor.uuid = Uuid::fromName(*monitor.uuid + monitor.outputName).toString();
         }
     }
@@ -262,6 +268,12 @@ const std::vector<Monitor>& X11Displays::monitors() const {
 double X11Displays::primaryHeight() const {
     const auto& all = monitors();
     return all.empty() ? 0 : all.front().frame.height;
+}
+
+/// Whether the monitor is all there is. A single one that is not, since others are switched off,
+/// has no part in what docks reserve beside it.
+bool X11Displays::isWhole(const Monitor& monitor) const {
+    return monitors().size() == 1 && monitor.frame == rootFrame();
 }
 
 std::vector<Screen> X11Displays::screens() const {
@@ -280,7 +292,7 @@ std::vector<Screen> X11Displays::screens() const {
         screen.frame = flipped(monitor.frame);
         screen.visibleFrame = flipped(visibleArea(
             monitor.frame, rootFrame(), docks,
-            all.size() == 1 && mirror_.windowManagerAlive() ? mirror_.workArea() : std::nullopt));
+            isWhole(monitor) && mirror_.windowManagerAlive() ? mirror_.workArea() : std::nullopt));
         screen.uuid = monitor.uuid;
         screen.localizedName =
             monitor.productName.empty() ? monitor.outputName : monitor.productName;

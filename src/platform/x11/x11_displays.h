@@ -23,7 +23,7 @@ struct Monitor {
 };
 
 /// What is left of a monitor when docks have taken their share. `workArea` is the window manager's
-/// own idea of it, which can be believed while there is one monitor only.
+/// own idea of it, which can be believed while one monitor is all there is.
 Rect visibleArea(const Rect& monitor, const Rect& root,
                  const std::vector<const ClientWindow*>& windows,
                  const std::optional<Rect>& workArea);
@@ -45,6 +45,7 @@ class X11Displays : public Displays {
     void readIdentity(std::vector<Monitor>& monitors,
                       const std::vector<std::uint32_t>& outputs) const;
     Rect rootFrame() const;
+    bool isWhole(const Monitor& monitor) const;
     void onEvent(const xcb_generic_event_t& event);
 
     Connection& connection_;
