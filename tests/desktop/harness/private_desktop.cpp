@@ -199,6 +199,10 @@ void PrivateDesktop::startServer(const std::vector<std::string>& serverArguments
     windows_.emplace(*session_);
     keyboard_.emplace(*session_);
     pointer_.emplace(*session_);
+    if (monitors_.kind == Monitors::Kind::outputs) {
+        // Without a keyboard this server numbers keys in an old way.
+        run({"setxkbmap", "-rules", "evdev", "-model", "pc105", "-layout", "us"});
+    }
     cables_.emplace(*session_, monitors_, processOptions("xrandr"));
 }
 

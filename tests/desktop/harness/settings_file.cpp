@@ -78,6 +78,13 @@ struct MakeNode {
     plist_t operator()(const StoredData& value) const {
         return plist_new_data(value.bytes.data(), value.bytes.size());
     }
+    plist_t operator()(const StoredNumbers& value) const {
+        plist_t dictionary = plist_new_dict();
+        for (const auto& [key, number] : value) {
+            plist_dict_set_item(dictionary, key.c_str(), plist_new_real(number));
+        }
+        return dictionary;
+    }
 };
 
 }  // namespace

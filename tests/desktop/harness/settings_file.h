@@ -16,11 +16,14 @@ struct StoredData {
     bool operator==(const StoredData&) const = default;
 };
 
-using StoredValue = std::variant<bool, double, std::string, StoredData>;
+/// A dictionary of numbers.
+using StoredNumbers = std::map<std::string, double>;
+
+using StoredValue = std::variant<bool, double, std::string, StoredData, StoredNumbers>;
 using StoredValues = std::map<std::string, StoredValue, std::less<>>;
 
-/// The values of the file that are of the types above. Nothing when the file is not there or is not
-/// one whole property-list dictionary.
+/// The values of the file that are of the types above, dictionaries left out. Nothing when the file
+/// is not there or is not one whole property-list dictionary.
 std::optional<StoredValues> readSettings(const std::filesystem::path& file);
 
 /// Sets some values and keeps the others; replaces the file in one step.
