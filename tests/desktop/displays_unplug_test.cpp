@@ -130,6 +130,9 @@ TEST_P(UnplugTest, windowsThatWereThereGoOnToSnapAndComeBack) {
 }
 
 TEST_P(UnplugTest, whatIsShownThereGoes) {
+    if (monitorKind == Monitors::Kind::outputs && GetParam() == "kwin") {
+        GTEST_SKIP() << "the pointer is put at an edge of the screen, where KWin tiles by itself";
+    }
     if (!beginInARow()) {
         return;
     }
