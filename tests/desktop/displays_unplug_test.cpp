@@ -205,6 +205,9 @@ TEST_P(UnplugTest, whatIsShownThereGoes) {
 }
 
 TEST_P(UnplugTest, thePrimaryDisplayMayGo) {
+    if (monitorKind == Monitors::Kind::outputs) {
+        GTEST_SKIP() << "the screen would get smaller, and docks reserve from its edges";
+    }
     if (!beginInARow()) {
         return;
     }
