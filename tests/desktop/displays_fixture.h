@@ -169,6 +169,14 @@ class DisplaysTesting : public Base {
         EXPECT_EQ(snap(window, Held::controlAlt, place.key, expected), expected);
     }
 
+    /// Puts the window in the middle of a display, once the program is done with it: while it makes
+    /// sure of a frame it would undo that.
+    void expectMovesTo(xcb_window_t window, const Frame& display) {
+        program().waitUntilIdle();
+        const Frame frame = middleOf(display);
+        ASSERT_EQ(desktop().windows().place(window, frame), frame);
+    }
+
     /// Waits until the window manager and the program have dealt with a change of the displays.
     void settleDisplays() {
         ASSERT_TRUE(waitUntil([&] { return desktop().x().windowManagerServes(); }));

@@ -16,8 +16,7 @@ class DisplayLayoutTest : public DisplaysTesting<Dragging<WindowManagerTest>> {
         for (const auto display : layout.order) {
             SCOPED_TRACE(display);
             const Frame area = layout.usable(display);
-            const Frame middle{area.x + 100, area.y + 100, 400, 300};
-            ASSERT_EQ(desktop().windows().place(window, middle), middle);
+            expectMovesTo(window, layout.displays[display]);
             for (const auto& place : snapPlaces) {
                 SCOPED_TRACE(static_cast<int>(place.key));
                 expectSnaps(window, place, area);

@@ -215,8 +215,7 @@ TEST_P(UnplugTest, thePrimaryDisplayMayGo) {
     settleDisplays();
     const xcb_window_t window = startClockOn(rowOfThree.displays[right]);
     for (const std::size_t display : {std::size_t{1}, right}) {
-        const Frame middleOfIt = middleOf(rowOfThree.displays.at(display));
-        ASSERT_EQ(desktop().windows().place(window, middleOfIt), middleOfIt);
+        expectMovesTo(window, rowOfThree.displays.at(display));
         desktop().windows().activate(window);
         const auto launcher = opensLauncher();
         ASSERT_TRUE(launcher);
