@@ -26,8 +26,8 @@ void Outcomes::write(const Cell& cell, std::string_view outcome) const {
 }
 
 void Outcomes::forget(const Cell& cell) const {
-    std::error_code ignored;
-    fs::remove(file(cell), ignored);
+    std::error_code absent;
+    fs::remove(file(cell), absent);
 }
 
 std::optional<std::string> Outcomes::read(const Cell& cell, const fs::path& newerThan) const {
