@@ -30,7 +30,8 @@ class HostileClientTest : public DesktopTest {
                                               XCB_ATOM_ATOM,    XCB_ATOM_WINDOW,
                                               x.atom(property), x.atom("UTF8_STRING")};
         const auto format = oneOf(std::array<std::uint8_t, 4>{8, 16, 32, 32});
-        std::vector<std::uint8_t> bytes(oneOf(std::array{0, 4, 8, 16, 48, 72, 4092, 20000}));
+        std::vector<std::uint8_t> bytes(
+            oneOf(std::array<std::size_t, 8>{0, 4, 8, 16, 48, 72, 4092, 20000}));
         const auto fill = oneOf(std::array<unsigned, 4>{0, 0x80, 0xff, 0x100});
         for (auto& byte : bytes) {
             byte = static_cast<std::uint8_t>(fill > 0xff ? random_() : fill);
