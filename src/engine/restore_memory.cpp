@@ -52,10 +52,11 @@ void RestoreMemory::read() {
 
 void RestoreMemory::adoptEdit() {
     const auto stored = defaults_.dataForKey(preference::restoreMemory);
-    if (stored && stored == lastStored_) {
+    if (stored && stored == lastSeen_) {
         return;
     }
     read();
+    lastSeen_ = stored.value_or(PropertyData());
     dropOldest();
     std::erase_if(bindings_, [this](const Binding& binding) { return !indexOf(binding.id); });
 }
@@ -223,7 +224,7 @@ void RestoreMemory::store() {
         return;
     }
     if (auto json = encodeMemories(records_)) {
-        lastStored_ = *json;
+        lastSeen_ = *json;
         defaults_.setObject(preference::restoreMemory, std::move(*json));
     } else {
         logWarning("the restore memory could not be written");

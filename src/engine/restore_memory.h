@@ -96,7 +96,8 @@ class RestoreMemory {
     bool unsaved_ = false;
     /// False while the stored value is one that could be neither read nor copied aside.
     bool storedIsSafe_ = true;
-    PropertyData lastStored_;
+    /// The stored value as it was last written or taken over.
+    PropertyData lastSeen_;
     Token edited_;
 };
 

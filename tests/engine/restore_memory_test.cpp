@@ -175,6 +175,18 @@ TEST_F(RestoreMemoryTest, AnEditFromOutsideIsTakenOverOrKeptAside) {
     EXPECT_EQ(memory().records().size(), 1U);
 }
 
+TEST_F(RestoreMemoryTest, AnEditThatIsTakenBackIsTakenOverToo) {
+    const auto window = open(editor, before);
+    engine().snap(leftHalf, window);
+    const auto ours = *encodeMemories(memory().records());
+    defaults_.edit(preference::restoreMemory, dataOf("[]"));
+    EXPECT_TRUE(memory().records().empty());
+    defaults_.edit(preference::restoreMemory, ours);
+    EXPECT_EQ(memory().records().size(), 1U);
+    engine().snap(topHalf, window);
+    EXPECT_EQ(memory().records().at(0).original, before);
+}
+
 TEST_F(RestoreMemoryTest, TheOldestBeyondTwoHundredGo) {
     std::vector<Memory> old;
     for (int i = 0; i < 200; ++i) {
