@@ -114,8 +114,14 @@ std::optional<std::string> Ledger::check(
             continue;
         }
         if (isLost) {
+            std::string others;
+            for (const Record& record : records) {
+                others += record.client == before.client ? " " + record.id : "";
+            }
             return "the record of '" + before.client + "' (" + id + ", of '" + before.bundleID +
-                   "') is lost";
+                   "') is lost; " + std::to_string(records.size()) + " are left of " +
+                   std::to_string(known_.size()) +
+                   ", its own:" + (others.empty() ? " none" : others);
         }
         if (found->second.original != before.original) {
             return "the record of '" + before.client + "' (" + id + ") has another origin";
