@@ -42,7 +42,7 @@ class Dragging : public Base {
         if (!IsSkipped() && program().running()) {
             EXPECT_TRUE(waitUntil([&] { return pictures().empty(); }))
                 << "something of the program's is left on the screen";
-            EXPECT_TRUE(desktop().pointer().isFree());
+            EXPECT_TRUE(waitUntil([&] { return desktop().pointer().isFree(); }));
         }
         Base::TearDown();
     }
@@ -73,7 +73,9 @@ class Dragging : public Base {
         const Frame frame = frameOf(window);
         constexpr int middleOfTitleBar = 12;
         constexpr int apart = 25;
-        start_ = {frame.x + frame.width / 4 + apart * presses_++, frame.y + middleOfTitleBar};
+        constexpr int places = 5;
+        start_ = {frame.x + frame.width / 4 + apart * (presses_++ % places),
+                  frame.y + middleOfTitleBar};
         desktop().pointer().jumpTo(start_);
         desktop().pointer().press();
         // A hand rests for much longer before it moves on.

@@ -49,7 +49,7 @@ void MatrixTest::TearDown() {
     if (IsSkipped()) {
         return;
     }
-    std::map<std::pair<Row, Subject>, std::string> outcomesOfCells;
+    std::map<CellKey, std::string> outcomesOfCells;
     for (const Row row : rows_) {
         for (const Subject subject : textOf(row).subjects) {
             std::string all;

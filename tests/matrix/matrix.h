@@ -77,8 +77,9 @@ class MatrixTest : public WindowManagerTest {
     std::chrono::milliseconds patienceFor(Row row, Subject subject) const;
     std::string placeOutcome(xcb_window_t window, const Frame& wanted, const Frame& before);
 
+    using CellKey = std::pair<Row, Subject>;
     std::vector<Row> rows_;
-    std::map<std::pair<Row, Subject>, std::set<std::string, std::less<>>> noted_;
+    std::map<CellKey, std::set<std::string, std::less<>>> noted_;
 };
 
 /// The window managers of the matrix.

@@ -20,6 +20,13 @@ enum class Row : std::uint8_t {
     leftAlone,
     ignored,
     small,
+    dragCommandFirst,
+    dragCommandLater,
+    dragOut,
+    launcher,
+    panel,
+    trayIcon,
+    locks,
 };
 
 /// What a behaviour is tried with.

@@ -1,0 +1,196 @@
+// What opens over the windows and has the keyboard meanwhile: the launcher, and the panel of the
+// status item; and shortcuts while a lock is on.
+#include "harness/tray.h"
+#include "matrix.h"
+#include "menu_fixture.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <string>
+
+namespace tessellon::desktop {
+namespace {
+
+constexpr Frame original{100, 300, 700, 450};
+constexpr Frame leftHalf{8, 33, 948, 1039};
+constexpr Frame rightHalf{964, 33, 948, 1039};
+constexpr Frame topLeft{8, 33, 948, 516};
+constexpr Frame topRight{964, 33, 948, 516};
+
+// The panel that opens here lies clear of the windows.
+constexpr Position pointerHome{1600, 40};
+// Over the window in front, where the focus follows the pointer.
+constexpr Position inFront{300, 500};
+
+class PanelMatrixTest : public MenuTesting<MatrixTest> {
+  protected:
+    /// A terminal in front that writes down what is typed into it.
+    xcb_window_t startTerminal() {
+        const auto script = "stty raw -echo; : > '" + typedFile().string() + "'; cat > '" +
+                            typedFile().string() + "'";
+        const auto window = desktop().startWithWindow({"xterm", "-e", "sh", "-c", script});
+        EXPECT_TRUE(waitUntil([&] { return std::filesystem::exists(typedFile()); }));
+        desktop().windows().place(window, original);
+        desktop().windows().activate(window);
+        return window;
+    }
+    std::string typed() {
+        std::ifstream file(typedFile());
+        return {std::istreambuf_iterator<char>(file), {}};
+    }
+    /// Types a key after what was typed before, and notes whether it and nothing else arrives in
+    /// the terminal, which is in front still.
+    void noteKeyboardIsBack(Row row, xcb_window_t terminal) {
+        const auto before = typed();
+        desktop().keyboard().tap(Key::slash);
+        waitUntil([&] { return typed() != before; });
+        const bool isActive = desktop().windows().active() == terminal;
+        note(row, Subject::wholeCells,
+             !isActive                 ? "not in front any more"
+             : typed() != before + "/" ? "keys went astray"
+                                       : exact);
+    }
+
+    bool launcherIsOpen() {
+        constexpr std::int32_t launcherWidth = 472;
+        const auto shown = desktop().windows().unmanagedOf(program().process().pid());
+        return std::any_of(shown.begin(), shown.end(),
+                           [](const Frame& frame) { return frame.width == launcherWidth; });
+    }
+    void openLauncher() {
+        program().waitUntilIdle();
+        desktop().keyboard().combination({Key::rightSuper}, Key::slash);
+        EXPECT_TRUE(waitUntil([&] { return launcherIsOpen(); }));
+    }
+    void expectLauncherCloses() {
+        EXPECT_TRUE(waitUntil([&] { return !launcherIsOpen(); }));
+    }
+    void type(const std::vector<Key>& keys) {
+        for (const Key key : keys) {
+            desktop().keyboard().tap(key);
+        }
+    }
+    void noteInFront(Row row, xcb_window_t window) {
+        program().waitUntilIdle();
+        note(row, Subject::plain,
+             desktop().windows().active() == window ? exact : "not in front any more");
+    }
+
+  private:
+    std::filesystem::path typedFile() { return desktop().home() / "typed"; }
+};
+
+TEST_P(PanelMatrixTest, launcher) {
+    if (!begin({Row::launcher})) {
+        return;
+    }
+    program().start();
+    desktop().pointer().jumpTo(inFront);
+    const auto clock = startSubject(Subject::plain, original);
+    desktop().windows().activate(clock);
+    openLauncher();
+    noteInFront(Row::launcher, clock);
+    type({Key::u});
+    notePlace(Row::launcher, Subject::plain, clock, topLeft, original);
+    expectLauncherCloses();
+    openLauncher();
+    type({Key::m, Key::a, Key::x, Key::enter});
+    notePlace(Row::launcher, Subject::plain, clock, usableArea, topLeft);
+    expectLauncherCloses();
+    noteInFront(Row::launcher, clock);
+
+    const auto terminal = startTerminal();
+    openLauncher();
+    type({Key::escape});
+    expectLauncherCloses();
+    noteKeyboardIsBack(Row::launcher, terminal);
+    // Faster than anybody can follow.
+    desktop().keyboard().combinationThenTyped({Key::rightSuper}, Key::slash,
+                                              {Key::m, Key::a, Key::x, Key::enter});
+    desktop().windows().settleWithinIncrements(terminal, usableArea);
+    expectLauncherCloses();
+    noteKeyboardIsBack(Row::launcher, terminal);
+}
+
+TEST_P(PanelMatrixTest, panel) {
+    if (!begin({Row::panel, Row::trayIcon})) {
+        return;
+    }
+    if (!programExists(trayProgram(TrayKind::tint2))) {
+        GTEST_SKIP() << trayProgram(TrayKind::tint2) << " is not installed";
+    }
+    program().start();
+    const auto clock = startSubject(Subject::plain, original);
+    desktop().windows().activate(clock);
+    const auto shown = openedAt(pointerHome);
+    noteInFront(Row::panel, clock);
+    click(shown.tile(MenuTile::rightHalf));
+    notePlace(Row::panel, Subject::plain, clock, rightHalf, original);
+    EXPECT_TRUE(waitUntilClosed());
+    noteInFront(Row::panel, clock);
+    opened();
+    type({Key::tab, Key::enter});
+    notePlace(Row::panel, Subject::plain, clock, leftHalf, rightHalf);
+    EXPECT_TRUE(waitUntilClosed());
+
+    const auto terminal = startTerminal();
+    opened();
+    type({Key::m, Key::escape});
+    EXPECT_TRUE(waitUntilClosed());
+    noteKeyboardIsBack(Row::panel, terminal);
+
+    desktop().windows().activate(clock);
+    startTray(desktop(), TrayKind::tint2, TrayPlace::bottom);
+    const auto icon = [&] { return findTrayIcon(desktop().x(), "Tessellon").value_or(Frame{}); };
+    // The tray makes room for it a moment after it has taken it in.
+    EXPECT_TRUE(waitUntil([&] {
+        const Frame before = icon();
+        program().waitUntilIdle();
+        return icon() == before && before.width >= 16 &&
+               before.y >= desktop().x().height() - trayHeight;
+    })) << "the tray does not show the icon";
+    letTheLastClosePass();
+    click({icon().x + icon().width / 2, icon().y + icon().height / 2});
+    EXPECT_TRUE(waitUntilOpen());
+    program().waitUntilIdle();
+    noteInFront(Row::trayIcon, clock);
+    const auto beside = panel();
+    note(Row::trayIcon, Subject::plain,
+         beside && beside->bottom() <= desktop().x().height() - trayHeight ? exact
+                                                                           : "covers the tray");
+    type({Key::escape});
+    EXPECT_TRUE(waitUntilClosed());
+    noteInFront(Row::trayIcon, clock);
+}
+
+TEST_P(PanelMatrixTest, locks) {
+    if (!begin({Row::locks})) {
+        return;
+    }
+    program().start();
+    const auto clock = startSubject(Subject::plain, original);
+    desktop().windows().activate(clock);
+    const auto press = [&](Key key, const Frame& wanted) {
+        const auto before = desktop().windows().visibleFrame(clock).value_or(Frame{});
+        desktop().keyboard().combination(Held::controlAlt, key);
+        notePlace(Row::locks, Subject::plain, clock, wanted, before);
+    };
+    desktop().keyboard().tap(Key::capsLock);
+    press(Key::left, leftHalf);
+    desktop().keyboard().tap(Key::numLock);
+    press(Key::u, topLeft);
+    openLauncher();
+    type({Key::i});
+    notePlace(Row::locks, Subject::plain, clock, topRight, topLeft);
+    expectLauncherCloses();
+    desktop().keyboard().tap(Key::capsLock);
+    press(Key::right, rightHalf);
+    desktop().keyboard().tap(Key::numLock);
+}
+
+INSTANTIATE_TEST_SUITE_P(On, PanelMatrixTest, everyWindowManager(), windowManagerName);
+
+}  // namespace
+}  // namespace tessellon::desktop
