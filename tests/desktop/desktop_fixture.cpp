@@ -9,7 +9,13 @@ void DesktopTest::useDesktop(const std::string& windowManagerName, const Monitor
     }
     useBareDesktop(monitors);
     desktop_->startWindowManager(windowManagerName, keys);
-    desktop_->addDock(dockHeight);
+    if (monitors.all.empty()) {
+        desktop_->addDock(dockHeight);
+    }
+    // One on each: some window managers cut a bar that reaches across several.
+    for (const Monitor& each : monitors.all) {
+        desktop_->addDock({{each.frame.x, each.frame.y, each.frame.width, dockHeight}});
+    }
 }
 
 void DesktopTest::useBareDesktop(const Monitors& monitors,

@@ -18,8 +18,6 @@ inline constexpr std::string_view exact = "exact";
 inline constexpr std::string_view toTheCell = "to the cell";
 /// A window that is larger than its place was moved so that all of it is seen.
 inline constexpr std::string_view keptOnScreen = "kept on screen";
-/// The window begins above its place, and has its size or ends where it should.
-inline constexpr std::string_view tooHigh = "too high";
 /// Nothing moved.
 inline constexpr std::string_view stays = "stays";
 /// The window manager has no such state or window.
