@@ -16,7 +16,7 @@
 namespace tessellon {
 
 enum class MonitoredEvent : std::uint8_t {
-    leftMouseDragged,  // the pointer moved with the left button down
+    leftMouseDragged,  // the pointer moved with the left button down, or a window after it
     leftMouseUp,
     mouseDown,     // the left or the right button went down; pointerLocation() tells where
     flagsChanged,  // a modifier key went down or up

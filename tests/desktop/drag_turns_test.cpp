@@ -2,6 +2,7 @@
 // middle, or with a desktop that changes under them.
 #include "dragging.h"
 
+#include <csignal>
 #include <cstdint>
 
 namespace tessellon::desktop {
@@ -129,6 +130,35 @@ TEST_F(CompositedDragTest, theGridFollowsACompositorThatGoesAndComes) {
     EXPECT_EQ(desktop().windows().settle(window, rightHalf), rightHalf);
     releaseCommand();
 }
+
+using LateDragTest = Dragging<WindowManagerTest>;
+
+// It moves the window when the pointer has come to rest already.
+TEST_P(LateDragTest, theWindowFollowsAPointerThatRests) {
+    useDesktop(GetParam());
+    if (IsSkipped()) {
+        return;
+    }
+    program().start();
+    const xcb_window_t window = startClock(original);
+    pressTitleBar(window);
+    pressCommand();
+    ASSERT_TRUE(waitUntil([&] { return desktop().x().windowManagerServes(); }));
+    program().waitUntilIdle();
+    desktop().windowManagerProcess().signal(SIGSTOP);
+    desktop().pointer().moveTo(leftHalfZone);
+    program().waitUntilIdle();
+    EXPECT_TRUE(pictures().empty());
+    desktop().windowManagerProcess().signal(SIGCONT);
+    EXPECT_TRUE(waitUntilShown(leftHalf)) << "the preview";
+    drop();
+    EXPECT_EQ(desktop().windows().settle(window, leftHalf), leftHalf);
+    releaseCommand();
+}
+
+// The others begin to move it with the motion after that.
+INSTANTIATE_TEST_SUITE_P(On, LateDragTest, ::testing::Values("xfwm4", "metacity"),
+                         windowManagerName);
 
 }  // namespace
 }  // namespace tessellon::desktop

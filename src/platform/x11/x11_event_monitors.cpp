@@ -17,16 +17,38 @@ X11EventMonitors::X11EventMonitors(Connection& connection, WindowMirror& mirror,
         const auto audience = audienceOfPress();
         if (button == XCB_BUTTON_INDEX_1) {
             dragAudience_ = audience;
+            hasMoved_ = false;
         }
         (audience == Audience::local ? local_ : global_).down.emit();
     });
-    const auto ofDrag = [this]() -> const Signals& {
-        return dragAudience_ == Audience::local ? local_ : global_;
-    };
-    motion_ = input_.motion().subscribe([ofDrag] { ofDrag().dragged.emit(); });
-    released_ = input_.buttonReleased().subscribe([ofDrag] { ofDrag().up.emit(); });
+    motion_ = input_.motion().subscribe([this] { onMotion(); });
+    released_ = input_.buttonReleased().subscribe([this] { ofDrag().up.emit(); });
     // A panel of ours never has the focus of the desktop, so modifiers are always for others.
     flags_ = input_.flagsChanged().subscribe([this] { global_.flags.emit(); });
+    listener_ = connection_.addActionListener([this](const auto& event) { onEvent(event); });
+    idle_ = connection_.idle().subscribe([this] { onIdle(); });
+}
+
+void X11EventMonitors::onMotion() {
+    hasMoved_ = true;
+    windowFollows_ = false;
+    ofDrag().dragged.emit();
+}
+
+/// A window manager that is busy, or draws no more than it shows, moves the window after the
+/// pointer has come to rest. Whoever looked when the pointer moved saw the window where it was, and
+/// has to look again.
+void X11EventMonitors::onEvent(const xcb_generic_event_t& event) {
+    if (eventType(event) == XCB_CONFIGURE_NOTIFY && hasMoved_ && input_.isLeftButtonDown()) {
+        const auto window = eventAs<xcb_configure_notify_event_t>(event).window;
+        windowFollows_ = windowFollows_ || mirror_.findByTopLevel(window) != nullptr;
+    }
+}
+
+void X11EventMonitors::onIdle() {
+    if (std::exchange(windowFollows_, false) && input_.isLeftButtonDown()) {
+        ofDrag().dragged.emit();
+    }
 }
 
 X11EventMonitors::Audience X11EventMonitors::audienceOfPress() const {

@@ -35,6 +35,10 @@ class X11EventMonitors : public EventMonitors {
         Signal<> flags;
     };
 
+    const Signals& ofDrag() const { return dragAudience_ == Audience::local ? local_ : global_; }
+    void onEvent(const xcb_generic_event_t& event);
+    void onMotion();
+    void onIdle();
     static const Signal<>& signalFor(const Signals& signals, MonitoredEvent event);
     Callback sinceNow(Callback callback) const;
     Audience audienceOfPress() const;
@@ -47,11 +51,16 @@ class X11EventMonitors : public EventMonitors {
     Signals global_;
     Signals local_;
     Audience dragAudience_ = Audience::global;
+    // With the left button down.
+    bool hasMoved_ = false;
+    bool windowFollows_ = false;
     HandlerChain<KeyVerdict, KeyEvent> keyHandlers_;
     Token pressed_;
     Token motion_;
     Token released_;
     Token flags_;
+    Token listener_;
+    Token idle_;
 };
 
 }  // namespace tessellon::x11
