@@ -166,15 +166,15 @@ TEST_P(OpenboxTypingTest, aChordThatMeetsTheEndOfATypingKeepsNothing) {
     const KeyboardFocus::Receiver receiver{.key = [](const TypedKey&) {}, .lost = {}};
     int chords = 0;
     std::optional<Token> focus;
-    const auto tap =
-        real->eventTaps().create(virtual_key::slash, modifier_flag::command,
-                                 {.keyDown =
-                                      [&](const TappedKey&) {
-                                          ++chords;
-                                          focus = real->keyboardFocus().take({}, receiver);
-                                          return TapVerdict::swallow;
-                                      },
-                                  .disabled = {}});
+    const auto tap = real->eventTaps().create(virtual_key::slash, modifier_flag::command,
+                                              {.keyDown =
+                                                   [&](const TappedKey&) {
+                                                       ++chords;
+                                                       focus =
+                                                           real->keyboardFocus().take({}, receiver);
+                                                       return TapVerdict::swallow;
+                                                   },
+                                               .disabled = {}});
     focus = real->keyboardFocus().take({}, receiver);
     // By the time that we hear of the chord, it is over, and its last part was for nobody.
     desktop().keyboard().combination({Key::rightSuper}, Key::slash);
