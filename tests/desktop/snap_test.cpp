@@ -1,6 +1,7 @@
 // Shortcuts that place one window, on every window manager: real key presses, real programs, and
 // where their windows end up.
 #include "desktop_fixture.h"
+#include "place_shortcuts.h"
 
 #include <array>
 
@@ -8,31 +9,6 @@ namespace tessellon::desktop {
 namespace {
 
 using SnapTest = WindowManagerTest;
-
-struct Shortcut {
-    Held held;
-    Key key;
-    Frame target;
-};
-
-// Every action that names a place, in the usable area below the dock.
-constexpr std::array gridShortcuts{
-    Shortcut{Held::controlAlt, Key::left, {8, 33, 948, 1039}},
-    Shortcut{Held::controlAlt, Key::right, {964, 33, 948, 1039}},
-    Shortcut{Held::controlAlt, Key::up, {8, 33, 1904, 516}},
-    Shortcut{Held::controlAlt, Key::down, {8, 556, 1904, 516}},
-    Shortcut{Held::controlAlt, Key::u, {8, 33, 948, 516}},
-    Shortcut{Held::controlAlt, Key::i, {964, 33, 948, 516}},
-    Shortcut{Held::controlAlt, Key::j, {8, 556, 948, 516}},
-    Shortcut{Held::controlAlt, Key::k, {964, 556, 948, 516}},
-    Shortcut{Held::controlAlt, Key::d, {8, 33, 631, 1039}},
-    Shortcut{Held::controlAlt, Key::f, {646, 33, 628, 1039}},
-    Shortcut{Held::controlAlt, Key::g, {1281, 33, 631, 1039}},
-    Shortcut{Held::controlAlt, Key::e, {8, 33, 1266, 1039}},
-    Shortcut{Held::controlAlt, Key::t, {646, 33, 1266, 1039}},
-    Shortcut{Held::controlAlt, Key::enter, {8, 33, 1904, 1039}},
-    Shortcut{Held::controlAltShift, Key::enter, {48, 73, 1824, 959}},
-};
 
 constexpr Frame leftHalf{8, 33, 948, 1039};
 constexpr Frame leftThird{8, 33, 631, 1039};
@@ -47,7 +23,7 @@ TEST_P(SnapTest, everyPlaceIsExactAndRestoreGivesTheFirstFrameBack) {
     program().start();
     const Frame original{201, 150, 703, 500};
     const xcb_window_t window = startClock(original);
-    for (const Shortcut& shortcut : gridShortcuts) {
+    for (const Shortcut& shortcut : placeShortcuts) {
         ASSERT_EQ(snap(window, shortcut.held, shortcut.key, shortcut.target), shortcut.target);
     }
     EXPECT_EQ(snap(window, Held::controlAlt, Key::backspace, original), original);

@@ -1,5 +1,6 @@
 // Shortcuts that place one window, and those that take it back.
 #include "matrix.h"
+#include "place_shortcuts.h"
 
 #include <array>
 #include <map>
@@ -7,30 +8,6 @@
 namespace tessellon::desktop {
 namespace {
 
-struct Shortcut {
-    Held held;
-    Key key;
-    Frame target;
-};
-
-// Every action that names a place, in the usable area below the dock.
-constexpr std::array places{
-    Shortcut{Held::controlAlt, Key::left, {8, 33, 948, 1039}},
-    Shortcut{Held::controlAlt, Key::right, {964, 33, 948, 1039}},
-    Shortcut{Held::controlAlt, Key::up, {8, 33, 1904, 516}},
-    Shortcut{Held::controlAlt, Key::down, {8, 556, 1904, 516}},
-    Shortcut{Held::controlAlt, Key::u, {8, 33, 948, 516}},
-    Shortcut{Held::controlAlt, Key::i, {964, 33, 948, 516}},
-    Shortcut{Held::controlAlt, Key::j, {8, 556, 948, 516}},
-    Shortcut{Held::controlAlt, Key::k, {964, 556, 948, 516}},
-    Shortcut{Held::controlAlt, Key::d, {8, 33, 631, 1039}},
-    Shortcut{Held::controlAlt, Key::f, {646, 33, 628, 1039}},
-    Shortcut{Held::controlAlt, Key::g, {1281, 33, 631, 1039}},
-    Shortcut{Held::controlAlt, Key::e, {8, 33, 1266, 1039}},
-    Shortcut{Held::controlAlt, Key::t, {646, 33, 1266, 1039}},
-    Shortcut{Held::controlAlt, Key::enter, {8, 33, 1904, 1039}},
-    Shortcut{Held::controlAltShift, Key::enter, {48, 73, 1824, 959}},
-};
 constexpr Frame original{240, 160, 903, 640};
 
 using PlaceTest = MatrixTest;
@@ -47,7 +24,7 @@ TEST_P(PlaceTest, everyPlaceAndBack) {
             continue;
         }
         const Frame first = frameOf(window);
-        for (const Shortcut& place : places) {
+        for (const Shortcut& place : placeShortcuts) {
             if (!sendAndNote(Row::places, subject, window, place.held, place.key, place.target)) {
                 break;
             }
