@@ -129,10 +129,9 @@ TEST_P(UnplugTest, windowsThatWereThereGoOnToSnapAndComeBack) {
     EXPECT_EQ(restored(window), original);
 }
 
-TEST_P(UnplugTest, whatIsShownThereGoes) {
-    if (monitorKind == Monitors::Kind::outputs && GetParam() == "kwin") {
-        GTEST_SKIP() << "the pointer is put at an edge of the screen, where KWin tiles by itself";
-    }
+class UnplugWhileShownTest : public UnplugTest {};
+
+TEST_P(UnplugWhileShownTest, whatIsShownThereGoes) {
     if (!beginInARow()) {
         return;
     }
@@ -210,10 +209,9 @@ TEST_P(UnplugTest, whatIsShownThereGoes) {
     expectAllGone("snap");
 }
 
+#ifndef TESSELLON_MONITORS_ARE_OUTPUTS
+// The screen would get smaller with an output, and docks reserve from its edges.
 TEST_P(UnplugTest, thePrimaryDisplayMayGo) {
-    if (monitorKind == Monitors::Kind::outputs) {
-        GTEST_SKIP() << "the screen would get smaller, and docks reserve from its edges";
-    }
     if (!beginInARow()) {
         return;
     }
@@ -241,6 +239,7 @@ TEST_P(UnplugTest, thePrimaryDisplayMayGo) {
         }
     }
 }
+#endif
 
 TEST_P(UnplugTest, theSettingsStayWithinReach) {
     if (!beginInARow()) {
@@ -268,6 +267,14 @@ TEST_P(UnplugTest, theSettingsStayWithinReach) {
 }
 
 INSTANTIATE_TEST_SUITE_P(On, UnplugTest, windowManagersWithDisplays(), windowManagerName);
+
+#ifdef TESSELLON_MONITORS_ARE_OUTPUTS
+// Not KWin: the server puts the pointer at the edge of the screen that an output leaves, where KWin
+// tiles the dragged window by itself.
+INSTANTIATE_TEST_SUITE_P(On, UnplugWhileShownTest, ::testing::Values("openbox"), windowManagerName);
+#else
+INSTANTIATE_TEST_SUITE_P(On, UnplugWhileShownTest, windowManagersWithDisplays(), windowManagerName);
+#endif
 
 }  // namespace
 }  // namespace tessellon::desktop
