@@ -1,5 +1,7 @@
 #include "platform/x11/window_reader.h"
 
+#include "platform/x11/window_kind.h"
+
 #include <algorithm>
 #include <array>
 #include <climits>
@@ -202,8 +204,8 @@ void WindowReader::collect(Job& job, const Cookies& cookies) const {
     if (wants(facet::kind)) {
         const auto type = property(cookies.type);
         const auto transientFor = property(cookies.transientFor);
-        window.kind = kindOf(rawProperty(type.get()),
-                             firstCardinal(rawProperty(transientFor.get())).value_or(0) != 0);
+        window.kind = windowKind(rawProperty(type.get()), rawProperty(transientFor.get()),
+                                 [this](Atom name) { return connection_.atom(name); });
     }
     if (wants(facet::desktop)) {
         window.desktop = firstCardinal(rawProperty(property(cookies.desktop).get()));
@@ -231,35 +233,6 @@ void WindowReader::collect(Job& job, const Cookies& cookies) const {
             window.pid = -static_cast<Pid>(connection_.clientBase(window.id) / step) - 1;
         }
     }
-}
-
-WindowKind WindowReader::kindOf(const RawProperty& types, bool isTransient) const {
-    const std::array<std::pair<Atom, WindowKind>, 14> table{{
-        {Atom::netWmWindowTypeNormal, WindowKind::standard},
-        {Atom::netWmWindowTypeDialog, WindowKind::dialog},
-        {Atom::netWmWindowTypeUtility, WindowKind::floating},
-        {Atom::netWmWindowTypeToolbar, WindowKind::floating},
-        {Atom::netWmWindowTypeMenu, WindowKind::floating},
-        {Atom::netWmWindowTypeSplash, WindowKind::splash},
-        {Atom::netWmWindowTypeDropdownMenu, WindowKind::passing},
-        {Atom::netWmWindowTypePopupMenu, WindowKind::passing},
-        {Atom::netWmWindowTypeTooltip, WindowKind::passing},
-        {Atom::netWmWindowTypeNotification, WindowKind::passing},
-        {Atom::netWmWindowTypeCombo, WindowKind::passing},
-        {Atom::netWmWindowTypeDnd, WindowKind::passing},
-        {Atom::netWmWindowTypeDock, WindowKind::dock},
-        {Atom::netWmWindowTypeDesktop, WindowKind::desktop},
-    }};
-    // The list is in the client's order of preference; types we do not know are passed over.
-    for (const auto type : cardinals(types)) {
-        for (const auto& [name, kind] : table) {
-            if (connection_.atom(name) == type) {
-                return kind;
-            }
-        }
-    }
-    // EWMH: a window without a type that is transient for another one is a dialog.
-    return isTransient ? WindowKind::dialog : WindowKind::standard;
 }
 
 void WindowReader::findTopLevels(std::span<Job> jobs) const {

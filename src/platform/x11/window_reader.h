@@ -67,7 +67,6 @@ class WindowReader {
     void findTopLevels(std::span<Job> jobs) const;
     void measureFrames(std::span<Job> jobs) const;
     void readProcesses(std::span<Job> jobs) const;
-    WindowKind kindOf(const RawProperty& types, bool isTransient) const;
 
     const Connection& connection_;
     bool canTellProcesses_;
