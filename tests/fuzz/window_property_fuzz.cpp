@@ -2,6 +2,7 @@
 // valid UTF-8, sizes can be used, and no dock takes a whole monitor away.
 #include "base/text.h"
 #include "fuzz/expect.h"
+#include "fuzz/stored_property.h"
 #include "platform/x11/properties.h"
 #include "platform/x11/x11_displays.h"
 
@@ -19,28 +20,8 @@ namespace {
 using namespace tessellon;
 using namespace tessellon::x11;
 
-constexpr xcb_atom_t utf8 = 300;
 constexpr Rect root{0, 0, 3200, 1080};
 constexpr Rect monitor{0, 0, 1920, 1080};
-
-/// A property as a hostile client would store it. The bytes live as long as the property does.
-class StoredProperty {
-  public:
-    explicit StoredProperty(FuzzedDataProvider& input)
-        : type_(input.PickValueInArray<xcb_atom_t>(
-              {XCB_ATOM_NONE, XCB_ATOM_STRING, utf8, XCB_ATOM_CARDINAL})),
-          format_(input.PickValueInArray<std::uint8_t>({8, 16, 32})) {
-        const auto text = input.ConsumeRandomLengthString();
-        bytes_.assign(text.begin(), text.end());
-    }
-
-    RawProperty raw() const { return {type_, format_, bytes_}; }
-
-  private:
-    xcb_atom_t type_;
-    std::uint8_t format_;
-    std::vector<std::uint8_t> bytes_;
-};
 
 void readTexts(const RawProperty& property) {
     expect(isValidUtf8(text(property)));
