@@ -3,6 +3,7 @@
 #include "app/notification_names.h"
 #include "app/preferences.h"
 #include "base/modifier_flag.h"
+#include "drag/drag_switch.h"
 #include "engine/placement.h"
 
 #include <cmath>
@@ -89,8 +90,7 @@ void DragSnapper::reset() {
 }
 
 bool DragSnapper::isSwitchedOn() const {
-    const auto& defaults = engine_.services().defaults;
-    return defaults.boolForKey(preference::dragEnabled) && !defaults.boolForKey(preference::paused);
+    return isDragSwitchedOn(engine_.services().defaults);
 }
 
 void DragSnapper::onDragged() {
