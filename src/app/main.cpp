@@ -1,8 +1,9 @@
 // The program: chooses the real side of every port, builds the application on them and runs it.
 #include "app/app_delegate.h"
 #include "app/command_line.h"
-#include "app/preferences.h"
+#include "app/display_session.h"
 #include "base/log.h"
+#include "drag/drag_switch.h"
 #include "drag/qt_drag_views.h"
 #include "launcher/qt_launcher_views.h"
 #include "menu/qt_menu_views.h"
@@ -70,36 +71,14 @@
 namespace tessellon {
 namespace {
 
-constexpr int exitCannotRun = 1;
 constexpr int exitUsage = 2;
 
 constexpr Seconds windowManagerStartTimeout{0.5};
 
 constexpr Seconds sessionBusTimeout{1.0};
 
-/// For each way of asking.
-constexpr Seconds runningInstanceTimeout{2};
-
 constexpr auto runningVersion = Version::parse(TESSELLON_VERSION);
 static_assert(runningVersion, "the version is no dotted number");
-
-bool isWaylandSession() {
-    return !environment("WAYLAND_DISPLAY").empty() || environment("XDG_SESSION_TYPE") == "wayland";
-}
-
-void explainMissingDisplay() {
-    const auto display = environment("DISPLAY");
-    if (isWaylandSession() && display.empty()) {
-        logError(
-            "this Wayland session has no X11 display, and only X11 programs' windows can be "
-            "moved; enable Xwayland or log in to an X11 session");
-    } else if (display.empty()) {
-        logError("there is no display: DISPLAY is not set; start tessellon in an X11 session");
-    } else {
-        logError("cannot connect to the X11 display '" + display +
-                 "'; check that it is running and that you may use it (DISPLAY, XAUTHORITY)");
-    }
-}
 
 /// Where panels find the icon that they draw in their own color.
 std::optional<std::filesystem::path> iconFolder(const std::filesystem::path& program) {
@@ -118,29 +97,6 @@ void greet(AppDelegate& delegate, const std::string& settings) {
     std::printf("tessellon runs: %s. Settings: %s. Ctrl+C ends it.\n", state.c_str(),
                 settings.c_str());
     std::fflush(stdout);
-}
-
-/// Has the instance that runs show itself; false when it does not answer. Its display is where the
-/// user is, so it is asked there first; the session bus may know an instance of another display.
-bool showRunningInstance(x11::InstanceLock& lock) {
-    return lock.askHolder(runningInstanceTimeout) ||
-           activateRunningInstance(environment("DISPLAY"), runningInstanceTimeout);
-}
-
-/// Makes this the instance of its display. The exit code when another one is and stays that.
-std::optional<int> takeDisplay(x11::InstanceLock& lock) {
-    if (lock.acquire()) {
-        return std::nullopt;
-    }
-    if (showRunningInstance(lock)) {
-        return EXIT_SUCCESS;
-    }
-    // Unless it has ended meanwhile.
-    if (lock.acquire()) {
-        return std::nullopt;
-    }
-    logError("another instance is running on this display already, and does not answer");
-    return exitCannotRun;
 }
 
 /// The toolkit talks to the session bus while it starts, and waits for its answer for ever.
@@ -237,10 +193,8 @@ int runApplication(x11::Connection& connection, x11::InstanceLock& lock, QtRunLo
                         *runningVersion, TESSELLON_UPDATE_FEED_URL);
     LogindPowerEvents powerEvents;
     SessionService sessionService(environment("DISPLAY"));
-    const x11::CommandDrag commandDrag(connection, desktop.mirror, desktop.rawInput, [&defaults] {
-        return defaults.boolForKey(preference::dragEnabled) &&
-               !defaults.boolForKey(preference::paused);
-    });
+    const x11::CommandDrag commandDrag(connection, desktop.mirror, desktop.rawInput,
+                                       [&defaults] { return isDragSwitchedOn(defaults); });
 
     // Applications have to be known when the delegate loads the restore records, or those of
     // windows that a starting window manager has not taken over yet would be lost.
