@@ -3,9 +3,7 @@
 #include "base/modifier_flag.h"
 
 #include <algorithm>
-#include <array>
 #include <cmath>
-#include <string_view>
 #include <utility>
 
 namespace tessellon::x11 {
@@ -24,18 +22,7 @@ constexpr double threshold = 10;
 // What a window manager takes for the resize handle at the edge of a title bar, in pixels.
 constexpr double resizeHandle = 5;
 
-/// Whether it ignores a title bar that is pressed with the command key down. Those that would move
-/// the window themselves must not be told to: some would begin a second move after the first.
-bool ignoresCommandPress(std::string_view windowManagerName) {
-    constexpr std::array<std::string_view, 3> names{"Openbox", "Fluxbox", "JWM"};
-    return std::any_of(names.begin(), names.end(),
-                       [&](std::string_view name) { return windowManagerName.starts_with(name); });
-}
-
-/// Whether it now and then does nothing upon a request to begin a move.
-bool forgetsRequests(std::string_view windowManagerName) {
-    return windowManagerName.starts_with("Fluxbox");
-}
+// To a window manager that forgets some.
 constexpr int mostRequests = 5;
 
 bool isOnTitleBar(const ClientWindow& window, Point point) {
@@ -83,8 +70,8 @@ void CommandDrag::tellWindowManager(std::uint32_t what) const {
 
 void CommandDrag::onPressed(std::uint32_t button) {
     press_.reset();
-    if (button != leftButton || !onlyCommandIsDown() ||
-        !ignoresCommandPress(mirror_.windowManagerName()) || !wanted_()) {
+    if (button != leftButton || !onlyCommandIsDown() || !mirror_.habits().ignoresCommandPress ||
+        !wanted_()) {
         return;
     }
     const auto pointer = input_.queryPointer();
@@ -138,7 +125,7 @@ void CommandDrag::onIdle() {
 
 bool CommandDrag::asksOnceMore() const {
     return press_->stage == Stage::begun && press_->requests < mostRequests &&
-           forgetsRequests(mirror_.windowManagerName());
+           mirror_.habits().forgetsMoveRequests;
 }
 
 /// Asks for nothing any more. What was asked for has its end with the release.

@@ -1,20 +1,8 @@
 #include "platform/x11/dragged_size.h"
 
 #include <algorithm>
-#include <array>
 
 namespace tessellon::x11 {
-
-bool keepsSizeWhileDragging(std::string_view windowManagerName) {
-    // Some put their version behind the name.
-    constexpr std::array<std::string_view, 6> names{"KWin", "IceWM",       "Fluxbox",
-                                                    "JWM",  "GNOME Shell", "Mutter"};
-    // Muffin's name contains that of the one it descends from, and it gets this wrong.
-    return std::any_of(names.begin(), names.end(), [&](std::string_view name) {
-        return windowManagerName.starts_with(name) &&
-               windowManagerName.find("Muffin") == std::string_view::npos;
-    });
-}
 
 void DraggedSizes::remember(const Element& window, Size size) {
     forget(window);

@@ -8,15 +8,10 @@
 
 #include <memory>
 #include <optional>
-#include <string_view>
 #include <utility>
 #include <vector>
 
 namespace tessellon::x11 {
-
-/// Whether the window manager of this name keeps a size that is written while it drags the window.
-/// The others ignore it, or undo it with the next motion.
-bool keepsSizeWhileDragging(std::string_view windowManagerName);
 
 class DraggedSizes {
   public:

@@ -143,8 +143,7 @@ void FrameWriter::send(const ClientWindow& window, const Request& request) const
     if (request.position) {
         double x = request.position->x - inner.left;
         double y = request.position->y - inner.top;
-        if (mirror_.windowManagerName() == "i3") {
-            // Here alone the position means the client's corner, not that of the frame.
+        if (mirror_.habits().positionsMeanTheClient) {
             x += outer.left;
             y += outer.top;
         }
@@ -182,14 +181,14 @@ bool FrameWriter::isSettled(const ClientWindow& window, const Request& request) 
                          frame.height - window.client.height + window.hints.minHeight));
 }
 
-/// Xfwm4 pulls a window that hangs out of the screen back in when it is told a size alone, so there
-/// sizes go with the position that the window has. Gives false when the window manager does not
-/// answer.
+/// Where a window that hangs out of the screen would be pulled back in when it is told a size
+/// alone, sizes go with the position that the window has. Gives false when the window manager does
+/// not answer.
 bool FrameWriter::anchorSizes(Requests& requests) {
     const auto isSizeAlone = [](const auto& entry) {
         return entry.second.size && !entry.second.position;
     };
-    if (mirror_.windowManagerName() != "Xfwm4" ||
+    if (!mirror_.habits().pullsInResizedWindows ||
         std::none_of(requests.begin(), requests.end(), isSizeAlone)) {
         return true;
     }
@@ -267,7 +266,7 @@ bool FrameWriter::insist(const Requests& requests) {
         const Rect frame = window->visibleFrame();
         const Point origin = request.position.value_or(frame.origin());
         const Size size = request.size.value_or(frame.size());
-        if (releaseFromTile(connection_, mirror_.windowManagerName(), *window,
+        if (releaseFromTile(connection_, mirror_.habits().tileRelease, *window,
                             {origin.x, origin.y, size.width, size.height})) {
             freed.emplace(id, request);
             // Its program knows of the tile only where that counts as a maximised state.

@@ -2,23 +2,10 @@
 
 #include "base/modifier_flag.h"
 
-#include <algorithm>
 #include <array>
-#include <string_view>
 #include <utility>
 
 namespace tessellon::x11 {
-namespace {
-
-/// Whether it grabs command keys on the root, stops the keyboard until the next key, and lets that
-/// one be replayed. The server then leaves out the grabs on the root.
-bool replaysWhatFollowsCommand(std::string_view windowManagerName) {
-    constexpr std::array<std::string_view, 3> names{"IceWM", "Mutter", "GNOME Shell"};
-    return std::any_of(names.begin(), names.end(),
-                       [&](std::string_view name) { return windowManagerName.starts_with(name); });
-}
-
-}  // namespace
 
 KeyGrabs::KeyGrabs(Connection& connection, const Keyboard& keyboard, WindowMirror& mirror,
                    RawInput& input)
@@ -143,7 +130,7 @@ void KeyGrabs::onFlagsChanged() {
 void KeyGrabs::follow() {
     mirror_.refresh();
     xcb_window_t topLevel = XCB_WINDOW_NONE;
-    if (replaysWhatFollowsCommand(mirror_.windowManagerName())) {
+    if (mirror_.habits().replaysKeysAfterCommand) {
         if (const auto* active = mirror_.activeWindow()) {
             topLevel = active->topLevel;
         }

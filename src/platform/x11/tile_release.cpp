@@ -65,19 +65,24 @@ void pullAway(const Connection& connection, xcb_window_t window, const Rect& wan
 
 }  // namespace
 
-bool releaseFromTile(const Connection& connection, std::string_view windowManagerName,
-                     const ClientWindow& window, const Rect& wanted) {
+bool releaseFromTile(const Connection& connection, TileRelease way, const ClientWindow& window,
+                     const Rect& wanted) {
     if (window.fullScreen || window.hiddenState || window.iconic) {
         return false;
     }
-    if (windowManagerName.starts_with("KWin")) {
-        passThroughMaximized(connection, window.id);
-        return true;
-    }
-    // Its tiles are what is left maximised although we took that away.
-    if (windowManagerName.starts_with("Metacity") && window.maximizedVert) {
-        pullAway(connection, window.id, wanted);
-        return true;
+    switch (way) {
+        case TileRelease::notNeeded:
+            break;
+        case TileRelease::byMaximizing:
+            passThroughMaximized(connection, window.id);
+            return true;
+        case TileRelease::byDragging:
+            // Such tiles are what is left maximised although we took that away.
+            if (window.maximizedVert) {
+                pullAway(connection, window.id, wanted);
+                return true;
+            }
+            break;
     }
     return false;
 }

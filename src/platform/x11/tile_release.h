@@ -5,16 +5,15 @@
 #include "base/geometry.h"
 #include "platform/x11/client_window.h"
 #include "platform/x11/connection.h"
-
-#include <string_view>
+#include "platform/x11/window_manager_habits.h"
 
 namespace tessellon::x11 {
 
-/// Tells the window manager of this name to let the window out of its tile; where the window goes
+/// Tells a window manager with this habit to let the window out of its tile; where the window goes
 /// is then to be written anew. `wanted` is where that will be, in root coordinates; the pointer
 /// must not be dragging anything. Gives false, and sends nothing, when the window manager is not
 /// known to keep windows, or does not keep this one.
-bool releaseFromTile(const Connection& connection, std::string_view windowManagerName,
-                     const ClientWindow& window, const Rect& wanted);
+bool releaseFromTile(const Connection& connection, TileRelease way, const ClientWindow& window,
+                     const Rect& wanted);
 
 }  // namespace tessellon::x11

@@ -3,7 +3,6 @@
 #include "platform/x11/properties.h"
 #include "platform/x11/reply.h"
 
-#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 
@@ -96,45 +95,6 @@ std::vector<xcb_window_t> clientsWithoutManager(const Connection& connection) {
     xcb_ungrab_server(xcb);
     xcb_flush(xcb);
     return clients;
-}
-
-std::vector<xcb_window_t> docksAmong(const Connection& connection,
-                                     const std::vector<xcb_window_t>& windows) {
-    struct Question {
-        xcb_get_property_cookie_t types, strutPartial, strut;
-    };
-    constexpr std::uint32_t words = 32;
-    auto* const xcb = connection.xcb();
-    std::vector<Question> questions;
-    questions.reserve(windows.size());
-    for (const auto window : windows) {
-        const auto property = [&](Atom name) {
-            return xcb_get_property_unchecked(xcb, 0, window, connection.atom(name),
-                                              XCB_GET_PROPERTY_TYPE_ANY, 0, words);
-        };
-        questions.push_back({property(Atom::netWmWindowType), property(Atom::netWmStrutPartial),
-                             property(Atom::netWmStrut)});
-    }
-    std::vector<xcb_window_t> docks;
-    if (questions.empty()) {
-        return docks;
-    }
-    connection.countRoundTrip();
-    for (std::size_t i = 0; i < windows.size(); ++i) {
-        const auto reply = [&](xcb_get_property_cookie_t cookie) {
-            return Reply<xcb_get_property_reply_t>(xcb_get_property_reply(xcb, cookie, nullptr));
-        };
-        const auto typesReply = reply(questions[i].types);
-        const auto partial = reply(questions[i].strutPartial);
-        const auto plain = reply(questions[i].strut);
-        const auto types = cardinals(rawProperty(typesReply.get()));
-        const bool isDock = std::find(types.begin(), types.end(),
-                                      connection.atom(Atom::netWmWindowTypeDock)) != types.end();
-        if (isDock || strut(rawProperty(partial.get()), rawProperty(plain.get()))) {
-            docks.push_back(windows[i]);
-        }
-    }
-    return docks;
 }
 
 }  // namespace tessellon::x11

@@ -13,8 +13,4 @@ namespace tessellon::x11 {
 /// level of nesting. Holds the server for the few round trips that it takes.
 std::vector<xcb_window_t> clientsWithoutManager(const Connection& connection);
 
-/// Those of the windows that are docks or keep room at an edge of the screen. One round trip.
-std::vector<xcb_window_t> docksAmong(const Connection& connection,
-                                     const std::vector<xcb_window_t>& windows);
-
 }  // namespace tessellon::x11

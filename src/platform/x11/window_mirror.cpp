@@ -4,8 +4,7 @@
 
 #include <algorithm>
 #include <array>
-#include <span>
-#include <string_view>
+#include <utility>
 
 namespace tessellon::x11 {
 namespace {
@@ -27,13 +26,6 @@ constexpr std::uint32_t mostClients = 65536;
 constexpr std::uint32_t identityFacets =
     facet::process | facet::windowClass | facet::gtkApplicationId | facet::kind;
 
-// They keep docks out of _NET_CLIENT_LIST.
-constexpr std::array<std::string_view, 2> docksUnlisted{"i3", "JWM"};
-
-bool contains(std::span<const std::string_view> names, std::string_view name) {
-    return std::find(names.begin(), names.end(), name) != names.end();
-}
-
 void selectEvents(const Connection& connection, xcb_window_t window, std::uint32_t mask) {
     xcb_change_window_attributes(connection.xcb(), window, XCB_CW_EVENT_MASK, &mask);
 }
@@ -46,7 +38,7 @@ struct WindowMirror::RootCookies {
 };
 
 WindowMirror::WindowMirror(Connection& connection)
-    : connection_(connection), reader_(connection), dirtyRoot_(rootAll) {
+    : connection_(connection), reader_(connection), docks_(connection), dirtyRoot_(rootAll) {
     // Frames move without the clients being told by some window managers, so the children of the
     // root are watched as well as the clients themselves.
     selectEvents(connection_, connection_.root(),
@@ -125,11 +117,11 @@ void WindowMirror::onEvent(const xcb_generic_event_t& event) {
             if (window == checkWindow_) {
                 checkWindow_ = XCB_WINDOW_NONE;
                 windowManagerAlive_ = false;
-                windowManagerName_.clear();
+                habits_ = {};
                 ++windowManagerRevision_;
                 dirtyRoot_ |= rootManager | rootClients;
             }
-            maybeDocks_.erase(window);
+            docks_.gone(window);
             forget(window);
             break;
         }
@@ -149,8 +141,8 @@ void WindowMirror::mappingChanged(xcb_window_t window) {
 }
 
 void WindowMirror::appeared(xcb_window_t window) {
-    if (contains(docksUnlisted, windowManagerName_) && !windows_.contains(window)) {
-        maybeDocks_.insert(window);
+    if (!habits_.listsDocks && !windows_.contains(window)) {
+        docks_.appeared(window);
     }
 }
 
@@ -306,34 +298,20 @@ void WindowMirror::collectRoot(const RootCookies& cookies, std::uint32_t parts) 
 void WindowMirror::readWindowManager(xcb_window_t candidate) {
     const bool wasAlive = windowManagerAlive();
     const auto former = std::exchange(checkWindow_, candidate);
-    windowManagerAlive_ = false;
-    windowManagerName_.clear();
+    std::optional<WindowManagerHabits> habits;
     if (candidate != XCB_WINDOW_NONE) {
         // Selected before it is read, so that a change in between is not missed.
         selectEvents(connection_, candidate,
                      XCB_EVENT_MASK_STRUCTURE_NOTIFY | XCB_EVENT_MASK_PROPERTY_CHANGE);
-        const auto property = [&](Atom name, std::uint32_t words) {
-            return xcb_get_property_unchecked(connection_.xcb(), 0, candidate,
-                                              connection_.atom(name), XCB_GET_PROPERTY_TYPE_ANY, 0,
-                                              words);
-        };
-        const auto self = property(Atom::netSupportingWmCheck, 1);
-        const auto name = property(Atom::netWmName, 64);
-        connection_.countRoundTrip();
-        const Reply<xcb_get_property_reply_t> selfReply(
-            xcb_get_property_reply(connection_.xcb(), self, nullptr));
-        const Reply<xcb_get_property_reply_t> nameReply(
-            xcb_get_property_reply(connection_.xcb(), name, nullptr));
-        if (firstCardinal(rawProperty(selfReply.get())) == candidate) {
-            windowManagerAlive_ = true;
-            windowManagerName_ = text(rawProperty(nameReply.get()));
-        }
+        habits = readHabits(connection_, candidate);
     }
-    // It announces none, and to those who ask the same for all windows, framed or not.
-    reader_.setFrameWidths(windowManagerName_ == "i3" ? WindowReader::FrameWidths::measured
-                                                      : WindowReader::FrameWidths::announced);
+    windowManagerAlive_ = habits.has_value();
+    habits_ = habits.value_or(WindowManagerHabits{});
+    reader_.setFrameWidths(habits_.announcesFrameWidths ? WindowReader::FrameWidths::announced
+                                                        : WindowReader::FrameWidths::measured);
     if (wasAlive != windowManagerAlive() || former != candidate) {
         ++windowManagerRevision_;
+        docks_.windowManagerChanged();
     }
     if (!wasAlive && windowManagerAlive()) {
         dirtyRoot_ |= rootAll & ~rootManager;
@@ -389,21 +367,11 @@ void WindowMirror::readChanges() {
 }
 
 void WindowMirror::adoptUnlistedDocks() {
-    if (!contains(docksUnlisted, windowManagerName_)) {
-        maybeDocks_.clear();
+    if (habits_.listsDocks) {
+        docks_.clear();
         return;
     }
-    if (std::exchange(docksLookedForAt_, windowManagerRevision_) != windowManagerRevision_) {
-        const auto clients = clientsWithoutManager(connection_);
-        maybeDocks_.insert(clients.begin(), clients.end());
-    }
-    std::vector<xcb_window_t> unknown;
-    for (const auto window : std::exchange(maybeDocks_, {})) {
-        if (!windows_.contains(window)) {
-            unknown.push_back(window);
-        }
-    }
-    for (const auto window : docksAmong(connection_, unknown)) {
+    for (const auto window : docks_.take([this](auto id) { return windows_.contains(id); })) {
         adopt(window);
     }
 }
@@ -480,13 +448,9 @@ const ClientWindow* WindowMirror::findByTopLevel(xcb_window_t topLevel) const {
 
 bool WindowMirror::isOnCurrentDesktop(const ClientWindow& window) const {
     constexpr std::uint32_t allDesktops = 0xffffffff;
-    // Each monitor of theirs shows a desktop, and what is on none of those is unmapped.
-    constexpr std::array<std::string_view, 5> desktopPerMonitor{"i3", "bspwm", "awesome",
-                                                                "herbstluftwm", "qtile"};
-    if (contains(desktopPerMonitor, windowManagerName_)) {
+    if (habits_.hasDesktopPerMonitor) {
         return window.viewable;
     }
-    // The others have one current desktop, and the compositing ones keep the rest mapped.
     const auto desktop = window.desktop.value_or(currentDesktop_);
     return desktop == currentDesktop_ || desktop == allDesktops;
 }

@@ -5,11 +5,12 @@
 #include "base/token.h"
 #include "platform/x11/client_window.h"
 #include "platform/x11/connection.h"
+#include "platform/x11/unlisted_docks.h"
+#include "platform/x11/window_manager_habits.h"
 #include "platform/x11/window_reader.h"
 
 #include <cstdint>
 #include <optional>
-#include <string>
 #include <unordered_map>
 #include <unordered_set>
 #include <vector>
@@ -41,7 +42,8 @@ class WindowMirror {
     /// A window manager that speaks EWMH is alive: the window that it names exists and names
     /// itself.
     bool windowManagerAlive() const { return windowManagerAlive_; }
-    const std::string& windowManagerName() const { return windowManagerName_; }
+    /// What it does otherwise than others; nothing in particular while none is alive.
+    const WindowManagerHabits& habits() const { return habits_; }
 
     /// Changes whenever a window manager comes, goes, or is replaced.
     std::uint64_t windowManagerRevision() const { return windowManagerRevision_; }
@@ -92,7 +94,7 @@ class WindowMirror {
 
     /// Events have told of something that was not read again yet.
     bool isMarked() const {
-        return dirtyRoot_ != 0 || !dirtyWindows_.empty() || !maybeDocks_.empty();
+        return dirtyRoot_ != 0 || !dirtyWindows_.empty() || docks_.hasCandidates();
     }
 
     void onEvent(const xcb_generic_event_t& event);
@@ -117,17 +119,16 @@ class WindowMirror {
     std::unordered_map<xcb_window_t, Tracked> windows_;
     std::unordered_multimap<xcb_window_t, xcb_window_t> clientsOfTopLevel_;  // tabs share one
     std::unordered_set<xcb_window_t> dirtyWindows_;
-    std::unordered_set<xcb_window_t> maybeDocks_;  // shown, and not in the window manager's list
-    std::vector<xcb_window_t> rootChildren_;       // bottom first
+    UnlistedDocks docks_;
+    std::vector<xcb_window_t> rootChildren_;  // bottom first
     std::vector<const ClientWindow*> managed_;
     std::vector<const ClientWindow*> stacking_;
     std::uint32_t dirtyRoot_;
     bool listsDirty_ = true;
     xcb_window_t checkWindow_ = XCB_WINDOW_NONE;  // what _NET_SUPPORTING_WM_CHECK names
     bool windowManagerAlive_ = false;
-    std::string windowManagerName_;
+    WindowManagerHabits habits_;
     std::uint64_t windowManagerRevision_ = 0;
-    std::uint64_t docksLookedForAt_ = 0;  // revision of the window manager
     xcb_window_t active_ = XCB_WINDOW_NONE;
     std::uint32_t currentDesktop_ = 0;
     std::optional<Rect> workArea_;

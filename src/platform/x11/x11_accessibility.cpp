@@ -282,7 +282,7 @@ void X11Accessibility::writeDraggedSize(const Element& window, Size size) {
     }
     // Where it is kept the user sees it at once; it is written again in the end all the same, since
     // the window manager may have had other ideas when it let the window go.
-    if (keepsSizeWhileDragging(mirror_.windowManagerName())) {
+    if (mirror_.habits().keepsSizeWhileDragging) {
         write(window, Attribute::size, size);
     }
     draggedSizes_.remember(window, size);
