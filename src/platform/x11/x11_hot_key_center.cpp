@@ -12,13 +12,7 @@ X11HotKeyCenter::X11HotKeyCenter(Connection& connection, Keyboard& keyboard, Key
 }
 
 Token X11HotKeyCenter::installHandler(Handler handler) {
-    const auto installed =
-        handlers_.insert(handlers_.end(), std::make_shared<Handler>(std::move(handler)));
-    return Token([weak = std::weak_ptr(self_), installed] {
-        if (const auto self = weak.lock()) {
-            (*self)->handlers_.erase(installed);
-        }
-    });
+    return handlers_.add(std::move(handler));
 }
 
 std::optional<Token> X11HotKeyCenter::registerHotKey(std::uint32_t keyCode, std::uint32_t modifiers,
@@ -76,17 +70,10 @@ void X11HotKeyCenter::press(const xcb_key_press_event_t& event) {
     if (repeats) {
         return;
     }
-    const auto pressed = find(event);
-    if (pressed == keys_.end()) {
-        return;
-    }
-    const std::optional<HotKeyId> id = pressed->id;
-    // Copies: a handler may register hot keys anew, or take itself off.
-    const auto handlers = handlers_;
-    for (const auto& handler : handlers) {
-        if ((*handler)(id) == HotKeyEventStatus::handled) {
-            break;
-        }
+    if (const auto pressed = find(event); pressed != keys_.end()) {
+        // A copy: a handler may register hot keys anew.
+        const auto id = pressed->id;
+        handlers_.anyGives(HotKeyEventStatus::handled, id);
     }
 }
 

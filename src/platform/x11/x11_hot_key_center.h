@@ -1,6 +1,7 @@
 // The hot-key port on X11: passive grabs of the key.
 #pragma once
 
+#include "base/handler_chain.h"
 #include "platform/hot_key_center.h"
 #include "platform/x11/connection.h"
 #include "platform/x11/key_grabs.h"
@@ -39,10 +40,10 @@ class X11HotKeyCenter : public HotKeyCenter {
     Keyboard& keyboard_;
     KeyGrabs& grabs_;
     std::list<HotKey> keys_;
-    std::list<std::shared_ptr<Handler>> handlers_;
+    HandlerChain<HotKeyEventStatus, std::optional<HotKeyId>> handlers_;
     std::optional<xcb_keycode_t> heldKey_;
     xcb_timestamp_t heldSince_ = 0;  // its latest press or repeat
-    // Tokens of registrations and handlers may outlive the center.
+    // Tokens of registrations may outlive the center.
     std::shared_ptr<X11HotKeyCenter*> self_ = std::make_shared<X11HotKeyCenter*>(this);
     Token listener_;
     Token mapping_;
