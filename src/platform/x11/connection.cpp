@@ -75,9 +75,8 @@ void Connection::dispatch() {
             const Event event = std::move(pending_.front());
             pending_.pop_front();
             told_ = event.get();
-            pressIsNews_ = eventType(*event) == XCB_KEY_PRESS;
+            ++toldSoFar_;
             action_.emit(*event);
-            pressIsNews_ = false;
             told_ = nullptr;
         }
         idle_.emit();
@@ -90,6 +89,11 @@ void Connection::dispatch() {
         readable_.reset();
         lost_.emit();
     }
+}
+
+std::optional<std::uint64_t> Connection::toldPress() const {
+    const bool isPress = told_ != nullptr && eventType(*told_) == XCB_KEY_PRESS;
+    return isPress ? std::optional(toldSoFar_) : std::nullopt;
 }
 
 std::uint32_t Connection::mark() const {

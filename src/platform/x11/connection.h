@@ -63,10 +63,10 @@ class Connection {
     /// none is told.
     bool toldIsOlderThan(std::uint32_t mark) const;
 
-    /// Whether the press of a key is being told whose place in the order of events makes a question
-    /// to the server needless: what happened before it has been pulled. True once for each press,
-    /// since whoever looks again wants to know what has happened meanwhile.
-    bool takeNewsOfPress() { return std::exchange(pressIsNews_, false); }
+    /// A number for the press of a key that is being told, another one for each; nothing while none
+    /// is told. What happened before the press has been pulled, so a question to the server would
+    /// tell no more about that.
+    std::optional<std::uint64_t> toldPress() const;
 
     /// Called after the events of a turn were handed out, before the loop waits again.
     const Signal<>& idle() const { return idle_; }
@@ -108,8 +108,8 @@ class Connection {
     Signal<> lost_;
     std::deque<Event> pending_;
     const xcb_generic_event_t* told_ = nullptr;
+    std::uint64_t toldSoFar_ = 0;
     bool dispatching_ = false;
-    bool pressIsNews_ = false;
     bool lostReported_ = false;
     mutable std::uint64_t roundTrips_ = 0;
     Token readable_;

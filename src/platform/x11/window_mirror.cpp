@@ -63,7 +63,9 @@ void WindowMirror::look() {
         // The answers come behind all events of what happened before.
         readChanges();
         connection_.pull();
-    } else if (!connection_.takeNewsOfPress()) {
+    } else if (const auto press = connection_.toldPress();
+               !press || std::exchange(lookedAtPress_, press) == press) {
+        // Whoever looks again at the same press wants to know what has happened meanwhile.
         connection_.sync();
     }
     refresh();

@@ -135,6 +135,7 @@ class WindowMirror {
     std::uint64_t nextGeneration_ = 1;
     std::uint64_t identityRevision_ = 0;
     int depth_ = 0;
+    std::optional<std::uint64_t> lookedAtPress_;
     bool fresh_ = false;
     Token listener_;
 };
