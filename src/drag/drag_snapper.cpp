@@ -85,6 +85,7 @@ void DragSnapper::reset() {
     startedMaximized_ = false;
     moving_ = false;
     gridShown_ = false;
+    beginsWithPress_ = (engine_.services().eventMonitors.pressedMouseButtons() & leftButton) == 0;
     clearCandidate();
     hints_.hide();
 }
@@ -147,6 +148,15 @@ void DragSnapper::capture() {
 void DragSnapper::readStart() {
     startedMaximized_ = engine_.windows().readBool(*window_, Attribute::maximized) == true;
     startFrame_ = engine_.windows().readFrame(*window_);
+    if (!startFrame_ || !beginsWithPress_) {
+        return;
+    }
+    // It may have followed the motion that we have only just heard of. With another size it is no
+    // longer what was pressed.
+    const auto pressed = engine_.services().accessibility.frameAtPress(*window_);
+    if (pressed && isWithinSlack(pressed->size(), startFrame_->size())) {
+        startFrame_ = pressed;
+    }
 }
 
 void DragSnapper::recognise() {

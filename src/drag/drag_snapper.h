@@ -70,6 +70,8 @@ class DragSnapper {
     bool captured_ = false;
     std::optional<Element> window_;
     std::optional<Rect> startFrame_;
+    /// The gesture begins with the press of the button, not in the middle of a drag.
+    bool beginsWithPress_ = true;
     /// As of startFrame_. A pull at the title bar gives such a window its former size.
     bool startedMaximized_ = false;
     bool moving_ = false;

@@ -102,6 +102,10 @@ class Accessibility {
     /// about then.
     virtual Token holdDraggedSize(const Element& window) = 0;
 
+    /// The frame that a window had when the left button went down, as far as it is known while the
+    /// button is down. Who hears of the drag may find that the window has followed it already.
+    virtual std::optional<Rect> frameAtPress(const Element& window) const = 0;
+
     /// While the token lives, reads may be answered from one look at the desktop, taken at the
     /// first of them, instead of a look each; what is written meanwhile is read afresh. One token
     /// covers one operation of the engine. Tokens may nest; the outermost counts.

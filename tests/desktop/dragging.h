@@ -70,6 +70,12 @@ class Dragging : public Base {
     /// theme has nothing but the title; each time elsewhere, or two presses would be a double
     /// click.
     void pressTitleBar(xcb_window_t window) {
+        pressTitleBarAtOnce(window);
+        // A hand rests for much longer before it moves on.
+        program().waitUntilIdle();
+    }
+    /// The same, without a rest for the program.
+    void pressTitleBarAtOnce(xcb_window_t window) {
         const Frame frame = frameOf(window);
         constexpr int middleOfTitleBar = 12;
         constexpr int apart = 25;
@@ -78,8 +84,6 @@ class Dragging : public Base {
                   frame.y + middleOfTitleBar};
         desktop().pointer().jumpTo(start_);
         desktop().pointer().press();
-        // A hand rests for much longer before it moves on.
-        program().waitUntilIdle();
     }
     /// Moves the pointer this far from where the title bar was pressed.
     void dragBy(int x, int y) { dragTo({start_.x + x, start_.y + y}); }

@@ -26,6 +26,55 @@ TEST_F(DragSnapperTest, SwitchingOffInTheMiddleEndsTheGesture) {
     }
 }
 
+TEST_F(DragSnapperTest, AWindowThatHasFollowedAlreadyComesFromWhereItWasPressed) {
+    at(window_).frameAtPress = before;
+    at(window_).frame.x += 60;
+    holdCommand();
+    beginDrag();
+    EXPECT_FALSE(views_.isGridShown());
+    dragged();
+    EXPECT_TRUE(views_.isGridShown()) << "it has been moved";
+    dragTo(300, 500);
+    ASSERT_EQ(views_.previews.at(0)->action, leftHalf);
+    at(window_).frame = before;  // the drag is given up
+    release();
+    settle();
+    EXPECT_EQ(frame(), before);
+}
+
+TEST_F(DragSnapperTest, AWindowThatGotAnotherSizeSinceThePressComesFromWhereItIs) {
+    at(window_).frameAtPress = before;
+    at(window_).frame = {400, 300, 700, 500};
+    holdCommand();
+    beginDrag();
+    dragged();
+    EXPECT_FALSE(views_.isGridShown()) << "it neither moves nor grows now";
+    dragTo(300, 500);
+    EXPECT_TRUE(views_.isGridShown());
+}
+
+TEST_F(DragSnapperTest, AGestureInTheMiddleOfADragBeginsWhereTheWindowIs) {
+    at(window_).frameAtPress = before;
+    holdCommand();
+    beginDrag();
+    dragTo(300, 500);
+    ASSERT_TRUE(views_.isGridShown());
+    snapper_.reset();
+    dragged();
+    dragged();
+    EXPECT_FALSE(views_.isGridShown()) << "it rests";
+    dragTo(1600, 500);
+    EXPECT_TRUE(views_.isGridShown());
+    release();
+    settle();
+    // With the next press all is as before.
+    at(window_).frameAtPress = frame();
+    at(window_).frame.y += 40;
+    beginDrag();
+    dragged();
+    EXPECT_TRUE(views_.isGridShown());
+}
+
 TEST_F(DragSnapperTest, NoWorkIsDoneWhileTheZoneStaysTheSame) {
     holdCommand();
     beginDrag();

@@ -221,6 +221,11 @@ Token MemoryAccessibility::holdDraggedSize(const Element& /*window*/) {
     return Token([holds = holds_] { --*holds; });
 }
 
+std::optional<Rect> MemoryAccessibility::frameAtPress(const Element& window) const {
+    const auto* pressed = desktop_.window(window);
+    return pressed != nullptr ? pressed->frameAtPress : std::nullopt;
+}
+
 Token MemoryAccessibility::beginReads() const {
     ++operations_;
     return Token([this] { --operations_; });

@@ -40,6 +40,7 @@ class MemoryAccessibility final : public Accessibility {
     bool write(const Element& element, Attribute attribute, const AttributeValue& value) override;
     void writeDraggedSize(const Element& window, Size size) override;
     Token holdDraggedSize(const Element& window) override;
+    std::optional<Rect> frameAtPress(const Element& window) const override;
     Token beginReads() const override;
 
     /// The sizes asked for with writeDraggedSize, which are in writes() as well.

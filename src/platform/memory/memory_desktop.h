@@ -36,6 +36,8 @@ struct MemoryApplication {
 struct MemoryWindow {
     Pid pid = 0;
     Rect frame{0, 0, 800, 600};
+    /// Where the desktop keeps in mind what it was when the button went down.
+    std::optional<Rect> frameAtPress;
     std::optional<std::string> title = "";
     std::optional<std::string> role = "AXWindow";
     std::optional<std::string> subrole = "AXStandardWindow";

@@ -139,9 +139,14 @@ void RawInput::onState(const xcb_generic_event_t& event) {
         readMapping(button);
     }
     // At once, since the pointer may be moving already while an action still waits for its turn.
-    if (mapped(button) == leftButton) {
-        listenTo(type == XCB_INPUT_RAW_BUTTON_PRESS ? Listening::buttonsAndMotion
-                                                    : Listening::buttons);
+    if (mapped(button) != leftButton) {
+        return;
+    }
+    if (type == XCB_INPUT_RAW_BUTTON_PRESS) {
+        listenTo(Listening::buttonsAndMotion);
+        leftPressPulled_.emit();
+    } else {
+        listenTo(Listening::buttons);
     }
 }
 

@@ -28,8 +28,12 @@ class RawInput {
     /// False when the server does not tell what others' grabs hide; no signal is ever emitted then.
     bool isAvailable() const { return available_; }
 
-    // All signals are emitted from the action side of the connection, never nested in one another,
-    // and call those that subscribed earlier first.
+    // Signals are emitted from the action side of the connection, never nested in one another, and
+    // call those that subscribed earlier first.
+
+    /// The left button went down. Alone of all it is emitted when the event is pulled: nothing that
+    /// happened after the press has been heard of yet, and nothing may be done about it.
+    const Signal<>& leftPressPulled() const { return leftPressPulled_; }
 
     /// A button went down, given by its X number after the user's mapping: 1 left, 2 middle, 3
     /// right, 4 to 7 the wheels. isLeftButtonDown is true already when it is the left one.
@@ -86,6 +90,7 @@ class RawInput {
     bool motionWaits_ = false;
     // The server says that the left button is up, but no event has said so.
     bool releaseSuspected_ = false;
+    Signal<> leftPressPulled_;
     Signal<std::uint32_t> buttonPressed_;
     Signal<> motion_;
     Signal<> buttonReleased_;

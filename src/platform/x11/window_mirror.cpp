@@ -26,6 +26,9 @@ constexpr std::uint32_t mostClients = 65536;
 constexpr std::uint32_t identityFacets =
     facet::process | facet::windowClass | facet::gtkApplicationId | facet::kind;
 
+constexpr std::uint32_t frameFacets =
+    facet::geometry | facet::frameExtents | facet::shadowExtents | facet::parent;
+
 void selectEvents(const Connection& connection, xcb_window_t window, std::uint32_t mask) {
     xcb_change_window_attributes(connection.xcb(), window, XCB_CW_EVENT_MASK, &mask);
 }
@@ -446,6 +449,12 @@ const ClientWindow* WindowMirror::findByTopLevel(xcb_window_t topLevel) const {
         }
     }
     return best;
+}
+
+bool WindowMirror::knowsFrame(const ClientWindow& window) const {
+    const auto found = windows_.find(window.id);
+    return found != windows_.end() && window.hasGeometry &&
+           (found->second.dirty & frameFacets) == 0;
 }
 
 bool WindowMirror::isOnCurrentDesktop(const ClientWindow& window) const {

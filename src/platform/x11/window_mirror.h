@@ -72,6 +72,9 @@ class WindowMirror {
     /// What _NET_ACTIVE_WINDOW names, if that is a managed window.
     const ClientWindow* activeWindow() const;
 
+    /// Whether the picture of the window's frame is as of the events pulled so far.
+    bool knowsFrame(const ClientWindow& window) const;
+
     /// Whether the window belongs to what is shown now: the current desktop, or all of them.
     bool isOnCurrentDesktop(const ClientWindow& window) const;
 

@@ -47,6 +47,7 @@ X11Accessibility::X11Accessibility(Connection& connection, WindowMirror& mirror,
     : connection_(connection),
       mirror_(mirror),
       input_(input),
+      framesAtPress_(mirror, input),
       draggedFrame_(connection, mirror),
       writer_(connection, mirror, input) {
     // After everybody has heard of a release, so that whoever is about to write a frame holds the
@@ -260,6 +261,7 @@ bool X11Accessibility::write(const Element& element, Attribute attribute,
             return false;
         }
         draggedSizes_.forget(element);
+        framesAtPress_.forget(id);
         writer_.requestPosition(id, *position);
         return true;
     }
@@ -269,6 +271,7 @@ bool X11Accessibility::write(const Element& element, Attribute attribute,
             return false;
         }
         draggedSizes_.forget(element);
+        framesAtPress_.forget(id);
         writer_.requestSize(id, *size);
         return true;
     }
@@ -292,8 +295,15 @@ Token X11Accessibility::holdDraggedSize(const Element& window) {
     return draggedSizes_.hold(window);
 }
 
+std::optional<Rect> X11Accessibility::frameAtPress(const Element& element) const {
+    const auto* window = mirror_.find(static_cast<xcb_window_t>(element.id), element.generation);
+    return window != nullptr && input_.isLeftButtonDown() ? framesAtPress_.of(*window)
+                                                          : std::nullopt;
+}
+
 void X11Accessibility::endDrag() {
     draggedFrame_.forget();
+    framesAtPress_.clear();
     for (const auto& [window, size] : draggedSizes_.takeDue()) {
         write(window, Attribute::size, size);
     }

@@ -6,6 +6,7 @@
 #include "platform/x11/dragged_frame.h"
 #include "platform/x11/dragged_size.h"
 #include "platform/x11/frame_writer.h"
+#include "platform/x11/frames_at_press.h"
 #include "platform/x11/raw_input.h"
 #include "platform/x11/window_mirror.h"
 
@@ -28,6 +29,7 @@ class X11Accessibility : public Accessibility {
     bool write(const Element& element, Attribute attribute, const AttributeValue& value) override;
     void writeDraggedSize(const Element& window, Size size) override;
     Token holdDraggedSize(const Element& window) override;
+    std::optional<Rect> frameAtPress(const Element& element) const override;
     Token beginReads() const override;
 
   private:
@@ -42,6 +44,7 @@ class X11Accessibility : public Accessibility {
     WindowMirror& mirror_;
     const RawInput& input_;
     DraggedSizes draggedSizes_;
+    FramesAtPress framesAtPress_;
     mutable DraggedFrame draggedFrame_;
     mutable FrameWriter writer_;  // a read first brings about what was written
     std::uint64_t toldWindowManager_ = 0;
