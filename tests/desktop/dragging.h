@@ -49,7 +49,10 @@ class Dragging : public Base {
 
     /// What the program shows at the moment.
     std::vector<Frame> pictures() {
-        return desktop().windows().unmanagedOf(program().process().pid());
+        auto shown = desktop().windows().unmanagedOf(program().process().pid());
+        // While the command key is down there may be an invisible window below the pointer.
+        std::erase_if(shown, [](const Frame& frame) { return frame.width == 1; });
+        return shown;
     }
     bool shows(const Frame& frame) {
         const auto shown = pictures();
