@@ -2,23 +2,31 @@
 #include "displays_fixture.h"
 #include "menu_fixture.h"
 
-#include <cstdlib>
+#include <algorithm>
+#include <cmath>
 
 namespace tessellon::desktop {
 namespace {
 
-class DisplayArrangementTest : public DisplaysTesting<MenuTesting<WindowManagerTest>> {
-  protected:
-    /// Kept as shares of the display, so that another one changes the gap between windows with
-    /// them.
-    bool isNear(xcb_window_t window, const Frame& target) {
-        constexpr int gap = 8;
-        const auto now = desktop().windows().visibleFrame(window).value_or(Frame{});
-        return std::abs(now.x - target.x) < gap && std::abs(now.y - target.y) < gap &&
-               std::abs(now.width - target.width) < gap &&
-               std::abs(now.height - target.height) < gap;
-    }
-};
+using DisplayArrangementTest = DisplaysTesting<MenuTesting<WindowManagerTest>>;
+
+// Frames are kept as shares of an area, and come to whole pixels again by growing.
+Frame carriedOver(const Frame& frame, const Frame& from, const Frame& to) {
+    struct Span {
+        int start;
+        int length;
+    };
+    const auto carried = [](Span span, Span all, Span target) {
+        const double before = static_cast<double>(span.start - all.start) / all.length;
+        const double share = std::min(static_cast<double>(span.length) / all.length, 1 - before);
+        const double start = target.start + before * target.length;
+        const int first = static_cast<int>(std::floor(start));
+        return Span{first, static_cast<int>(std::ceil(start + share * target.length)) - first};
+    };
+    const Span across = carried({frame.x, frame.width}, {from.x, from.width}, {to.x, to.width});
+    const Span down = carried({frame.y, frame.height}, {from.y, from.height}, {to.y, to.height});
+    return {across.start, down.start, across.length, down.length};
+}
 
 TEST_P(DisplayArrangementTest, theyFollowTheDisplays) {
     if (!begin(rowOfThree)) {
@@ -50,17 +58,16 @@ TEST_P(DisplayArrangementTest, theyFollowTheDisplays) {
         EXPECT_EQ(desktop().windows().place(second, away), away) << what;
         click(openedAt(pointer).arrangement(row));
         EXPECT_TRUE(waitUntilClosed());
-        EXPECT_TRUE(waitUntil([&] {
-            return isNear(first, firstTarget) && isNear(second, secondTarget);
-        })) << what
-            << desktop().windows().visibleFrame(first).value_or(Frame{})
-            << desktop().windows().visibleFrame(second).value_or(Frame{});
+        EXPECT_EQ(desktop().windows().settle(first, firstTarget), firstTarget) << what;
+        EXPECT_EQ(desktop().windows().settle(second, secondTarget), secondTarget) << what;
     };
     expectSnaps(first, leftHalfPlace, leftArea);
     expectSnaps(second, bottomRightPlace, middleArea);
     save();
     const Frame onLeft = placedIn(leftHalfPlace, leftArea);
     const Frame onMiddle = placedIn(bottomRightPlace, middleArea);
+    ASSERT_EQ(carriedOver(onLeft, leftArea, leftArea), onLeft);
+    ASSERT_EQ(carriedOver(onMiddle, middleArea, middleArea), onMiddle);
     expectApplied(0, onLeft, onMiddle, "as saved");
 
     desktop().plug(rowOfThree.nameOf(right));
@@ -69,17 +76,19 @@ TEST_P(DisplayArrangementTest, theyFollowTheDisplays) {
               middleOf(rowOfThree.displays[right]));
     expectSnaps(first, leftHalfPlace, rightArea);
     save();
+    const Frame onRight = placedIn(leftHalfPlace, rightArea);
 
     // What was on a display that is gone goes to the last one.
     desktop().unplug(rowOfThree.nameOf(right));
-    expectApplied(1, placedIn(leftHalfPlace, middleArea), onMiddle, "with one less");
+    expectApplied(1, carriedOver(onRight, rightArea, middleArea), onMiddle, "with one less");
     desktop().unplug(rowOfThree.nameOf(middle));
-    expectApplied(0, onLeft, placedIn(bottomRightPlace, leftArea), "on the only one");
-    expectApplied(1, onLeft, placedIn(bottomRightPlace, leftArea), "both on the only one");
+    const Frame fromMiddle = carriedOver(onMiddle, middleArea, leftArea);
+    expectApplied(0, onLeft, fromMiddle, "on the only one");
+    expectApplied(1, carriedOver(onRight, rightArea, leftArea), fromMiddle, "both on the only one");
 
     desktop().plug(rowOfThree.nameOf(middle));
     desktop().plug(rowOfThree.nameOf(right));
-    expectApplied(1, placedIn(leftHalfPlace, rightArea), onMiddle, "plugged in again");
+    expectApplied(1, carriedOver(onRight, rightArea, rightArea), onMiddle, "plugged in again");
     expectApplied(0, onLeft, onMiddle, "and the other one");
     expectSnaps(first, maximizedPlace, leftArea);
 }

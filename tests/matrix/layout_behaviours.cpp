@@ -3,7 +3,6 @@
 #include "menu_fixture.h"
 
 #include <array>
-#include <cstdlib>
 #include <map>
 #include <vector>
 
@@ -138,18 +137,7 @@ TEST_P(ArrangementTest, bringsWindowsBack) {
     click(opened().arrangement(0));
     EXPECT_TRUE(waitUntilClosed());
     for (const Saved& each : saved) {
-        // Kept as shares of the display, so that a pixel may be lost on the way.
-        Frame wanted = each.frame;
-        waitUntil([&] {
-            const Frame now = frameOf(each.window);
-            const bool isNear = std::abs(now.x - wanted.x) <= 1 &&
-                                std::abs(now.y - wanted.y) <= 1 &&
-                                std::abs(now.width - wanted.width) <= 2 &&
-                                std::abs(now.height - wanted.height) <= 2;
-            wanted = isNear ? now : wanted;
-            return isNear;
-        });
-        notePlace(Row::arrangement, each.subject, each.window, wanted, anywhere);
+        notePlace(Row::arrangement, each.subject, each.window, each.frame, anywhere);
     }
     if (minimizes) {
         note(Row::arrangement, Subject::minimized, windows.isShown(icon) ? "shown" : exact);

@@ -24,6 +24,10 @@ constexpr Position pointerHome{1600, 40};
 // Over the window in front, where the focus follows the pointer.
 constexpr Position inFront{300, 500};
 
+// What the locks are to the server, in the state of the keyboard.
+constexpr unsigned capsLock = XCB_MOD_MASK_LOCK;
+constexpr unsigned numLock = XCB_MOD_MASK_2;
+
 class PanelMatrixTest : public MenuTesting<MatrixTest> {
   protected:
     /// A terminal in front that writes down what is typed into it.
@@ -72,6 +76,16 @@ class PanelMatrixTest : public MenuTesting<MatrixTest> {
             desktop().keyboard().tap(key);
         }
     }
+    /// Presses the key of a lock; these are on then.
+    void toggleLock(Key key, unsigned locked) {
+        desktop().keyboard().tap(key);
+        auto* const connection = desktop().x().connection();
+        EXPECT_TRUE(waitUntil([&] {
+            const Reply<xcb_query_pointer_reply_t> state(xcb_query_pointer_reply(
+                connection, xcb_query_pointer(connection, desktop().x().root()), nullptr));
+            return state && (state->mask & (capsLock | numLock)) == locked;
+        })) << "the key does not lock";
+    }
     void noteInFront(Row row, xcb_window_t window) {
         program().waitUntilIdle();
         note(row, Subject::plain,
@@ -109,7 +123,7 @@ TEST_P(PanelMatrixTest, launcher) {
     // Faster than anybody can follow.
     desktop().keyboard().combinationThenTyped({Key::rightSuper}, Key::slash,
                                               {Key::m, Key::a, Key::x, Key::enter});
-    desktop().windows().settleWithinIncrements(terminal, usableArea);
+    EXPECT_EQ(desktop().windows().settleWithinIncrements(terminal, usableArea), usableArea);
     expectLauncherCloses();
     noteKeyboardIsBack(Row::launcher, terminal);
 }
@@ -177,17 +191,17 @@ TEST_P(PanelMatrixTest, locks) {
         desktop().keyboard().combination(Held::controlAlt, key);
         notePlace(Row::locks, Subject::plain, clock, wanted, before);
     };
-    desktop().keyboard().tap(Key::capsLock);
+    toggleLock(Key::capsLock, capsLock);
     press(Key::left, leftHalf);
-    desktop().keyboard().tap(Key::numLock);
+    toggleLock(Key::numLock, capsLock | numLock);
     press(Key::u, topLeft);
     openLauncher();
     type({Key::i});
     notePlace(Row::locks, Subject::plain, clock, topRight, topLeft);
     expectLauncherCloses();
-    desktop().keyboard().tap(Key::capsLock);
+    toggleLock(Key::capsLock, numLock);
     press(Key::right, rightHalf);
-    desktop().keyboard().tap(Key::numLock);
+    toggleLock(Key::numLock, 0);
 }
 
 INSTANTIATE_TEST_SUITE_P(On, PanelMatrixTest, everyWindowManager(), windowManagerName);

@@ -1,7 +1,9 @@
 // Windows that are left alone: by their kind, by the user's list, by their size.
 #include "matrix.h"
 
+#include <map>
 #include <string>
+#include <vector>
 
 namespace tessellon::desktop {
 namespace {
@@ -10,15 +12,34 @@ constexpr Frame original{300, 200, 801, 602};
 constexpr Frame leftHalf{8, 33, 948, 1039};
 constexpr Frame topLeft{8, 33, 948, 516};
 
-using LeftAloneTest = MatrixTest;
+class LeftAloneTest : public MatrixTest {
+  protected:
+    /// It is of the kind that it should be, and large enough.
+    void expectOnlyTheKindSpeaksAgainstIt(Subject subject, xcb_window_t window) {
+        auto& x = desktop().x();
+        if (subject == Subject::fullScreen) {
+            EXPECT_TRUE(waitUntil(
+                [&] { return desktop().windows().hasState(window, "_NET_WM_STATE_FULLSCREEN"); }));
+        } else {
+            EXPECT_EQ(x.values(window, "_NET_WM_WINDOW_TYPE"),
+                      std::vector{x.atom("_NET_WM_WINDOW_TYPE_DIALOG")});
+        }
+        EXPECT_TRUE(waitUntil([&] {
+            const Frame frame = frameOf(window);
+            return frame.width >= 400 && frame.height >= 300;
+        })) << frameOf(window);
+    }
+};
 
 TEST_P(LeftAloneTest, byTheirKind) {
     if (!begin({Row::leftAlone})) {
         return;
     }
     program().start();
+    const xcb_window_t plain = startSubject(Subject::plain, original);
     for (const Subject subject : textOf(Row::leftAlone).subjects) {
         const xcb_window_t window = startSubject(subject, original);
+        expectOnlyTheKindSpeaksAgainstIt(subject, window);
         desktop().windows().activate(window);
         program().waitUntilIdle();
         const Frame before = frameOf(window);
@@ -26,6 +47,9 @@ TEST_P(LeftAloneTest, byTheirKind) {
         noteUnmoved(Row::leftAlone, subject, window, before);
         desktop().windows().close(window);
         EXPECT_TRUE(waitUntil([&] { return !desktop().x().exists(window); }));
+        // The same key for a window of an ordinary kind.
+        EXPECT_EQ(snap(plain, Held::controlAlt, Key::left, leftHalf), leftHalf);
+        EXPECT_EQ(snap(plain, Held::controlAlt, Key::backspace, original), original);
     }
 }
 
