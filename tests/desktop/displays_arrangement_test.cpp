@@ -72,8 +72,7 @@ TEST_P(DisplayArrangementTest, theyFollowTheDisplays) {
 
     desktop().plug(rowOfThree.nameOf(right));
     expectApplied(0, onLeft, onMiddle, "with one more");
-    ASSERT_EQ(desktop().windows().place(first, middleOf(rowOfThree.displays[right])),
-              middleOf(rowOfThree.displays[right]));
+    expectMovesTo(first, rowOfThree.displays[right]);
     expectSnaps(first, leftHalfPlace, rightArea);
     save();
     const Frame onRight = placedIn(leftHalfPlace, rightArea);
