@@ -15,7 +15,7 @@ constexpr std::string_view keysEndDrags =
 const std::vector<KnownDifference>& knownDifferences() {
     static const std::vector<KnownDifference> table{
         {{"openbox", "metacity", "marco", "muffin", "mutter", "kwin", "icewm"},
-         {Row::places, Row::cycle, Row::displayMoves},
+         {Row::places, Row::cycle, Row::displayMoves, Row::dragCommandFirst, Row::dragCommandLater},
          Subject::wholeCells,
          toTheCell,
          "Terminals ask for sizes in whole cells, and this window manager holds all windows to "
@@ -24,21 +24,18 @@ const std::vector<KnownDifference>& knownDifferences() {
          {Row::places},
          Subject::minimumSize,
          keptOnScreen,
-         "A window whose smallest size is larger than its place would hang out of the screen "
-         "there. "
-         "This window manager pushes it back until all of it is seen."},
+         "A window whose smallest size is larger than its place begins in the corner of its place "
+         "and reaches over the other edges, where need be out of the screen; where the table says "
+         "exact, it stays so. This window manager pushes it back until all of it is seen."},
         {{"icewm"},
          {Row::places},
          Subject::minimumSize,
          keptOnScreen,
-         "A window whose smallest size is larger than its place would hang out of the screen "
-         "there. "
-         "IceWM pushes it back until all of it is seen, or gives it its place all the same, now "
-         "the "
-         "one and now the other.",
+         "IceWM pushes a window that would hang out of the screen back until all of it is seen, "
+         "or leaves it there all the same, now the one and now the other.",
          Occurs::sometimes},
         {{"i3"},
-         {Row::places, Row::restore},
+         {Row::places, Row::restore, Row::restoreAfterRestart},
          Subject::maximized,
          none,
          "i3 has no maximized windows."},
@@ -50,9 +47,10 @@ const std::vector<KnownDifference>& knownDifferences() {
         {{"i3"},
          {Row::tile},
          Subject::fullScreen,
-         none,
+         hidesOthers,
          "On i3 nothing else is seen while a window is full screen, so there is nothing to tile."},
         {{"i3"}, {Row::dragCommandLater}, Subject::plain, stays, keysEndDrags},
+        {{"i3"}, {Row::dragCommandLater}, Subject::wholeCells, stays, keysEndDrags},
         {{"i3"}, {Row::dragCommandLater}, Subject::qt, stays, keysEndDrags},
         {{"i3"}, {Row::dragCommandLater}, Subject::ownDecorations, stays, keysEndDrags},
     };

@@ -19,9 +19,11 @@ inline constexpr std::string_view toTheCell = "to the cell";
 /// A window that is larger than its place was moved so that all of it is seen.
 inline constexpr std::string_view keptOnScreen = "kept on screen";
 /// Nothing moved.
-inline constexpr std::string_view stays = "stays";
+inline constexpr std::string_view stays = "stays where it was";
 /// The window manager has no such state or window.
-inline constexpr std::string_view none = "none";
+inline constexpr std::string_view none = "there is none";
+/// Nothing else is shown beside it, so that nothing can be tried.
+inline constexpr std::string_view hidesOthers = "hides all others";
 
 /// Whether a difference is there every time, or depends on who is quicker.
 enum class Occurs : std::uint8_t { always, sometimes };

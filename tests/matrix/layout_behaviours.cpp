@@ -12,7 +12,8 @@ namespace {
 using DisplayMoveTest = MatrixTest;
 
 TEST_P(DisplayMoveTest, toTheNextDisplayAndBack) {
-    if (!begin({Row::displayMoves}, Monitors::twoSideBySide)) {
+    if (!begin({Row::displayMoves},
+               Monitors::described({{0, 0, 1280, 1080}, {1280, 0, 640, 1080}}))) {
         return;
     }
     program().start();
@@ -22,12 +23,12 @@ TEST_P(DisplayMoveTest, toTheNextDisplayAndBack) {
         Frame target;
     };
     constexpr std::array steps{
-        Step{Held::controlAlt, Key::enter, {8, 33, 944, 1039}},
-        Step{Held::controlAltSuper, Key::right, {968, 33, 944, 1039}},
-        Step{Held::controlAltSuper, Key::right, {8, 33, 944, 1039}},
-        Step{Held::controlAltSuper, Key::left, {968, 33, 944, 1039}},
-        Step{Held::controlAlt, Key::down, {968, 556, 944, 516}},
-        Step{Held::controlAltSuper, Key::left, {8, 556, 944, 516}},
+        Step{Held::controlAlt, Key::enter, {8, 33, 1264, 1039}},
+        Step{Held::controlAltSuper, Key::right, {1288, 33, 624, 1039}},
+        Step{Held::controlAltSuper, Key::right, {8, 33, 624, 1039}},
+        Step{Held::controlAltSuper, Key::left, {1288, 33, 624, 1039}},
+        Step{Held::controlAlt, Key::down, {1288, 556, 624, 516}},
+        Step{Held::controlAltSuper, Key::left, {8, 556, 624, 516}},
     };
     for (const Subject subject : textOf(Row::displayMoves).subjects) {
         const xcb_window_t window = startSubject(subject, {100, 100, 503, 440});
@@ -70,7 +71,7 @@ TEST_P(TileTest, fillsTheDisplayWithWhatIsSeenThere) {
     const xcb_window_t full = startSubject(Subject::fullScreen, {});
     const bool hidesAll = !windows.isShown(plain);
     if (hidesAll) {
-        note(Row::tile, Subject::fullScreen, none);
+        note(Row::tile, Subject::fullScreen, hidesOthers);
         windows.close(full);
         EXPECT_TRUE(waitUntil([&] { return windows.isShown(plain); }));
     }
@@ -122,11 +123,15 @@ TEST_P(ArrangementTest, bringsWindowsBack) {
     std::array saved{
         Saved{Subject::ownDecorations, Key::k, {964, 556, 948, 516}},
         Saved{Subject::qt, Key::i, {964, 33, 948, 516}},
-        Saved{Subject::plain, Key::left, {8, 33, 948, 1039}},
+        Saved{Subject::plain, Key::u, {8, 33, 948, 516}},
+        Saved{Subject::wholeCells, Key::j, {8, 556, 948, 516}},
     };
     for (Saved& each : saved) {
         each.window = startSubject(each.subject, anywhere);
-        EXPECT_EQ(snap(each.window, Held::controlAlt, each.key, each.frame), each.frame);
+        windows.activate(each.window);
+        desktop().keyboard().combination(Held::controlAlt, each.key);
+        EXPECT_EQ(windows.settleWithinIncrements(each.window, each.frame), each.frame);
+        each.frame = frameOf(each.window);
     }
     click(openedAt({960, 300}).saveCurrent());
     EXPECT_TRUE(waitUntilClosed());

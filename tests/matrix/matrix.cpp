@@ -25,6 +25,8 @@ std::vector<std::string> commandOf(Subject subject) {
             return {"xterm", "-fullscreen"};
         case Subject::dialog:
             return {"zenity", "--info", "--width=500", "--height=400", "--text=Dialog"};
+        case Subject::maximized:
+            return {"xclock", "-xrm", "XClock.input: True", "-title", "maximized"};
         default:
             // Clocks do not take the keyboard unless they are told to.
             return {"xclock", "-xrm", "XClock.input: True"};

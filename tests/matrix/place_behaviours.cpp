@@ -10,6 +10,14 @@ namespace {
 
 constexpr Frame original{240, 160, 903, 640};
 
+/// In the middle of the usable area; on whole pixels it may grow by one.
+Frame centered(const Frame& frame) {
+    const int width = frame.width + (usableArea.width - frame.width) % 2;
+    const int height = frame.height + (usableArea.height - frame.height) % 2;
+    return {usableArea.x + (usableArea.width - width) / 2,
+            usableArea.y + (usableArea.height - height) / 2, width, height};
+}
+
 using PlaceTest = MatrixTest;
 
 TEST_P(PlaceTest, everyPlaceAndBack) {
@@ -24,6 +32,14 @@ TEST_P(PlaceTest, everyPlaceAndBack) {
             continue;
         }
         const Frame first = frameOf(window);
+        if (subject == Subject::minimumSize) {
+            const Frame third{8, 33, 631, 1039};
+            EXPECT_GT(atLeastSmallest(window, third).width, third.width) << "it fits everywhere";
+        }
+        // One that is maximized would keep all of its size.
+        if (subject != Subject::maximized) {
+            sendAndNote(Row::places, subject, window, Held::controlAlt, Key::c, centered(first));
+        }
         for (const Shortcut& place : placeShortcuts) {
             if (!sendAndNote(Row::places, subject, window, place.held, place.key, place.target)) {
                 break;
@@ -39,13 +55,24 @@ TEST_P(PlaceTest, severalTimesTheSame) {
         return;
     }
     program().start();
-    const Frame half{8, 33, 948, 1039};
-    const Frame third{8, 33, 631, 1039};
-    const Frame twoThirds{8, 33, 1266, 1039};
+    struct Step {
+        Key key;
+        Frame target;
+    };
+    constexpr Step half{Key::left, {8, 33, 948, 1039}};
+    constexpr std::array steps{
+        half,
+        Step{Key::left, {8, 33, 631, 1039}},
+        Step{Key::left, {8, 33, 1266, 1039}},
+        half,
+        Step{Key::right, {964, 33, 948, 1039}},
+        Step{Key::right, {1281, 33, 631, 1039}},
+        Step{Key::right, {646, 33, 1266, 1039}},
+    };
     for (const Subject subject : textOf(Row::cycle).subjects) {
         const xcb_window_t window = startSubject(subject, original);
-        for (const Frame& size : {half, third, twoThirds, half}) {
-            if (!sendAndNote(Row::cycle, subject, window, Held::controlAlt, Key::left, size)) {
+        for (const auto& [key, target] : steps) {
+            if (!sendAndNote(Row::cycle, subject, window, Held::controlAlt, key, target)) {
                 break;
             }
             program().waitUntilIdle();
@@ -59,18 +86,28 @@ TEST_P(PlaceTest, backAfterARestart) {
         return;
     }
     program().start();
-    std::map<Subject, xcb_window_t> windows;
+    struct Known {
+        xcb_window_t window;
+        Frame first;
+    };
+    std::map<Subject, Known> windows;
     for (const Subject subject : textOf(Row::restoreAfterRestart).subjects) {
-        windows[subject] = startSubject(subject, original);
+        const xcb_window_t window = startSubject(subject, original);
+        if (subject == Subject::maximized && !maximize(Row::restoreAfterRestart, window)) {
+            continue;
+        }
+        windows[subject] = {window, frameOf(window)};
         const Frame topRight{964, 33, 948, 516};
-        EXPECT_EQ(snap(windows[subject], Held::controlAlt, Key::i, topRight), topRight);
+        desktop().windows().activate(window);
+        desktop().keyboard().combination(Held::controlAlt, Key::i);
+        EXPECT_EQ(desktop().windows().settleWithinIncrements(window, topRight), topRight);
     }
     program().waitUntilIdle();
     EXPECT_EQ(program().stop(), (ProcessEnd{.exitCode = 0, .signal = std::nullopt}));
     program().start();
-    for (const auto& [subject, window] : windows) {
-        sendAndNote(Row::restoreAfterRestart, subject, window, Held::controlAlt, Key::backspace,
-                    original);
+    for (const auto& [subject, known] : windows) {
+        sendAndNote(Row::restoreAfterRestart, subject, known.window, Held::controlAlt,
+                    Key::backspace, known.first);
     }
 }
 

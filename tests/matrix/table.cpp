@@ -87,7 +87,7 @@ class CellText {
         }
         std::string text;
         for (const auto& [key, subjectsOfGroup] : groups_) {
-            text += (text.empty() ? "" : "; ") + listOf(subjectsOfGroup) + " " +
+            text += (text.empty() ? "" : "; ") + listOf(subjectsOfGroup) + ": " +
                     std::string(key.first) + "<sup>" + std::to_string(key.second) + "</sup>";
         }
         return text;
