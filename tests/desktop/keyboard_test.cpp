@@ -61,9 +61,10 @@ TEST_P(HeldCombinationTest, aCombinationHeldBySomebodyElseStaysWithItsHolder) {
     EXPECT_EQ(snap(window, Held::controlAlt, Key::backspace, original), original);
 }
 
-// KWin comes with none of our combinations.
+// KWin, JWM and i3 come with none of our combinations.
 INSTANTIATE_TEST_SUITE_P(On, HeldCombinationTest,
-                         ::testing::Values("openbox", "xfwm4", "metacity", "icewm"),
+                         ::testing::Values("openbox", "xfwm4", "metacity", "marco", "fluxbox",
+                                           "icewm"),
                          windowManagerName);
 
 using KeyboardHolderTest = DesktopTest;

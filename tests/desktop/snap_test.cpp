@@ -77,7 +77,7 @@ TEST_P(SnapTest, programsOfSeveralToolkits) {
     }
 }
 
-TEST_P(SnapTest, aMaximizedWindowIsSnappedAndRestored) {
+TEST_P(SnapTest, aMaximizedWindowIsSnapped) {
     useDesktop(GetParam());
     if (IsSkipped()) {
         return;
