@@ -35,7 +35,7 @@ const std::vector<RowText>& rows() {
          {plain, wholeCells, qt, ownDecorations, minimumSize, maximized}},
         {Row::restoreAfterRestart,
          "restore-after-restart",
-         "Restore does so also after Tessellon was started anew",
+         "Restore works also after Tessellon was started anew",
          {plain, wholeCells, qt, ownDecorations, maximized}},
         {Row::displayMoves,
          "display-moves",
