@@ -1,5 +1,6 @@
 #include "menu/menu_button_view.h"
 
+#include "ui/control_style.h"
 #include "ui/focus_ring.h"
 #include "ui/fonts.h"
 #include "ui/key_chips.h"
@@ -24,7 +25,6 @@ constexpr int textButtonHeight = 22;
 constexpr double capsuleTextSize = 11;
 constexpr int capsuleSidePadding = 9;
 constexpr int capsuleVerticalPadding = 4;
-constexpr double capsuleOutline = 1.2;
 constexpr int darker = 108;  // percent
 
 QFont titleFont() {
@@ -121,7 +121,7 @@ void MenuCapsuleButton::paintEvent(QPaintEvent* /*event*/) {
     if (isLit()) {
         fill = isDown() ? fill.darker(darker) : fill.lighter(darker);
     }
-    paintCapsule(painter, QRectF(rect()), fill, {palette::ink, capsuleOutline});
+    paintCapsule(painter, QRectF(rect()), fill, {palette::ink, control_style::thinOutline});
     painter.setPen(palette::ink);
     painter.setFont(capsuleFont());
     drawLine(painter, QRectF(rect()), title_);

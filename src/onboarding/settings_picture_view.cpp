@@ -24,13 +24,12 @@ constexpr QSizeF switchSize(28, 17);
 constexpr double pointerHeight = 26;
 
 void drawSwitch(QPainter& painter, const QRectF& rect, const QColor& color, bool isOn) {
-    constexpr double outline = 1.2;
     constexpr double inset = 2.4;
-    paintCapsule(painter, rect, color, {palette::ink, outline});
+    paintCapsule(painter, rect, color, {palette::ink, control_style::thinOutline});
     const double side = rect.height() - 2 * inset;
     const double left = isOn ? rect.right() - inset - side : rect.left() + inset;
     paintCapsule(painter, QRectF(left, rect.top() + inset, side, side), palette::white,
-                 {palette::ink, outline});
+                 {palette::ink, control_style::thinOutline});
 }
 
 /// Rows of other programs are but hinted at.

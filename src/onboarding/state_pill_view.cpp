@@ -1,5 +1,6 @@
 #include "onboarding/state_pill_view.h"
 
+#include "ui/control_style.h"
 #include "ui/fonts.h"
 #include "ui/palette.h"
 #include "ui/shapes.h"
@@ -10,7 +11,6 @@
 namespace tessellon {
 namespace {
 
-constexpr double outline = 1.2;
 constexpr double fillOpacity = 0.18;
 
 struct Measures {
@@ -65,7 +65,7 @@ void StatePill::paintEvent(QPaintEvent* /*event*/) {
     QPainter painter(this);
     const auto& m = measures(size_);
     paintCapsule(painter, rect(), palette::withOpacity(color_, fillOpacity),
-                 {palette::ink, outline});
+                 {palette::ink, control_style::thinOutline});
     const bool leftToRight = layoutDirection() == Qt::LeftToRight;
     const QRectF content = QRectF(rect()).adjusted(m.sidePadding, 0, -m.sidePadding, 0);
     const double side = signWidth(m, symbol_);

@@ -30,7 +30,6 @@ QRectF cellOf(const QRectF& room, int columns, int rows, int column, int row) {
 /// The grid of zones with a pointer on one of them.
 void drawZones(QPainter& painter, const QRectF& screen) {
     constexpr double zoneRadius = 5;
-    constexpr double outline = 1.2;
     paintRoundedRect(painter, screen, radius, palette::cream,
                      {palette::ink, control_style::outline});
     const QRectF room = screen.adjusted(padding, padding, -padding, -padding);
@@ -39,7 +38,7 @@ void drawZones(QPainter& painter, const QRectF& screen) {
             const bool isAimed = column == 1 && row == 0;
             paintRoundedRect(painter, cellOf(room, 3, 2, column, row), zoneRadius,
                              isAimed ? palette::teal : palette::paper,
-                             {isAimed ? palette::ink : palette::line, outline});
+                             {isAimed ? palette::ink : palette::line, control_style::thinOutline});
         }
     }
     constexpr double pointerHeight = 27;

@@ -26,7 +26,7 @@ namespace {
 constexpr double spacing = 6;
 constexpr double fontSize = 11.5;
 constexpr double sidePadding = 10;
-constexpr double outline = 1.2;
+constexpr double outline = control_style::thinOutline;
 constexpr double dashOn = 3;
 constexpr double dashOff = 2;
 // Labels are stored text of any length.

@@ -11,7 +11,6 @@
 namespace tessellon {
 namespace {
 
-constexpr double outline = 1.2;
 constexpr double fillOpacity = 0.18;
 constexpr double sidePadding = 9;
 constexpr double verticalPadding = 3;
@@ -36,7 +35,8 @@ void paintChip(QPainter& painter, const QPointF& topLeft, const QString& text, c
                ChipDot dot, Qt::LayoutDirection direction) {
     const QRectF rect(topLeft, chipSize(text, dot));
     painter.save();
-    paintCapsule(painter, rect, palette::withOpacity(color, fillOpacity), {palette::ink, outline});
+    paintCapsule(painter, rect, palette::withOpacity(color, fillOpacity),
+                 {palette::ink, control_style::thinOutline});
     QRectF content = rect.adjusted(sidePadding, 0, -sidePadding, 0);
     if (dot == ChipDot::leading) {
         const bool leftToRight = direction == Qt::LeftToRight;

@@ -1,17 +1,12 @@
 #include "ui/dot.h"
 
+#include "ui/control_style.h"
 #include "ui/palette.h"
 #include "ui/shapes.h"
 
 #include <QPainter>
 
 namespace tessellon {
-namespace {
-
-constexpr double outline = 1.2;
-
-}  // namespace
-
 Dot::Dot(int size, const QColor& color, QWidget* parent) : QWidget(parent), color_(color) {
     setFixedSize(size, size);
 }
@@ -23,7 +18,7 @@ void Dot::setColor(const QColor& color) {
 
 void Dot::paintEvent(QPaintEvent* /*event*/) {
     QPainter painter(this);
-    paintCapsule(painter, rect(), color_, {palette::ink, outline});
+    paintCapsule(painter, rect(), color_, {palette::ink, control_style::thinOutline});
 }
 
 }  // namespace tessellon
