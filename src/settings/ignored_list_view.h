@@ -35,8 +35,6 @@ class IgnoredList : public QWidget {
     void timerEvent(QTimerEvent* event) override;
 
   private:
-    friend class IgnoredPill;
-
     /// Once what is due has been drawn, and a few at a time.
     void findIconsSoon();
     void bound(IgnoredPill& pill) const;
