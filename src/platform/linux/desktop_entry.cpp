@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <array>
+#include <functional>
 #include <iterator>
 #include <memory>
 #include <vector>
@@ -81,6 +82,11 @@ std::string relevantLines(std::string_view text) {
     return result;
 }
 
+/// Whether a word of a command line stands for what the launcher puts in its place ("%U").
+bool isFieldCode(const std::string& word) {
+    return word.size() == 2 && word[0] == '%';
+}
+
 std::string unlessGeneric(std::string program) {
     return isGenericLauncher(program) ? std::string() : std::move(program);
 }
@@ -121,13 +127,12 @@ std::optional<DesktopEntry> parseDesktopEntry(std::string_view text) {
     entry.icon = file->localText(G_KEY_FILE_DESKTOP_KEY_ICON);
     entry.startupWmClass = file->text(G_KEY_FILE_DESKTOP_KEY_STARTUP_WM_CLASS);
     const auto words = shellWords(file->text(G_KEY_FILE_DESKTOP_KEY_EXEC));
-    if (const auto program = findProgram(words); program != words.end()) {
+    const auto program = findProgram(words);
+    if (program != words.end() && !isFieldCode(*program)) {
         entry.program = unlessGeneric(*program);
     }
     entry.execWords =
-        static_cast<int>(std::count_if(words.begin(), words.end(), [](const std::string& word) {
-            return word.size() != 2 || word[0] != '%';
-        }));
+        static_cast<int>(std::count_if(words.begin(), words.end(), std::not_fn(isFieldCode)));
     entry.tryExec = file->text(G_KEY_FILE_DESKTOP_KEY_TRY_EXEC);
     entry.tryProgram = unlessGeneric(entry.tryExec);
     entry.onlyShowIn = file->list(G_KEY_FILE_DESKTOP_KEY_ONLY_SHOW_IN);
