@@ -121,8 +121,11 @@ bool DesktopWindows::hasState(xcb_window_t window, std::string_view state) {
 }
 
 Edges DesktopWindows::edges(xcb_window_t window, std::string_view property) {
+    // A hostile client may claim anything; no screen is larger than X's coordinates reach.
+    constexpr std::uint32_t largestEdge = 32767;
     const auto values = x_.values(window, property);
-    if (values.size() < 4) {
+    if (values.size() < 4 || std::any_of(values.begin(), values.begin() + 4,
+                                         [](std::uint32_t edge) { return edge > largestEdge; })) {
         return {};
     }
     return {static_cast<int>(values[0]), static_cast<int>(values[1]), static_cast<int>(values[2]),
@@ -200,7 +203,9 @@ Frame DesktopWindows::smallestSize(xcb_window_t window) {
     if (hints.size() < 7 || (hints[0] & hasSmallest) == 0) {
         return {};
     }
-    const Frame client{0, 0, static_cast<int>(hints[5]), static_cast<int>(hints[6])};
+    constexpr std::uint32_t largestSize = 32767;
+    const Frame client{0, 0, static_cast<int>(std::min(hints[5], largestSize)),
+                       static_cast<int>(std::min(hints[6], largestSize))};
     const Frame seen =
         shrunk(grown(client, decorations(window)), edges(window, "_GTK_FRAME_EXTENTS"));
     return {0, 0, seen.width, seen.height};
