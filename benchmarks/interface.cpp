@@ -161,11 +161,12 @@ void measureGrid(Report& report, Hands& hands, const std::string& how) {
     std::vector<Milliseconds> again;
     std::vector<Milliseconds> zone;
     hands.beginDrag(inTopHalf);
-    // The program may have been too late for the first motions.
-    hands.settle();
-    pointer.moveTo({inTopHalf.x + 10, inTopHalf.y});
-    pointer.moveTo(inTopHalf);
-    hands.settle();
+    // The program may have been too late for the first motions, and may take some that come at once
+    // for none.
+    for (const int aside : {0, 10, 0}) {
+        pointer.moveTo({inTopHalf.x + aside, inTopHalf.y});
+        hands.settle();
+    }
     const auto topHalf = screen.column(topHalfBorder);
     const auto rightHalf = screen.column(rightHalfBorder);
     for (int i = 0; i < rounds; ++i) {
