@@ -77,7 +77,9 @@ class Accessibility {
     /// The process that owns an element; nothing when the element is gone.
     virtual std::optional<Pid> pidOf(const Element& element) const = 0;
 
-    /// The innermost element at a point of the accessibility space, or nothing.
+    /// The innermost element at a point of the accessibility space, or nothing. While the left
+    /// button is down the pointer has the window with it that was pressed, also where that window
+    /// comes late.
     virtual std::optional<Element> elementAtPosition(Point point) const = 0;
 
     /// The value of an attribute as it is now. Nothing when the element is gone, has no such

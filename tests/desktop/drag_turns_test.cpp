@@ -159,26 +159,29 @@ TEST_F(CompositedDragTest, theGridFollowsACompositorThatGoesAndComes) {
 
 using LateDragTest = Dragging<WindowManagerTest>;
 
-// It moves the window when the pointer has come to rest already.
+// It moves the window when the pointer has come to rest already, over another window.
 TEST_P(LateDragTest, theWindowFollowsAPointerThatRests) {
     useDesktop(GetParam());
     if (IsSkipped()) {
         return;
     }
     program().start();
+    const Frame below{leftHalfZone.x - 250, leftHalfZone.y - 200, 500, 400};
+    const xcb_window_t other = startClock(below);
     const xcb_window_t window = startClock(original);
     pressTitleBar(window);
     pressCommand();
     ASSERT_TRUE(waitUntil([&] { return desktop().x().windowManagerServes(); }));
     program().waitUntilIdle();
     desktop().windowManagerProcess().signal(SIGSTOP);
-    desktop().pointer().moveTo(leftHalfZone);
+    desktop().pointer().jumpTo(leftHalfZone);
     program().waitUntilIdle();
     EXPECT_TRUE(pictures().empty());
     desktop().windowManagerProcess().signal(SIGCONT);
     EXPECT_TRUE(waitUntilShown(leftHalf)) << "the preview";
     drop();
     EXPECT_EQ(desktop().windows().settle(window, leftHalf), leftHalf);
+    EXPECT_EQ(frameOf(other), below) << "the window that the pointer came to rest over";
     releaseCommand();
 }
 

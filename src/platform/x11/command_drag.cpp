@@ -74,7 +74,7 @@ void CommandDrag::onPressed(std::uint32_t button) {
         !wanted_()) {
         return;
     }
-    const auto pointer = input_.queryPointer();
+    const auto& pointer = input_.pointerAtPress();
     if (!pointer || pointer->topLevel == XCB_WINDOW_NONE) {
         return;
     }

@@ -119,6 +119,18 @@ std::optional<Element> X11Accessibility::elementAtPosition(Point point) const {
     }
     look();
     writer_.flush();
+    // A quick hand is beside a small window before the window manager has moved it there.
+    const auto* window = mirror_.findByTopLevel(input_.pressedTopLevel());
+    if (window == nullptr) {
+        window = windowAt(point);
+    }
+    if (window == nullptr || !window->managed) {
+        return std::nullopt;
+    }
+    return elementOf(*window);
+}
+
+const ClientWindow* X11Accessibility::windowAt(Point point) const {
     const auto coordinate = [](double value) {
         return static_cast<std::int16_t>(std::clamp(std::floor(value), -32768.0, 32767.0));
     };
@@ -132,7 +144,7 @@ std::optional<Element> X11Accessibility::elementAtPosition(Point point) const {
                                             coordinate(point.y)),
         nullptr));
     if (!reply || reply->child == XCB_WINDOW_NONE) {
-        return std::nullopt;
+        return nullptr;
     }
     const auto* window = mirror_.findByTopLevel(reply->child);
     if (window == nullptr && isInvisible(reply->child)) {
@@ -143,10 +155,7 @@ std::optional<Element> X11Accessibility::elementAtPosition(Point point) const {
         });
         window = below != stacking.end() ? *below : nullptr;
     }
-    if (window == nullptr || !window->managed) {
-        return std::nullopt;
-    }
-    return elementOf(*window);
+    return window;
 }
 
 bool X11Accessibility::isInvisible(xcb_window_t window) const {

@@ -33,6 +33,7 @@ class X11Accessibility : public Accessibility {
     Token beginReads() const override;
 
   private:
+    const ClientWindow* windowAt(Point point) const;
     std::optional<AttributeValue> readApplication(Pid pid, Attribute attribute) const;
     std::optional<AttributeValue> readWindow(const ClientWindow& window, Attribute attribute) const;
     bool isInvisible(xcb_window_t window) const;

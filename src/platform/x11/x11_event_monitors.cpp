@@ -52,7 +52,7 @@ void X11EventMonitors::onIdle() {
 }
 
 X11EventMonitors::Audience X11EventMonitors::audienceOfPress() const {
-    const auto pointer = input_.queryPointer();
+    const auto& pointer = input_.pointerAtPress();
     return pointer && belongsToUs(pointer->topLevel) ? Audience::local : Audience::global;
 }
 
