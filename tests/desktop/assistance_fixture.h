@@ -21,15 +21,11 @@ class AssistanceTesting : public MenuTesting<WindowManagerTest> {
     static constexpr std::string_view settingsTitle = "Tessellon Settings";
     static constexpr std::string_view tourTitle = "Welcome to Tessellon";
 
-    /// A desktop under the window manager of the test, with assistive technology. False when
-    /// that window manager is not installed.
-    bool begin(Monitors monitors = Monitors::one,
+    /// A desktop under the window manager of the test, with assistive technology.
+    void begin(Monitors monitors = Monitors::one,
                WindowManagerKeys keys = WindowManagerKeys::released) {
-        useDesktop(GetParam(), monitors, keys);
-        if (!IsSkipped()) {
-            startAssistance();
-        }
-        return !IsSkipped();
+        useDesktop(monitors, keys);
+        startAssistance();
     }
     void startAssistance() { bus_ = std::make_unique<AccessibilityBus>(desktop()); }
     void TearDown() override {

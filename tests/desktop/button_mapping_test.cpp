@@ -32,10 +32,7 @@ std::optional<std::uint8_t> fakePointer(xcb_connection_t* x) {
 }
 
 TEST_F(ButtonMappingTest, theLeftButtonIsTheOneThatTheUserHasMadeIt) {
-    useDesktop("openbox");
-    if (IsSkipped()) {
-        return;
-    }
+    useDesktop();
     programMayBeGone();
     RealDesktop real(desktop().display());
     real.listen();

@@ -1,14 +1,18 @@
 #include "desktop_fixture.h"
 
+#include <algorithm>
+
 namespace tessellon::desktop {
 
-void DesktopTest::useDesktop(const std::string& windowManagerName, const Monitors& monitors,
-                             WindowManagerKeys keys) {
-    if (!programExists(windowManager(windowManagerName).command.front())) {
-        GTEST_SKIP() << windowManagerName << " is not installed";
+void DesktopTest::SetUp() {
+    if (!programExists(windowManager(testedUnder()).command.front())) {
+        GTEST_SKIP() << testedUnder() << " is not installed";
     }
+}
+
+void DesktopTest::useDesktop(const Monitors& monitors, WindowManagerKeys keys) {
     useBareDesktop(monitors);
-    desktop_->startWindowManager(windowManagerName, keys);
+    desktop_->startWindowManager(testedUnder(), keys);
     if (monitors.all.empty()) {
         desktop_->addDock(dockHeight);
     }
@@ -16,6 +20,14 @@ void DesktopTest::useDesktop(const std::string& windowManagerName, const Monitor
     for (const Monitor& each : monitors.all) {
         desktop_->addDock({{each.frame.x, each.frame.y, each.frame.width, dockHeight}});
     }
+}
+
+void DesktopTest::useProgram(const StoredValues& settings) {
+    useDesktop();
+    if (!settings.empty()) {
+        program_->change(settings);
+    }
+    program_->start();
 }
 
 void DesktopTest::useBareDesktop(const Monitors& monitors,
@@ -38,6 +50,24 @@ void DesktopTest::TearDown() {
     }
 }
 
+std::vector<Frame> DesktopTest::pictures() {
+    auto shown = desktop_->windows().unmanagedOf(program_->process().pid());
+    // While the command key is down there may be an invisible window below the pointer.
+    std::erase_if(shown, [](const Frame& frame) { return frame.width == 1; });
+    return shown;
+}
+
+std::optional<Frame> DesktopTest::pictureOfWidth(int width) {
+    const auto shown = pictures();
+    const auto found = std::find_if(shown.begin(), shown.end(),
+                                    [&](const Frame& frame) { return frame.width == width; });
+    return found != shown.end() ? std::optional(*found) : std::nullopt;
+}
+
+Frame DesktopTest::frameOf(xcb_window_t window) {
+    return desktop_->windows().visibleFrame(window).value_or(Frame{});
+}
+
 xcb_window_t DesktopTest::startClock(const Frame& frame, const std::string& title) {
     // Clocks do not take the keyboard unless they are told to.
     const xcb_window_t window =
@@ -56,7 +86,7 @@ Frame DesktopTest::afterPress(xcb_window_t window, Held held, Key key) {
     desktop_->windows().activate(window);
     desktop_->keyboard().combination(held, key);
     program_->waitUntilIdle();
-    return desktop_->windows().visibleFrame(window).value_or(Frame{});
+    return frameOf(window);
 }
 
 }  // namespace tessellon::desktop

@@ -113,30 +113,25 @@ class DisplaysTesting : public Base {
     using Base::snap;
     using Base::startClock;
 
-    /// A desktop with these displays and their docks, under the window manager of the test. False
-    /// when that is not installed.
-    bool begin(const DisplayLayout& layout) {
-        useDisplays(layout.monitors());
-        if (Base::IsSkipped()) {
-            return false;
+    void SetUp() override {
+        Base::SetUp();
+        if (monitorKind == Monitors::Kind::outputs && !programExists("Xorg")) {
+            GTEST_SKIP() << "there is no server with outputs";
         }
+    }
+
+    /// A desktop with these displays and their docks, under the window manager of the test.
+    void begin(const DisplayLayout& layout) {
+        useDisplays(layout.monitors());
         for (std::size_t i = 0; i < layout.displays.size(); ++i) {
             addDocks(layout.displays[i], layout.docks.at(i));
         }
-        return true;
     }
 
     /// A desktop with these monitors and no docks.
     void useDisplays(const Monitors& monitors) {
-        const std::string& name = Base::GetParam();
-        if (!programExists(windowManager(name).command.front())) {
-            GTEST_SKIP() << name << " is not installed";
-        }
-        if (monitors.kind == Monitors::Kind::outputs && !programExists("Xorg")) {
-            GTEST_SKIP() << "there is no server with outputs";
-        }
         this->useBareDesktop(monitors);
-        desktop().startWindowManager(name);
+        desktop().startWindowManager(this->testedUnder());
     }
 
     void addDocks(const Frame& display, const Edges& docks) {

@@ -2,6 +2,7 @@
 // the program shows there, and what it keeps for them.
 #include "displays_fixture.h"
 #include "dragging.h"
+#include "menu_panel.h"
 
 #include <optional>
 #include <string>
@@ -11,19 +12,14 @@ namespace {
 
 constexpr std::size_t middle = 0;
 constexpr std::size_t right = 2;
-constexpr int launcherWidth = 472;
-constexpr int menuWidth = 330;
 
 class UnplugTest : public DisplaysTesting<Dragging<WindowManagerTest>> {
   protected:
     /// The desktop and the program with windows of any size.
-    bool beginInARow() {
-        if (!begin(rowOfThree)) {
-            return false;
-        }
+    void beginInARow() {
+        begin(rowOfThree);
         program().change({{"ignoreSmall", false}});
         program().start();
-        return true;
     }
 
     static Position centerOf(const Frame& frame) {
@@ -34,11 +30,7 @@ class UnplugTest : public DisplaysTesting<Dragging<WindowManagerTest>> {
     std::optional<Frame> comes(int width) {
         std::optional<Frame> result;
         waitUntil([&] {
-            const auto shown = pictures();
-            const auto found = std::find_if(shown.begin(), shown.end(), [&](const Frame& frame) {
-                return frame.width == width;
-            });
-            result = found != shown.end() ? std::optional(*found) : std::nullopt;
+            result = pictureOfWidth(width);
             return result.has_value();
         });
         program().waitUntilIdle();
@@ -52,7 +44,7 @@ class UnplugTest : public DisplaysTesting<Dragging<WindowManagerTest>> {
         desktop().pointer().moveTo(place);
         Program second(desktop());
         second.launch();
-        return comes(menuWidth);
+        return comes(MenuPanel::width);
     }
 
     /// Whether both are nobody's.
@@ -89,9 +81,7 @@ class UnplugTest : public DisplaysTesting<Dragging<WindowManagerTest>> {
 };
 
 TEST_P(UnplugTest, windowsThatWereThereGoOnToSnapAndComeBack) {
-    if (!beginInARow()) {
-        return;
-    }
+    beginInARow();
     const xcb_window_t window = startClockOn(rowOfThree.displays[middle]);
     const Frame original = frameOf(window);
     expectSnaps(window, bottomRightPlace, rowOfThree.usable(middle));
@@ -132,9 +122,7 @@ TEST_P(UnplugTest, windowsThatWereThereGoOnToSnapAndComeBack) {
 class UnplugWhileShownTest : public UnplugTest {};
 
 TEST_P(UnplugWhileShownTest, whatIsShownThereGoes) {
-    if (!beginInARow()) {
-        return;
-    }
+    beginInARow();
     const xcb_window_t window = startClockOn(rowOfThree.displays[right]);
     const Frame original = frameOf(window);
     desktop().windows().activate(window);
@@ -212,9 +200,7 @@ TEST_P(UnplugWhileShownTest, whatIsShownThereGoes) {
 #ifndef TESSELLON_MONITORS_ARE_OUTPUTS
 // The screen would get smaller with an output, and docks reserve from its edges.
 TEST_P(UnplugTest, thePrimaryDisplayMayGo) {
-    if (!beginInARow()) {
-        return;
-    }
+    beginInARow();
     desktop().unplug(rowOfThree.nameOf(middle));
     settleDisplays();
     const xcb_window_t window = startClockOn(rowOfThree.displays[right]);
@@ -242,9 +228,7 @@ TEST_P(UnplugTest, thePrimaryDisplayMayGo) {
 #endif
 
 TEST_P(UnplugTest, theSettingsStayWithinReach) {
-    if (!beginInARow()) {
-        return;
-    }
+    beginInARow();
     const xcb_window_t window = startClockOn(rowOfThree.displays[right]);
     desktop().windows().activate(window);
     ASSERT_TRUE(opensMenuAt(centerOf(rowOfThree.visible(right))));

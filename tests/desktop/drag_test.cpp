@@ -11,16 +11,17 @@
 namespace tessellon::desktop {
 namespace {
 
+constexpr std::string_view withCompositor = "WithCompositor";
+
 class DragTest : public Dragging<WindowManagerTest> {
   protected:
+    std::string testedUnder() const override {
+        return GetParam().substr(0, GetParam().find(withCompositor));
+    }
     /// Starts the desktop that the test is run for: a window manager, or one with a compositor.
     void useDragDesktop(Monitors monitors = Monitors::one) {
-        constexpr std::string_view suffix = "WithCompositor";
-        std::string name = GetParam();
-        const bool composited = name.ends_with(suffix);
-        name.resize(name.size() - (composited ? suffix.size() : 0));
-        useDesktop(name, monitors);
-        if (composited && !IsSkipped()) {
+        useDesktop(monitors);
+        if (GetParam().ends_with(withCompositor)) {
             desktop().startCompositor();
         }
     }
@@ -30,9 +31,6 @@ using CommandDragTest = Dragging<DesktopTest>;
 
 TEST_P(DragTest, commandShowsTheGridAndTheDropSnaps) {
     useDragDesktop();
-    if (IsSkipped()) {
-        return;
-    }
     program().start();
     const xcb_window_t window = startClock(original);
 
@@ -92,9 +90,6 @@ TEST_P(DragTest, commandShowsTheGridAndTheDropSnaps) {
 // It is the window under the pointer that counts, not the one with the keyboard.
 TEST_P(DragTest, windowsThatTakeNoKeyboardAreDragged) {
     useDragDesktop();
-    if (IsSkipped()) {
-        return;
-    }
     program().start();
     const xcb_window_t active = startClock({900, 500, 700, 450}, "active");
     const xcb_window_t window =
@@ -120,9 +115,6 @@ TEST_P(DragTest, windowsThatTakeNoKeyboardAreDragged) {
 // hold on to it.
 TEST_P(DragTest, droppedAtTheEdgeOfTheScreen) {
     useDragDesktop();
-    if (IsSkipped()) {
-        return;
-    }
     program().start();
     const xcb_window_t window = startClock(original);
     struct Drop {
@@ -168,9 +160,6 @@ TEST_P(DragTest, droppedAtTheEdgeOfTheScreen) {
 
 TEST_P(DragTest, aSnappedWindowThatIsPulledAwayGetsItsSizeBack) {
     useDragDesktop();
-    if (IsSkipped()) {
-        return;
-    }
     program().start();
     const xcb_window_t window = startClock(original);
     const auto pulledTo = [&](const Frame& size, Position pointer) {
@@ -237,9 +226,6 @@ TEST_P(DragTest, aSnappedWindowThatIsPulledAwayGetsItsSizeBack) {
 
 TEST_P(DragTest, resizingIsNotDragging) {
     useDragDesktop();
-    if (IsSkipped()) {
-        return;
-    }
     program().start();
     const xcb_window_t window = startClock(original);
     struct Edge {
@@ -283,9 +269,6 @@ TEST_P(DragTest, resizingIsNotDragging) {
 
 TEST_P(DragTest, thePreviewCanBeSwitchedOff) {
     useDragDesktop();
-    if (IsSkipped()) {
-        return;
-    }
     program().change({{"showPreview", false}});
     program().start();
     const xcb_window_t window = startClock(original);
@@ -303,9 +286,6 @@ TEST_P(DragTest, thePreviewCanBeSwitchedOff) {
 
 TEST_P(DragTest, settingsCountInTheMiddleOfADrag) {
     useDragDesktop();
-    if (IsSkipped()) {
-        return;
-    }
     program().start();
     const xcb_window_t window = startClock(original);
     struct Switch {
@@ -335,9 +315,6 @@ TEST_P(DragTest, settingsCountInTheMiddleOfADrag) {
 
 TEST_P(DragTest, someWindowsAndSomeDragsAreLeftAlone) {
     useDragDesktop();
-    if (IsSkipped()) {
-        return;
-    }
     program().change({{"ignored", std::string("org.xfce.mousepad")}});
     program().start();
     const auto expectNothing = [&](xcb_window_t window) {
@@ -378,11 +355,7 @@ TEST_P(DragTest, someWindowsAndSomeDragsAreLeftAlone) {
 
 // Where the window manager leaves drags with the command key to us.
 TEST_F(CommandDragTest, aPressThatIsNoDragMovesNothing) {
-    useDesktop("openbox");
-    if (IsSkipped()) {
-        return;
-    }
-    program().start();
+    useProgram();
     const xcb_window_t window = startClock(original);
     pressCommand();
     pressTitleBar(window);
@@ -396,11 +369,7 @@ TEST_F(CommandDragTest, aPressThatIsNoDragMovesNothing) {
 
 // It is told late of the press and of the drag, and acts upon neither by itself.
 TEST_F(CommandDragTest, aBusyWindowManagerIsWaitedFor) {
-    useDesktop("openbox");
-    if (IsSkipped()) {
-        return;
-    }
-    program().start();
+    useProgram();
     const xcb_window_t window = startClock(original);
     pressCommand();
     desktop().windowManagerProcess().signal(SIGSTOP);
@@ -435,9 +404,6 @@ TEST_F(CommandDragTest, aBusyWindowManagerIsWaitedFor) {
 
 TEST_P(DragTest, droppedOnTheOtherMonitor) {
     useDragDesktop(Monitors::twoSideBySide);
-    if (IsSkipped()) {
-        return;
-    }
     program().start();
     const xcb_window_t window = startClock({100, 300, 600, 450});
     const Frame left{0, dockHeight, 960, 1080 - dockHeight};
@@ -456,9 +422,6 @@ TEST_P(DragTest, droppedOnTheOtherMonitor) {
 
 TEST_P(DragTest, aWindowManagerThatDiesLeavesNoPicture) {
     useDragDesktop();
-    if (IsSkipped()) {
-        return;
-    }
     program().start();
     const xcb_window_t window = startClock(original);
     pressTitleBar(window);

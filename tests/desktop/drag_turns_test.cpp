@@ -11,11 +11,7 @@ namespace {
 using UnmaximizingDragTest = Dragging<WindowManagerTest>;
 
 TEST_P(UnmaximizingDragTest, aMaximizedWindowIsPulledOutOntoAZone) {
-    useDesktop(GetParam());
-    if (IsSkipped()) {
-        return;
-    }
-    program().start();
+    useProgram();
     const xcb_window_t window = startClock(original);
     for (const bool commandFirst : {true, false}) {
         ASSERT_EQ(desktop().windows().place(window, original), original);
@@ -68,11 +64,7 @@ class AbortedDragTest : public Dragging<WindowManagerTest> {
 };
 
 TEST_P(AbortedDragTest, aWindowThatEscapePutBackStaysThere) {
-    useDesktop(GetParam());
-    if (IsSkipped()) {
-        return;
-    }
-    program().start();
+    useProgram();
     const xcb_window_t window = startClock(original);
     pressTitleBar(window);
     dragBy(60, 40);
@@ -82,11 +74,7 @@ TEST_P(AbortedDragTest, aWindowThatEscapePutBackStaysThere) {
 // On a busy machine the window manager may have moved the window before the program hears of the
 // press.
 TEST_P(AbortedDragTest, aProgramThatComesLateKnowsWhereTheWindowWas) {
-    useDesktop(GetParam());
-    if (IsSkipped()) {
-        return;
-    }
-    program().start();
+    useProgram();
     const xcb_window_t window = startClock(original);
     ASSERT_EQ(afterPress(window, Held::controlAlt, Key::left), leftHalf);
     ASSERT_EQ(restored(window), original);
@@ -124,10 +112,7 @@ class CompositedDragTest : public Dragging<DesktopTest> {
 };
 
 TEST_F(CompositedDragTest, theGridFollowsACompositorThatGoesAndComes) {
-    useDesktop("openbox");
-    if (IsSkipped()) {
-        return;
-    }
+    useDesktop();
     constexpr std::uint32_t background = 0xc0b0a0;
     desktop().x().setBackground(background);
     desktop().startCompositor();
@@ -161,11 +146,7 @@ using LateDragTest = Dragging<WindowManagerTest>;
 
 // It moves the window when the pointer has come to rest already, over another window.
 TEST_P(LateDragTest, theWindowFollowsAPointerThatRests) {
-    useDesktop(GetParam());
-    if (IsSkipped()) {
-        return;
-    }
-    program().start();
+    useProgram();
     const Frame below{leftHalfZone.x - 250, leftHalfZone.y - 200, 500, 400};
     const xcb_window_t other = startClock(below);
     const xcb_window_t window = startClock(original);

@@ -12,13 +12,6 @@
 namespace tessellon::desktop {
 
 inline constexpr Frame original{500, 300, 700, 450};
-inline constexpr Frame leftHalf{8, 33, 948, 1039};
-inline constexpr Frame rightHalf{964, 33, 948, 1039};
-inline constexpr Frame topLeft{8, 33, 948, 516};
-inline constexpr Frame bottomLeft{8, 556, 948, 516};
-inline constexpr Frame bottomRight{964, 556, 948, 516};
-inline constexpr Frame leftThird{8, 33, 631, 1039};
-inline constexpr Frame rightThird{1281, 33, 631, 1039};
 
 // The screen below the dock, which one panel of the grid covers.
 inline constexpr Frame grid{0, dockHeight, 1920, 1080 - dockHeight};
@@ -35,7 +28,9 @@ class Dragging : public Base {
   protected:
     using Base::afterPress;
     using Base::desktop;
+    using Base::frameOf;
     using Base::IsSkipped;
+    using Base::pictures;
     using Base::program;
 
     void TearDown() override {
@@ -47,13 +42,6 @@ class Dragging : public Base {
         Base::TearDown();
     }
 
-    /// What the program shows at the moment.
-    std::vector<Frame> pictures() {
-        auto shown = desktop().windows().unmanagedOf(program().process().pid());
-        // While the command key is down there may be an invisible window below the pointer.
-        std::erase_if(shown, [](const Frame& frame) { return frame.width == 1; });
-        return shown;
-    }
     bool shows(const Frame& frame) {
         const auto shown = pictures();
         return std::find(shown.begin(), shown.end(), frame) != shown.end();
@@ -63,10 +51,6 @@ class Dragging : public Base {
     }
     bool waitUntilNothingIsShown() {
         return waitUntil([&] { return pictures().empty(); });
-    }
-
-    Frame frameOf(xcb_window_t window) {
-        return desktop().windows().visibleFrame(window).value_or(Frame{});
     }
 
     /// Presses the title bar of the window, about a quarter of its width from the left, where every

@@ -9,10 +9,7 @@ using HarnessTest = WindowManagerTest;
 
 TEST_P(HarnessTest, placesAndMeasuresWindowsOfSeveralToolkits) {
     programMayBeGone();
-    useDesktop(GetParam());
-    if (IsSkipped()) {
-        return;
-    }
+    useDesktop();
     const Frame wanted{120, 140, 900, 650};
     const std::vector<std::vector<std::string>> clients{{"xclock", "-xrm", "XClock.input: True"},
                                                         {"xterm"},

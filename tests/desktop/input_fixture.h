@@ -19,11 +19,8 @@ inline constexpr auto slashCode = static_cast<std::uint8_t>(Key::slash);
 class InputTest : public WindowManagerTest {
   protected:
     /// A desktop with the log in front and this process in the program's place.
-    bool begin(const std::string& windowManager) {
-        useDesktop(windowManager);
-        if (IsSkipped()) {
-            return false;
-        }
+    void begin() {
+        useDesktop();
         programMayBeGone();
         log = std::make_unique<KeyLog>(desktop().display());
         EXPECT_TRUE(waitUntil([&] { return managesLog(); }));
@@ -31,7 +28,6 @@ class InputTest : public WindowManagerTest {
         EXPECT_TRUE(waitUntil([&] { return log->isFocused(); }));
         real = std::make_unique<RealDesktop>(desktop().display());
         real->listen();
-        return true;
     }
     void TearDown() override {
         real.reset();

@@ -14,9 +14,7 @@ namespace tessellon::desktop {
 namespace {
 
 TEST_P(InputTest, theChordIsKeptAndItsNeighboursArrive) {
-    if (!begin(GetParam())) {
-        return;
-    }
+    begin();
     int triggers = 0;
     RightCommandSlash chord(real->eventTaps(), [&] { ++triggers; });
     chord.start();
@@ -60,9 +58,7 @@ TEST_P(InputTest, theChordIsKeptAndItsNeighboursArrive) {
 
 // Opens at the first chord, closes at the next, as the launcher does.
 TEST_P(InputTest, whatIsTypedAfterTheChordIsForUsUntilTheNextChord) {
-    if (!begin(GetParam())) {
-        return;
-    }
+    begin();
     std::string typed;
     bool lost = false;
     std::optional<Token> focus;
@@ -114,9 +110,7 @@ INSTANTIATE_TEST_SUITE_P(On, InputTest, testedWindowManagers(), windowManagerNam
 class OpenboxInputTest : public InputTest {};
 
 TEST_P(OpenboxInputTest, aHeldChordTriggersOnce) {
-    if (!begin(GetParam())) {
-        return;
-    }
+    begin();
     desktop().run({"xset", "r", "rate", "50", "50"});
     int presses = 0;
     int repeats = 0;
@@ -140,9 +134,7 @@ TEST_P(OpenboxInputTest, aHeldChordTriggersOnce) {
 }
 
 TEST_P(OpenboxInputTest, aHeldCombinationIsRefused) {
-    if (!begin(GetParam())) {
-        return;
-    }
+    begin();
     const auto create = [&] {
         return real->eventTaps().create(
             virtual_key::slash, modifier_flag::command,
@@ -159,9 +151,7 @@ TEST_P(OpenboxInputTest, aHeldCombinationIsRefused) {
 }
 
 TEST_P(OpenboxInputTest, anotherLayoutMovesLettersButNotTheChord) {
-    if (!begin(GetParam())) {
-        return;
-    }
+    begin();
     desktop().run({"setxkbmap", "-layout", "us,de", "-option", "grp:caps_toggle"});
     auto& keyboard = desktop().keyboard();
     std::string typed;
@@ -186,9 +176,7 @@ TEST_P(OpenboxInputTest, anotherLayoutMovesLettersButNotTheChord) {
 }
 
 TEST_P(OpenboxInputTest, hotKeysAndLocalMonitorsComeBeforeThePanel) {
-    if (!begin(GetParam())) {
-        return;
-    }
+    begin();
     int hotKeys = 0;
     const auto handler = real->hotKeyCenter().installHandler([&](const auto&) {
         ++hotKeys;
@@ -237,9 +225,7 @@ TEST_P(OpenboxInputTest, hotKeysAndLocalMonitorsComeBeforeThePanel) {
 }
 
 TEST_P(OpenboxInputTest, anotherActiveWindowOrAHolderOfTheKeyboardLosesIt) {
-    if (!begin(GetParam())) {
-        return;
-    }
+    begin();
     int losses = 0;
     const auto take = [&] {
         return real->keyboardFocus().take({}, {.key = {}, .lost = [&] { ++losses; }});
@@ -259,9 +245,7 @@ TEST_P(OpenboxInputTest, anotherActiveWindowOrAHolderOfTheKeyboardLosesIt) {
 }
 
 TEST_P(OpenboxInputTest, aDragOfTheWindowManagersIsWatched) {
-    if (!begin(GetParam())) {
-        return;
-    }
+    begin();
     const xcb_window_t clock = startClock({900, 300, 400, 300});
     auto& monitors = real->eventMonitors();
     int drags = 0;

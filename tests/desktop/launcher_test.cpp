@@ -1,12 +1,11 @@
 // The launcher in the program as it runs: opened by its chord over a foreign window, typed into,
 // and closed in every way there is.
 #include "desktop_fixture.h"
+#include "typing_terminal.h"
 
-#include <algorithm>
 #include <cstdlib>
-#include <filesystem>
 #include <fstream>
-#include <iterator>
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
@@ -15,47 +14,18 @@ namespace tessellon::desktop {
 namespace {
 
 constexpr Frame original{500, 300, 700, 450};
-constexpr Frame topLeft{8, 33, 948, 516};
-constexpr std::int32_t panelWidth = 472;
 
 class LauncherTest : public WindowManagerTest {
   protected:
     /// A desktop with the program and, in front, a terminal that writes down what it is given.
     void useTerminalDesktop(WindowManagerKeys keys = WindowManagerKeys::released) {
-        useDesktop(GetParam(), Monitors::one, keys);
-        if (IsSkipped()) {
-            return;
-        }
+        useDesktop(Monitors::one, keys);
         program().start();
-        const auto script = "stty raw -echo; : > '" + typedFile().string() + "'; cat > '" +
-                            typedFile().string() + "'";
-        terminal = desktop().startWithWindow({"xterm", "-e", "sh", "-c", script});
-        ASSERT_TRUE(waitUntil([&] { return std::filesystem::exists(typedFile()); }));
-        desktop().windows().place(terminal, original);
-        desktop().windows().activate(terminal);
-    }
-
-    std::filesystem::path typedFile() { return desktop().home() / "typed"; }
-    std::string typedIntoTerminal() {
-        std::ifstream file(typedFile());
-        return {std::istreambuf_iterator<char>(file), {}};
-    }
-    /// Types into the terminal and gives all that it ever got; what was on its way before is in it.
-    std::string typedAfter(Key key) {
-        const auto before = typedIntoTerminal().size();
-        desktop().keyboard().tap(key);
-        EXPECT_TRUE(waitUntil([&] { return typedIntoTerminal().size() > before; }));
-        return typedIntoTerminal();
+        terminal = std::make_unique<TypingTerminal>(desktop(), original);
     }
 
     /// The frame of the panel while it is shown.
-    std::optional<Frame> panel() {
-        const auto shown = desktop().windows().unmanagedOf(program().process().pid());
-        const auto found = std::find_if(shown.begin(), shown.end(), [](const Frame& frame) {
-            return frame.width == panelWidth;
-        });
-        return found != shown.end() ? std::optional(*found) : std::nullopt;
-    }
+    std::optional<Frame> panel() { return pictureOfWidth(launcherWidth); }
     bool waitUntilOpen() {
         return waitUntil([&] { return panel().has_value(); });
     }
@@ -68,26 +38,23 @@ class LauncherTest : public WindowManagerTest {
         desktop().keyboard().combinationThenTyped({Key::rightSuper}, Key::slash, typed);
     }
 
-    xcb_window_t terminal = XCB_WINDOW_NONE;
+    std::unique_ptr<TypingTerminal> terminal;
 };
 
 TEST_P(LauncherTest, whatIsTypedAtOnceSnapsTheWindowInFront) {
     useTerminalDesktop();
-    if (IsSkipped()) {
-        return;
-    }
     pressChord({Key::m, Key::a, Key::x, Key::enter});
-    desktop().windows().settleWithinIncrements(terminal, usableArea);
+    desktop().windows().settleWithinIncrements(terminal->window(), usableArea);
     EXPECT_TRUE(waitUntilClosed());
 
     pressChord({Key::u});
-    desktop().windows().settleWithinIncrements(terminal, topLeft);
-    const auto frame = desktop().windows().visibleFrame(terminal).value_or(Frame{});
+    desktop().windows().settleWithinIncrements(terminal->window(), topLeft);
+    const auto frame = frameOf(terminal->window());
     EXPECT_EQ(frame.x, topLeft.x);
     EXPECT_EQ(frame.y, topLeft.y);
     EXPECT_LE(frame.width, topLeft.width);
     EXPECT_TRUE(waitUntilClosed());
-    EXPECT_EQ(typedAfter(Key::slash), "/") << "the terminal got what was not meant for it";
+    EXPECT_EQ(terminal->textAfter(Key::slash), "/") << "the terminal got what was not meant for it";
 }
 
 using CommandKeyHolderTest = LauncherTest;
@@ -95,9 +62,6 @@ using CommandKeyHolderTest = LauncherTest;
 // The window manager has the command keys to itself, and gives on what is pressed after them.
 TEST_P(CommandKeyHolderTest, combinationsThatBeginWithIt) {
     useTerminalDesktop(WindowManagerKeys::asShipped);
-    if (IsSkipped()) {
-        return;
-    }
     programMaySpeak();
     desktop().pointer().jumpTo({original.x + 200, original.y + 200});
     pressChord();
@@ -105,9 +69,9 @@ TEST_P(CommandKeyHolderTest, combinationsThatBeginWithIt) {
     for (const Key key : {Key::m, Key::a, Key::x, Key::enter}) {
         desktop().keyboard().tap(key);
     }
-    desktop().windows().settleWithinIncrements(terminal, usableArea);
+    desktop().windows().settleWithinIncrements(terminal->window(), usableArea);
     EXPECT_TRUE(waitUntilClosed());
-    EXPECT_EQ(typedAfter(Key::slash), "/");
+    EXPECT_EQ(terminal->textAfter(Key::slash), "/");
 
     // In front is another window now.
     const xcb_window_t clock = startClock({300, 200, 700, 500});
@@ -133,10 +97,7 @@ TEST_P(CommandKeyHolderTest, combinationsThatBeginWithIt) {
 INSTANTIATE_TEST_SUITE_P(On, CommandKeyHolderTest, ::testing::Values("icewm"), windowManagerName);
 
 TEST_P(LauncherTest, theWindowInFrontStaysActiveAndEveryWayOutWorks) {
-    useDesktop(GetParam(), Monitors::twoSideBySide);
-    if (IsSkipped()) {
-        return;
-    }
+    useDesktop(Monitors::twoSideBySide);
     program().start();
     const auto window = startClock({1100, 300, 500, 400});
     desktop().windows().activate(window);
@@ -171,28 +132,22 @@ TEST_P(LauncherTest, theWindowInFrontStaysActiveAndEveryWayOutWorks) {
     desktop().pointer().moveTo({shown.x + 16 + 112 + 52, shown.y + 120});
     desktop().pointer().click();
     EXPECT_TRUE(waitUntilClosed());
-    const Frame rightHalf{1444, 33, 468, 1039};
-    EXPECT_EQ(desktop().windows().settle(window, rightHalf), rightHalf);
+    const Frame target{1444, 33, 468, 1039};
+    EXPECT_EQ(desktop().windows().settle(window, target), target);
 }
 
 TEST_P(LauncherTest, nothingOpensWhilePaused) {
     useTerminalDesktop();
-    if (IsSkipped()) {
-        return;
-    }
     program().change({{"paused", true}});
     program().waitUntilIdle();
     pressChord();
     program().waitUntilIdle();
     EXPECT_FALSE(panel());
-    EXPECT_EQ(typedAfter(Key::slash), "/") << "the chord is kept all the same";
+    EXPECT_EQ(terminal->textAfter(Key::slash), "/") << "the chord is kept all the same";
 }
 
 TEST_P(LauncherTest, itSurvivesTheDisplaysTheWindowInFrontAndTheWindowManager) {
-    useDesktop(GetParam(), Monitors::twoSideBySide);
-    if (IsSkipped()) {
-        return;
-    }
+    useDesktop(Monitors::twoSideBySide);
     program().start();
     xcb_window_t inFront = XCB_WINDOW_NONE;
     const auto open = [&](const char* title) {
@@ -233,10 +188,7 @@ INSTANTIATE_TEST_SUITE_P(On, LauncherTest, testedWindowManagers(), windowManager
 class OpenboxLauncherTest : public LauncherTest {};
 
 TEST_P(OpenboxLauncherTest, theFocusMayFollowThePointerToATile) {
-    useDesktop(GetParam());
-    if (IsSkipped()) {
-        return;
-    }
+    useDesktop();
     std::ofstream(desktop().home() / ".config/openbox/rc.xml") << R"(<?xml version="1.0"?>
 <openbox_config xmlns="http://openbox.org/3.4/rc">
   <focus><followMouse>yes</followMouse><focusDelay>0</focusDelay></focus>
@@ -267,7 +219,6 @@ TEST_P(OpenboxLauncherTest, theFocusMayFollowThePointerToATile) {
     program().waitUntilIdle();
     ASSERT_TRUE(panel());
     pointer.click();
-    const Frame rightHalf{964, 33, 948, 1039};
     EXPECT_EQ(desktop().windows().settle(target, rightHalf), rightHalf);
 }
 

@@ -8,11 +8,7 @@ namespace {
 using LeisurelyDragTest = Dragging<DesktopTest>;
 
 TEST_F(LeisurelyDragTest, showsTheGridAndSnaps) {
-    useDesktop("openbox");
-    if (IsSkipped()) {
-        return;
-    }
-    program().start();
+    useProgram();
     const xcb_window_t window = startClock(original);
     pressTitleBar(window);
     // The window manager moves nothing yet: a hand that trembles does not drag.

@@ -18,17 +18,11 @@ namespace tessellon::desktop {
 namespace {
 
 constexpr Frame original{300, 200, 700, 500};
-constexpr Frame leftHalf{8, 33, 948, 1039};
-constexpr Frame topLeft{8, 33, 948, 516};
-constexpr Frame topRight{964, 33, 948, 516};
 constexpr ProcessEnd endedWell{.exitCode = 0, .signal = std::nullopt};
 
 using WindowManagerLifeTest = WindowManagerTest;
 
 TEST_P(WindowManagerLifeTest, servicesStartSoonAfterAWindowManagerAppears) {
-    if (!programExists(GetParam())) {
-        GTEST_SKIP() << GetParam() << " is not installed";
-    }
     useBareDesktop();
     program().launch();
     ASSERT_TRUE(program().waitUntilRunning());
@@ -43,11 +37,7 @@ TEST_P(WindowManagerLifeTest, servicesStartSoonAfterAWindowManagerAppears) {
 }
 
 TEST_P(WindowManagerLifeTest, aKilledWindowManagerIsReplaced) {
-    useDesktop(GetParam());
-    if (IsSkipped()) {
-        return;
-    }
-    program().start();
+    useProgram();
     const xcb_window_t window = startClock(original);
     EXPECT_EQ(snap(window, Held::controlAlt, Key::left, leftHalf), leftHalf);
     desktop().killWindowManager();
@@ -60,11 +50,7 @@ TEST_P(WindowManagerLifeTest, aKilledWindowManagerIsReplaced) {
 }
 
 TEST_P(WindowManagerLifeTest, aWindowManagerThatHangsDoesNotHangTheProgram) {
-    useDesktop(GetParam());
-    if (IsSkipped()) {
-        return;
-    }
-    program().start();
+    useProgram();
     const xcb_window_t window = startClock(original);
     desktop().windows().activate(window);
     desktop().windowManagerProcess().signal(SIGSTOP);
@@ -81,11 +67,7 @@ INSTANTIATE_TEST_SUITE_P(On, WindowManagerLifeTest, testedWindowManagers(), wind
 using LifecycleTest = MenuTesting<DesktopTest>;
 
 TEST_F(LifecycleTest, windowsThatDieWhileTheyAreSnapped) {
-    useDesktop("openbox");
-    if (IsSkipped()) {
-        return;
-    }
-    program().start();
+    useProgram();
     const xcb_window_t survivor = startClock(original);
     for (int round = 0; round < 15; ++round) {
         Process& client = desktop().start({"xclock", "-xrm", "XClock.input: True"});
@@ -100,11 +82,7 @@ TEST_F(LifecycleTest, windowsThatDieWhileTheyAreSnapped) {
 }
 
 TEST_F(LifecycleTest, aSecondStartIsAnsweredByTheFirstInstance) {
-    useDesktop("openbox");
-    if (IsSkipped()) {
-        return;
-    }
-    program().start();
+    useProgram();
     Program second(desktop());
     second.launch();
     EXPECT_EQ(second.process().waitForEnd(patience), endedWell);
@@ -114,11 +92,7 @@ TEST_F(LifecycleTest, aSecondStartIsAnsweredByTheFirstInstance) {
 }
 
 TEST_F(LifecycleTest, aSecondStartSaysSoWhenTheFirstInstanceHangs) {
-    useDesktop("openbox");
-    if (IsSkipped()) {
-        return;
-    }
-    program().start();
+    useProgram();
     programMaySpeak();  // both write to one file
     program().process().signal(SIGSTOP);
     Program second(desktop());
@@ -134,10 +108,7 @@ TEST_F(LifecycleTest, aSecondStartSaysSoWhenTheFirstInstanceHangs) {
 }
 
 TEST_F(LifecycleTest, theServerGoesAway) {
-    useDesktop("openbox");
-    if (IsSkipped()) {
-        return;
-    }
+    useDesktop();
     programMayBeGone();
     programMaySpeak();
     program().start();
@@ -154,11 +125,7 @@ TEST_F(LifecycleTest, theServerGoesAway) {
 
 // At the start of a session both come up together, and after a crash the session restarts both.
 TEST_F(LifecycleTest, startedBesideTheWindowManagerItForgetsNoWindow) {
-    useDesktop("openbox");
-    if (IsSkipped()) {
-        return;
-    }
-    program().start();
+    useProgram();
     const xcb_window_t window = startClock(original);
     for (int lead = 0; lead <= 120; lead += 15) {
         ASSERT_EQ(snap(window, Held::controlAlt, Key::left, leftHalf), leftHalf);
@@ -177,9 +144,6 @@ TEST_F(LifecycleTest, startedBesideTheWindowManagerItForgetsNoWindow) {
 }
 
 TEST_F(LifecycleTest, aServerThatTellsNoProcessesWillDo) {
-    if (!programExists("openbox")) {
-        GTEST_SKIP() << "openbox is not installed";
-    }
     useBareDesktop(Monitors::one, {"-extension", "X-Resource"});
     desktop().startWindowManager("openbox");
     desktop().addDock(dockHeight);
@@ -198,10 +162,7 @@ TEST_F(LifecycleTest, aServerThatTellsNoProcessesWillDo) {
 
 // The toolkit would wait for it for ever, before the program could do anything.
 TEST_F(LifecycleTest, aSilentSessionBusIsDoneWithout) {
-    useDesktop("openbox");
-    if (IsSkipped()) {
-        return;
-    }
+    useDesktop();
     const std::string socket = desktop().home() / "silent";
     program().setEnvironment("DBUS_SESSION_BUS_ADDRESS", "unix:path=" + socket);
     program().setEnvironment("DBUS_SYSTEM_BUS_ADDRESS", "unix:path=" + socket);
@@ -247,10 +208,7 @@ class SlowBusTest : public LifecycleTest {
 };
 
 TEST_F(SlowBusTest, whatIsSlowAtTheStartIsThereLater) {
-    useDesktop("openbox");
-    if (IsSkipped()) {
-        return;
-    }
+    useDesktop();
     const auto found = desktop().home() / "found";
     const auto opener = desktop().addProgramFolder("programs") / "xdg-open";
     std::ofstream(opener) << "#!/bin/sh\nprintf '%s' \"$DBUS_SESSION_BUS_ADDRESS\" > '"
@@ -286,10 +244,7 @@ TEST_F(SlowBusTest, whatIsSlowAtTheStartIsThereLater) {
 }
 
 TEST_F(LifecycleTest, endsWellOnBothSignals) {
-    useDesktop("openbox");
-    if (IsSkipped()) {
-        return;
-    }
+    useDesktop();
     for (const int number : {SIGINT, SIGTERM}) {
         program().start();
         program().process().signal(number);
@@ -300,10 +255,7 @@ TEST_F(LifecycleTest, endsWellOnBothSignals) {
 
 // Killed at any moment, the program leaves a whole file: the old one or the new one.
 TEST_F(LifecycleTest, killedWhileItSnapsItLeavesWholeSettings) {
-    useDesktop("openbox");
-    if (IsSkipped()) {
-        return;
-    }
+    useDesktop();
     constexpr int rounds = 12;
     constexpr int longestLife = 60;  // milliseconds
     std::minstd_rand random(20);     // NOLINT(cert-msc51-cpp): the same moments in every run

@@ -13,22 +13,12 @@ namespace {
 
 constexpr Frame original{100, 300, 700, 450};
 constexpr Frame elsewhere{420, 480, 640, 420};
-constexpr Frame leftHalf{8, 33, 948, 1039};
-constexpr Frame topRight{964, 33, 948, 516};
 
 // The panel that opens here lies clear of the windows.
 constexpr Position pointerHome{1600, 40};
 
 class MenuControlsTest : public MenuTesting<DesktopTest> {
   protected:
-    bool begin() {
-        useDesktop("openbox");
-        if (IsSkipped()) {
-            return false;
-        }
-        program().start();
-        return true;
-    }
     /// The setting as the file has it; T's own nothing when it has none.
     template <typename T>
     T stored(const char* key) {
@@ -39,9 +29,6 @@ class MenuControlsTest : public MenuTesting<DesktopTest> {
     template <typename T>
     bool comesToBe(const char* key, const T& value) {
         return waitUntil([&] { return stored<T>(key) == value; });
-    }
-    Frame frameOf(xcb_window_t window) {
-        return desktop().windows().visibleFrame(window).value_or(Frame{});
     }
     /// The frame after everything that was asked of the program was done.
     Frame frameInTheEnd(xcb_window_t window) {
@@ -56,9 +43,7 @@ class MenuControlsTest : public MenuTesting<DesktopTest> {
 };
 
 TEST_F(MenuControlsTest, pausedTilesDoNothing) {
-    if (!begin()) {
-        return;
-    }
+    useProgram();
     const auto window = startActiveClock(original, "clock");
     const auto shown = openedAt(pointerHome);
     click(shown.switchOf(MenuSwitch::pause));
@@ -77,9 +62,7 @@ TEST_F(MenuControlsTest, pausedTilesDoNothing) {
 }
 
 TEST_F(MenuControlsTest, anIgnoredProgramIsLeftAloneUntilTheSwitchIsOffAgain) {
-    if (!begin()) {
-        return;
-    }
+    useProgram();
     program().change({{"ignored", std::string("org.example.other")}});
     program().waitUntilIdle();
     const auto window = startActiveClock(original, "clock");
@@ -104,9 +87,7 @@ TEST_F(MenuControlsTest, anIgnoredProgramIsLeftAloneUntilTheSwitchIsOffAgain) {
 }
 
 TEST_F(MenuControlsTest, tileNowIsThereWhileTilingIsOn) {
-    if (!begin()) {
-        return;
-    }
+    useProgram();
     const auto below = startActiveClock(elsewhere, "below");
     const auto front = startActiveClock(original, "front");
     const auto shown = openedAt(pointerHome);
@@ -130,9 +111,7 @@ TEST_F(MenuControlsTest, tileNowIsThereWhileTilingIsOn) {
 }
 
 TEST_F(MenuControlsTest, whatIsSavedIsAppliedByItsRow) {
-    if (!begin()) {
-        return;
-    }
+    useProgram();
     const auto first = startActiveClock(original, "first");
     const auto second = startActiveClock(elsewhere, "second");
     ASSERT_EQ(snap(first, Held::controlAlt, Key::left, leftHalf), leftHalf);
@@ -175,10 +154,7 @@ TEST_F(MenuControlsTest, whatIsSavedIsAppliedByItsRow) {
 }
 
 TEST_F(MenuControlsTest, startingItAgainOpensThePanelAtThePointer) {
-    useDesktop("openbox", Monitors::twoSideBySide);
-    if (IsSkipped()) {
-        return;
-    }
+    useDesktop(Monitors::twoSideBySide);
     program().start();
     constexpr int distance = 6;
     const auto shown = openedAt({1300, 100});
@@ -198,11 +174,7 @@ TEST_F(MenuControlsTest, startingItAgainOpensThePanelAtThePointer) {
 }
 
 TEST_F(MenuControlsTest, withoutAWindowManagerTheTilesAreOff) {
-    useDesktop("openbox");
-    if (IsSkipped()) {
-        return;
-    }
-    program().start();
+    useProgram();
     const auto window = startActiveClock(original, "clock");
     desktop().killWindowManager();
     program().waitUntilIdle();

@@ -4,7 +4,6 @@
 #include "desktop_fixture.h"
 #include "menu_panel.h"
 
-#include <algorithm>
 #include <chrono>
 #include <optional>
 #include <string>
@@ -23,11 +22,8 @@ class MenuTesting : public Base {
 
     /// The panel while it is shown.
     std::optional<MenuPanel> panel() {
-        const auto shown = desktop().windows().unmanagedOf(program().process().pid());
-        const auto found = std::find_if(shown.begin(), shown.end(), [](const Frame& frame) {
-            return frame.width == MenuPanel::width;
-        });
-        return found != shown.end() ? std::optional(MenuPanel(*found)) : std::nullopt;
+        const auto shown = this->pictureOfWidth(MenuPanel::width);
+        return shown ? std::optional(MenuPanel(*shown)) : std::nullopt;
     }
     bool waitUntilOpen() {
         return waitUntil([&] { return panel().has_value(); });

@@ -7,11 +7,7 @@ namespace {
 using MenuFocusTest = MenuTesting<WindowManagerTest>;
 
 TEST_P(MenuFocusTest, theFirstWindowThatBecomesActiveTakesTheKeyboard) {
-    useDesktop(GetParam());
-    if (IsSkipped()) {
-        return;
-    }
-    program().start();
+    useProgram();
     ASSERT_TRUE(waitUntil([&] { return !desktop().windows().active(); }));
     opened();
     ASSERT_TRUE(panel());

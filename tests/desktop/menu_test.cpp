@@ -1,11 +1,8 @@
 // The status item's panel over the windows of others: it is never in front of them, its tiles act
 // on the one that was, and there are as many ways out as there are of going on with one's work.
 #include "menu_fixture.h"
+#include "typing_terminal.h"
 
-#include <algorithm>
-#include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <string>
 #include <variant>
 #include <vector>
@@ -15,46 +12,12 @@ namespace {
 
 constexpr Frame original{100, 300, 700, 450};
 constexpr Frame otherFrame{100, 780, 700, 250};
-constexpr Frame leftHalf{8, 33, 948, 1039};
-constexpr Frame rightHalf{964, 33, 948, 1039};
-constexpr Frame topRight{964, 33, 948, 516};
-constexpr Frame bottomLeft{8, 556, 948, 516};
 
 // The panel that opens here lies clear of the windows.
 constexpr Position pointerHome{1600, 40};
 
 class MenuTest : public MenuTesting<WindowManagerTest> {
   protected:
-    /// A terminal that writes down what is typed into it, clicks included.
-    struct Terminal {
-        xcb_window_t window = XCB_WINDOW_NONE;
-        std::filesystem::path typed;
-
-        std::string text() const {
-            std::ifstream file(typed);
-            return {std::istreambuf_iterator<char>(file), {}};
-        }
-    };
-    Terminal startTerminal(const Frame& frame, const std::string& name) {
-        Terminal terminal;
-        terminal.typed = desktop().home() / name;
-        // The control sequence asks for the presses of buttons.
-        const auto script = "stty raw -echo; printf '\\033[?9h'; : > '" + terminal.typed.string() +
-                            "'; cat > '" + terminal.typed.string() + "'";
-        terminal.window =
-            desktop().startWithWindow({"xterm", "-title", name, "-e", "sh", "-c", script});
-        EXPECT_TRUE(waitUntil([&] { return std::filesystem::exists(terminal.typed); }));
-        desktop().windows().place(terminal.window, frame);
-        desktop().windows().activate(terminal.window);
-        return terminal;
-    }
-    /// Types into the terminal in front and gives all that it ever got.
-    std::string typedAfter(const Terminal& terminal, Key key) {
-        const auto before = terminal.text().size();
-        desktop().keyboard().tap(key);
-        EXPECT_TRUE(waitUntil([&] { return terminal.text().size() > before; }));
-        return terminal.text();
-    }
     /// The window that has the input focus, as the server knows it.
     xcb_window_t focus() {
         const Reply<xcb_get_input_focus_reply_t> reply(xcb_get_input_focus_reply(
@@ -69,16 +32,12 @@ class MenuTest : public MenuTesting<WindowManagerTest> {
 };
 
 TEST_P(MenuTest, theWindowInFrontStaysThereWhileThePanelIsUsed) {
-    useDesktop(GetParam());
-    if (IsSkipped()) {
-        return;
-    }
-    program().start();
-    const auto terminal = startTerminal(original, "typed");
+    useProgram();
+    const TypingTerminal terminal(desktop(), original);
     const xcb_window_t focused = focus();
     const auto expectInFront = [&](const char* when) {
         program().waitUntilIdle();
-        EXPECT_EQ(desktop().windows().active(), terminal.window) << when;
+        EXPECT_EQ(desktop().windows().active(), terminal.window()) << when;
         EXPECT_EQ(focus(), focused) << when;
     };
     auto shown = openedAt(pointerHome);
@@ -96,19 +55,14 @@ TEST_P(MenuTest, theWindowInFrontStaysThereWhileThePanelIsUsed) {
     EXPECT_TRUE(panel()) << "asked for again";
 
     click(shown.tile(MenuTile::rightHalf));
-    EXPECT_EQ(desktop().windows().settleWithinIncrements(terminal.window, rightHalf), rightHalf);
+    EXPECT_EQ(desktop().windows().settleWithinIncrements(terminal.window(), rightHalf), rightHalf);
     EXPECT_TRUE(waitUntilClosed());
     expectInFront("snapped");
-    EXPECT_EQ(typedAfter(terminal, Key::slash), "/")
-        << "the terminal got what was not meant for it";
+    EXPECT_EQ(terminal.textAfter(Key::slash), "/") << "the terminal got what was not meant for it";
 }
 
 TEST_P(MenuTest, itIsUsedByKeyboardAlone) {
-    useDesktop(GetParam());
-    if (IsSkipped()) {
-        return;
-    }
-    program().start();
+    useProgram();
     const auto window = startClock(original);
     desktop().windows().activate(window);
     const auto type = [&](const std::vector<Key>& keys) {
@@ -145,28 +99,24 @@ TEST_P(MenuTest, itIsUsedByKeyboardAlone) {
 }
 
 TEST_P(MenuTest, everyWayOutWorks) {
-    useDesktop(GetParam());
-    if (IsSkipped()) {
-        return;
-    }
-    program().start();
-    const auto other = startTerminal(otherFrame, "other");
-    const auto terminal = startTerminal(original, "typed");
+    useProgram();
+    const TypingTerminal other(desktop(), otherFrame, "other");
+    const TypingTerminal terminal(desktop(), original);
 
     openedAt(pointerHome);
     desktop().keyboard().tap(Key::escape);
     EXPECT_TRUE(waitUntilClosed());
-    EXPECT_EQ(typedAfter(terminal, Key::slash), "/") << "Escape was for the panel";
+    EXPECT_EQ(terminal.textAfter(Key::slash), "/") << "Escape was for the panel";
 
     opened();
-    const Frame below = desktop().windows().visibleFrame(other.window).value_or(Frame{});
+    const Frame below = desktop().windows().visibleFrame(other.window()).value_or(Frame{});
     click({below.x + below.width / 2, below.y + below.height / 2});
     EXPECT_TRUE(waitUntilClosed());
-    EXPECT_TRUE(waitUntil([&] { return desktop().windows().active() == other.window; }));
+    EXPECT_TRUE(waitUntil([&] { return desktop().windows().active() == other.window(); }));
     EXPECT_TRUE(waitUntil([&] { return !other.text().empty(); })) << "the click was for the window";
 
     openedAt(pointerHome);
-    desktop().windows().activate(terminal.window);
+    desktop().windows().activate(terminal.window());
     EXPECT_TRUE(waitUntilClosed()) << "another window is active";
 
     for (const Button button : {Button::left, Button::right}) {
@@ -181,19 +131,15 @@ TEST_P(MenuTest, everyWayOutWorks) {
     // Not every window manager comes with more than one.
     desktop().keyboard().tap(Key::escape);
     desktop().run({"wmctrl", "-n", "2"});
-    desktop().windows().activate(terminal.window);
+    desktop().windows().activate(terminal.window());
     openedAt(pointerHome);
     desktop().run({"wmctrl", "-s", "1"});
     EXPECT_TRUE(waitUntilClosed()) << "another workspace is shown";
 }
 
 TEST_P(MenuTest, commandAndQEndsTheProgram) {
-    useDesktop(GetParam());
-    if (IsSkipped()) {
-        return;
-    }
-    program().start();
-    const auto terminal = startTerminal(original, "typed");
+    useProgram();
+    const TypingTerminal terminal(desktop(), original);
     const auto shown = openedAt(pointerHome);
     click(shown.switchOf(MenuSwitch::pause));
     program().waitUntilIdle();
@@ -201,7 +147,7 @@ TEST_P(MenuTest, commandAndQEndsTheProgram) {
     EXPECT_EQ(program().process().waitForEnd(patience),
               (ProcessEnd{.exitCode = 0, .signal = std::nullopt}));
     EXPECT_TRUE(isStored("paused"));
-    EXPECT_EQ(typedAfter(terminal, Key::slash), "/") << "the keyboard is free again";
+    EXPECT_EQ(terminal.textAfter(Key::slash), "/") << "the keyboard is free again";
 
     program().start();
     click(openedAt(pointerHome).quit());
@@ -215,11 +161,7 @@ INSTANTIATE_TEST_SUITE_P(On, MenuTest, testedWindowManagers(), windowManagerName
 using MenuOverPrograms = MenuTesting<DesktopTest>;
 
 TEST_F(MenuOverPrograms, aTileSnapsWindowsOfEveryToolkit) {
-    useDesktop("openbox");
-    if (IsSkipped()) {
-        return;
-    }
-    program().start();
+    useProgram();
     for (const char* command : {"mousepad", "gtk3-demo", "/usr/lib/qt6/bin/linguist"}) {
         const xcb_window_t window = desktop().startWithWindow({command});
         desktop().windows().activate(window);
@@ -234,11 +176,7 @@ TEST_F(MenuOverPrograms, aTileSnapsWindowsOfEveryToolkit) {
 }
 
 TEST_F(MenuOverPrograms, theWindowInFrontMayDieBeforeATileIsClicked) {
-    useDesktop("openbox");
-    if (IsSkipped()) {
-        return;
-    }
-    program().start();
+    useProgram();
     constexpr Frame below{300, 600, 640, 420};
     const xcb_window_t survivor = startClock(below, "survivor");
     const xcb_window_t victim = startClock(original, "victim");
@@ -259,19 +197,10 @@ TEST_F(MenuOverPrograms, theWindowInFrontMayDieBeforeATileIsClicked) {
 }
 
 TEST_F(MenuOverPrograms, panelAndLauncherGiveWayToEachOther) {
-    useDesktop("openbox");
-    if (IsSkipped()) {
-        return;
-    }
-    program().start();
+    useProgram();
     const xcb_window_t window = startClock(original);
     desktop().windows().activate(window);
-    constexpr int launcherWidth = 472;
-    const auto launcherIsOpen = [&] {
-        const auto shown = desktop().windows().unmanagedOf(program().process().pid());
-        return std::any_of(shown.begin(), shown.end(),
-                           [](const Frame& frame) { return frame.width == launcherWidth; });
-    };
+    const auto launcherIsOpen = [&] { return pictureOfWidth(launcherWidth).has_value(); };
     for (int round = 0; round < 2; ++round) {
         openedAt(pointerHome);
         desktop().keyboard().combination({Key::rightSuper}, Key::slash);

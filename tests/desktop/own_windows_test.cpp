@@ -16,11 +16,6 @@ constexpr std::string_view tourTitle = "Welcome to Tessellon";
 
 class OwnWindowsTest : public MenuTesting<WindowManagerTest> {
   protected:
-    bool begin() {
-        useDesktop(GetParam());
-        return !IsSkipped();
-    }
-
     std::optional<xcb_window_t> windowTitled(std::string_view title) {
         return desktop().windows().waitForTitled(program().process().pid(), title);
     }
@@ -51,10 +46,7 @@ class OwnWindowsTest : public MenuTesting<WindowManagerTest> {
 };
 
 TEST_P(OwnWindowsTest, theSettingsComeToTheFrontFromThePanel) {
-    if (!begin()) {
-        return;
-    }
-    program().start();
+    useProgram();
     const auto clock = startClock({200, 200, 500, 400});
     openedAt(pointerHome);
     desktop().keyboard().combination({Key::leftSuper}, Key::comma);
@@ -93,9 +85,7 @@ TEST_P(OwnWindowsTest, theSettingsComeToTheFrontFromThePanel) {
 }
 
 TEST_P(OwnWindowsTest, theTourComesUntilItIsFinished) {
-    if (!begin()) {
-        return;
-    }
+    useDesktop();
     program().forgetSettings();
     program().start();
     const auto first = windowTitled(tourTitle);

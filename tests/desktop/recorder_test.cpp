@@ -43,14 +43,10 @@ struct Stored {
 
 class RecorderTest : public WindowManagerTest {
   protected:
-    bool begin(WindowManagerKeys keys = WindowManagerKeys::released) {
-        useDesktop(GetParam(), Monitors::one, keys);
-        if (IsSkipped()) {
-            return false;
-        }
+    void begin(WindowManagerKeys keys = WindowManagerKeys::released) {
+        useDesktop(Monitors::one, keys);
         programMayBeGone();
         startRecorder();
-        return true;
     }
     void startRecorder() {
         window = desktop().startWithWindow({TESSELLON_RECORDER_WINDOW_PATH, report()});
@@ -151,9 +147,7 @@ std::ostream& operator<<(std::ostream& out, const Stored& value) {
 }
 
 TEST_P(RecorderTest, whatIsRecordedIsAShortcutFromThenOn) {
-    if (!begin()) {
-        return;
-    }
+    begin();
     auto& keyboard = desktop().keyboard();
     record("leftHalf");
     EXPECT_TRUE(says("status", pausedStatus));
@@ -187,9 +181,7 @@ TEST_P(RecorderTest, whatIsRecordedIsAShortcutFromThenOn) {
 }
 
 TEST_P(RecorderTest, everyWayOutLeavesTheKeyboardToOthers) {
-    if (!begin()) {
-        return;
-    }
+    begin();
     auto& keyboard = desktop().keyboard();
     const auto before = keymap();
     record("topHalf");
@@ -231,9 +223,7 @@ TEST_P(RecorderTest, everyWayOutLeavesTheKeyboardToOthers) {
 }
 
 TEST_P(RecorderTest, itEndsWithItsWindowWhenNoOtherBecomesActive) {
-    if (!begin()) {
-        return;
-    }
+    begin();
     record("topHalf");
     desktop().windows().minimize(window);
     EXPECT_TRUE(isIdle());
@@ -243,9 +233,7 @@ TEST_P(RecorderTest, itEndsWithItsWindowWhenNoOtherBecomesActive) {
 }
 
 TEST_P(RecorderTest, aKeyThatIsHeldReachesNobodyElse) {
-    if (!begin()) {
-        return;
-    }
+    begin();
     auto& keyboard = desktop().keyboard();
     record("leftHalf");
     keyboard.press(Key::leftControl);
@@ -269,9 +257,7 @@ TEST_P(RecorderTest, aKeyThatIsHeldReachesNobodyElse) {
 }
 
 TEST_P(RecorderTest, whatAnotherProgramHoldsIsRecordedAndMarked) {
-    if (!begin()) {
-        return;
-    }
+    begin();
     XSession other(desktop().display());
     const auto j = static_cast<xcb_keycode_t>(Key::j);
     const auto commandMask = XCB_MOD_MASK_4;
@@ -291,9 +277,7 @@ TEST_P(RecorderTest, whatAnotherProgramHoldsIsRecordedAndMarked) {
 }
 
 TEST_P(RecorderTest, aFurtherLevelOfTheLayoutIsNoPartOfAShortcut) {
-    if (!begin()) {
-        return;
-    }
+    begin();
     desktop().run({"setxkbmap", "de"});
     record("leftHalf");
     desktop().keyboard().combination({Key::leftControl, rightAlt}, Key::h);
@@ -306,9 +290,7 @@ TEST_P(RecorderTest, aFurtherLevelOfTheLayoutIsNoPartOfAShortcut) {
 }
 
 TEST_P(RecorderTest, theWindowMayBeMovedMeanwhile) {
-    if (!begin()) {
-        return;
-    }
+    begin();
     record("leftHalf");
     const auto at = desktop().windows().visibleFrame(window).value_or(Frame{});
     auto& pointer = desktop().pointer();
@@ -328,9 +310,7 @@ TEST_P(RecorderTest, theWindowMayBeMovedMeanwhile) {
 }
 
 TEST_P(RecorderTest, everyKeyOfEveryLayoutCanBeRecorded) {
-    if (!begin()) {
-        return;
-    }
+    begin();
     const auto expectRecorded = [&](const std::vector<Key>& held, Key key, const Stored& expected) {
         EXPECT_EQ(afterRecording("leftHalf", held, key, expected), expected);
         const auto before = state()["fired"];
@@ -358,9 +338,7 @@ class WindowManagerKeysRecorderTest : public RecorderTest {};
 
 // Alt and Tab would show a list of windows.
 TEST_P(WindowManagerKeysRecorderTest, theWindowManagersCombinationsCanBeRecorded) {
-    if (!begin(WindowManagerKeys::asShipped)) {
-        return;
-    }
+    begin(WindowManagerKeys::asShipped);
     startClock({100, 300, 300, 300});
     ASSERT_TRUE(desktop().x().combinationIsHeld(static_cast<std::uint8_t>(tab), XCB_MOD_MASK_1));
     desktop().windows().activate(window);
@@ -380,9 +358,7 @@ INSTANTIATE_TEST_SUITE_P(On, WindowManagerKeysRecorderTest, ::testing::Values("o
 class HeldKeyboardRecorderTest : public RecorderTest {};
 
 TEST_P(HeldKeyboardRecorderTest, itEndsWhenSomebodyKeepsTheKeyboard) {
-    if (!begin()) {
-        return;
-    }
+    begin();
     ASSERT_TRUE(desktop().keyboard().grab());
     click("topHalf");
     EXPECT_TRUE(waitUntil([&] { return says("recording", "snap.topHalf"); }));
@@ -399,9 +375,7 @@ INSTANTIATE_TEST_SUITE_P(On, HeldKeyboardRecorderTest, ::testing::Values("xfwm4"
 class OpenboxRecorderTest : public RecorderTest {};
 
 TEST_P(OpenboxRecorderTest, itEndsWhereTheFocusFollowsThePointerElsewhere) {
-    if (!begin()) {
-        return;
-    }
+    begin();
     const xcb_window_t clock = startClock({100, 300, 300, 300});
     std::ofstream(desktop().home() / ".config/openbox/rc.xml") << R"(<?xml version="1.0"?>
 <openbox_config xmlns="http://openbox.org/3.4/rc">

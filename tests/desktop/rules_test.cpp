@@ -5,17 +5,11 @@ namespace tessellon::desktop {
 namespace {
 
 constexpr Frame original{300, 200, 700, 500};
-constexpr Frame leftHalf{8, 33, 948, 1039};
-constexpr Frame topLeft{8, 33, 948, 516};
 
 using RulesTest = WindowManagerTest;
 
 TEST_P(RulesTest, smallWindowsStayUnlessTheRuleIsOff) {
-    useDesktop(GetParam());
-    if (IsSkipped()) {
-        return;
-    }
-    program().start();
+    useProgram();
     const Frame small{300, 200, 399, 300};
     const xcb_window_t window = startClock(small);
     EXPECT_EQ(afterPress(window, Held::controlAlt, Key::left), small);
@@ -33,12 +27,7 @@ INSTANTIATE_TEST_SUITE_P(On, RulesTest, testedWindowManagers(), windowManagerNam
 using SettingsTest = DesktopTest;
 
 TEST_F(SettingsTest, ignoredApplicationsAreNotTouched) {
-    useDesktop("openbox");
-    if (IsSkipped()) {
-        return;
-    }
-    program().change({{"ignored", std::string("org.example.other\n\n  XClock \n")}});
-    program().start();
+    useProgram({{"ignored", std::string("org.example.other\n\n  XClock \n")}});
     const xcb_window_t clock = startClock(original);
     const xcb_window_t editor = desktop().startWithWindow({"mousepad"});
     EXPECT_EQ(afterPress(clock, Held::controlAlt, Key::left), original);
@@ -51,12 +40,7 @@ TEST_F(SettingsTest, ignoredApplicationsAreNotTouched) {
 }
 
 TEST_F(SettingsTest, gapsAndPauseAreReadAtEveryAction) {
-    useDesktop("openbox");
-    if (IsSkipped()) {
-        return;
-    }
-    program().change({{"gap", 0.0}, {"padding", 0.0}});
-    program().start();
+    useProgram({{"gap", 0.0}, {"padding", 0.0}});
     const xcb_window_t window = startClock(original);
     const Frame withoutGaps{0, 25, 960, 1055};
     EXPECT_EQ(snap(window, Held::controlAlt, Key::left, withoutGaps), withoutGaps);
@@ -69,10 +53,7 @@ TEST_F(SettingsTest, gapsAndPauseAreReadAtEveryAction) {
 }
 
 TEST_F(SettingsTest, anUnreadableFileIsKeptAsideAndReported) {
-    useDesktop("openbox");
-    if (IsSkipped()) {
-        return;
-    }
+    useDesktop();
     programMaySpeak();
     program().change({{"gap", 20.0}});
     const std::filesystem::path file = program().settingsFile();

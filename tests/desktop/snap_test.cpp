@@ -10,17 +10,8 @@ namespace {
 
 using SnapTest = WindowManagerTest;
 
-constexpr Frame leftHalf{8, 33, 948, 1039};
-constexpr Frame leftThird{8, 33, 631, 1039};
-constexpr Frame leftTwoThirds{8, 33, 1266, 1039};
-constexpr Frame topRight{964, 33, 948, 516};
-
 TEST_P(SnapTest, everyPlaceIsExactAndRestoreGivesTheFirstFrameBack) {
-    useDesktop(GetParam());
-    if (IsSkipped()) {
-        return;
-    }
-    program().start();
+    useProgram();
     const Frame original{201, 150, 703, 500};
     const xcb_window_t window = startClock(original);
     for (const Shortcut& shortcut : placeShortcuts) {
@@ -32,22 +23,14 @@ TEST_P(SnapTest, everyPlaceIsExactAndRestoreGivesTheFirstFrameBack) {
 }
 
 TEST_P(SnapTest, centerKeepsTheSize) {
-    useDesktop(GetParam());
-    if (IsSkipped()) {
-        return;
-    }
-    program().start();
+    useProgram();
     const xcb_window_t window = startClock({100, 100, 800, 600});
     const Frame centered{560, 252, 800, 601};
     EXPECT_EQ(snap(window, Held::controlAlt, Key::c, centered), centered);
 }
 
 TEST_P(SnapTest, programsOfSeveralToolkits) {
-    useDesktop(GetParam());
-    if (IsSkipped()) {
-        return;
-    }
-    program().start();
+    useProgram();
     struct Client {
         std::vector<std::string> command;
         bool wholeCells = false;
@@ -78,11 +61,7 @@ TEST_P(SnapTest, programsOfSeveralToolkits) {
 }
 
 TEST_P(SnapTest, aMaximizedWindowIsSnapped) {
-    useDesktop(GetParam());
-    if (IsSkipped()) {
-        return;
-    }
-    program().start();
+    useProgram();
     const std::vector<std::vector<std::string>> clients{{"mousepad"}, {"gtk3-demo"}};
     for (const auto& client : clients) {
         const xcb_window_t window = desktop().startWithWindow(client);
@@ -94,11 +73,7 @@ TEST_P(SnapTest, aMaximizedWindowIsSnapped) {
 }
 
 TEST_P(SnapTest, theSameShortcutStepsThroughSizes) {
-    useDesktop(GetParam());
-    if (IsSkipped()) {
-        return;
-    }
-    program().start();
+    useProgram();
     const xcb_window_t window = startClock({300, 200, 700, 500});
     EXPECT_EQ(snap(window, Held::controlAlt, Key::left, leftHalf), leftHalf);
     program().waitUntilIdle();
@@ -116,11 +91,7 @@ TEST_P(SnapTest, theSameShortcutStepsThroughSizes) {
 }
 
 TEST_P(SnapTest, restoreWorksAfterARestartOfTheProgram) {
-    useDesktop(GetParam());
-    if (IsSkipped()) {
-        return;
-    }
-    program().start();
+    useProgram();
     const Frame original{333, 222, 777, 555};
     const xcb_window_t window = startClock(original);
     ASSERT_EQ(snap(window, Held::controlAlt, Key::i, topRight), topRight);

@@ -2,8 +2,8 @@
 // dies: it is taken away, and the program goes on as if nothing had been.
 #include "dragging.h"
 #include "harness/logind.h"
+#include "menu_panel.h"
 
-#include <algorithm>
 #include <array>
 #include <optional>
 #include <string>
@@ -14,9 +14,6 @@ namespace {
 
 enum class Shown { grid, launcher, menu };
 enum class Turn { sleep, displays, windowManager };
-
-constexpr std::int32_t launcherWidth = 472;
-constexpr std::int32_t menuWidth = 330;
 
 class TransientTest : public Dragging<DesktopTest>,
                       public ::testing::WithParamInterface<std::tuple<Shown, Turn>> {
@@ -38,18 +35,14 @@ class TransientTest : public Dragging<DesktopTest>,
                 second.launch();
                 EXPECT_EQ(second.process().waitForEnd(patience),
                           (ProcessEnd{.exitCode = 0, .signal = std::nullopt}));
-                ASSERT_TRUE(waitUntilOneIsWide(menuWidth));
+                ASSERT_TRUE(waitUntilOneIsWide(MenuPanel::width));
                 break;
             }
         }
     }
 
-    bool waitUntilOneIsWide(std::int32_t width) {
-        return waitUntil([&] {
-            const auto shown = pictures();
-            return std::any_of(shown.begin(), shown.end(),
-                               [&](const Frame& frame) { return frame.width == width; });
-        });
+    bool waitUntilOneIsWide(int width) {
+        return waitUntil([&] { return pictureOfWidth(width).has_value(); });
     }
 
     void happen(Turn turn) {
@@ -80,11 +73,7 @@ class TransientTest : public Dragging<DesktopTest>,
 
 TEST_P(TransientTest, nothingStaysOnTheScreen) {
     const auto [what, turn] = GetParam();
-    useDesktop("openbox");
-    if (IsSkipped()) {
-        return;
-    }
-    program().start();
+    useProgram();
     useLogind();
     const xcb_window_t window = startClock(original);
     desktop().windows().activate(window);

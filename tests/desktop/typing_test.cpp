@@ -25,9 +25,7 @@ class TypingTest : public InputTest {
 };
 
 TEST_P(TypingTest, theProgramInFrontSeesItsKeysAsIfNobodyListened) {
-    if (!begin(GetParam())) {
-        return;
-    }
+    begin();
     auto& keyboard = desktop().keyboard();
     const auto transcript = [&] {
         log->clear();
@@ -59,9 +57,7 @@ TEST_P(TypingTest, theProgramInFrontSeesItsKeysAsIfNobodyListened) {
 }
 
 TEST_P(TypingTest, whatFollowsTheKeyThatClosesIsForTheProgramInFront) {
-    if (!begin(GetParam())) {
-        return;
-    }
+    begin();
     std::string typed;
     std::optional<Token> focus;
     const KeyboardFocus::Receiver receiver{.key =
@@ -96,9 +92,7 @@ INSTANTIATE_TEST_SUITE_P(On, TypingTest, testedWindowManagers(), windowManagerNa
 class OpenboxTypingTest : public TypingTest {};
 
 TEST_P(OpenboxTypingTest, theChordThatClosesMayBeHeld) {
-    if (!begin(GetParam())) {
-        return;
-    }
+    begin();
     desktop().run({"xset", "r", "rate", "50", "50"});
     int repeats = 0;
     std::optional<Token> focus;
@@ -136,9 +130,7 @@ TEST_P(OpenboxTypingTest, theChordThatClosesMayBeHeld) {
 }
 
 TEST_P(OpenboxTypingTest, aChordThatRepeatsLateIsStillTheSamePress) {
-    if (!begin(GetParam())) {
-        return;
-    }
+    begin();
     desktop().run({"xset", "r", "rate", "2200", "50"});
     int presses = 0;
     int repeats = 0;
@@ -160,9 +152,7 @@ TEST_P(OpenboxTypingTest, aChordThatRepeatsLateIsStillTheSamePress) {
 }
 
 TEST_P(OpenboxTypingTest, aChordThatMeetsTheEndOfATypingKeepsNothing) {
-    if (!begin(GetParam())) {
-        return;
-    }
+    begin();
     const KeyboardFocus::Receiver receiver{.key = [](const TypedKey&) {}, .lost = {}};
     int chords = 0;
     std::optional<Token> focus;
@@ -186,9 +176,7 @@ TEST_P(OpenboxTypingTest, aChordThatMeetsTheEndOfATypingKeepsNothing) {
 }
 
 TEST_P(OpenboxTypingTest, aLayoutThatIsSetMeanwhileCounts) {
-    if (!begin(GetParam())) {
-        return;
-    }
+    begin();
     std::string typed;
     const auto focus =
         real->keyboardFocus().take({}, {.key =
@@ -208,9 +196,7 @@ TEST_P(OpenboxTypingTest, aLayoutThatIsSetMeanwhileCounts) {
 }
 
 TEST_P(OpenboxTypingTest, keysTellOfTheirLayoutAndItsLevels) {
-    if (!begin(GetParam())) {
-        return;
-    }
+    begin();
     std::vector<KeyEvent> events;
     const auto focus =
         real->keyboardFocus().take({}, {.key =
@@ -263,9 +249,7 @@ TEST_P(OpenboxTypingTest, keysTellOfTheirLayoutAndItsLevels) {
 }
 
 TEST_P(OpenboxTypingTest, anyOtherWindowThatBecomesActiveTakesTheKeyboard) {
-    if (!begin(GetParam())) {
-        return;
-    }
+    begin();
     auto& x = desktop().x();
     const auto announce = [&](xcb_window_t window) {
         x.setValues(x.root(), "_NET_ACTIVE_WINDOW", "WINDOW", {window});

@@ -35,15 +35,14 @@ std::vector<std::string> commandOf(Subject subject) {
 
 }  // namespace
 
-bool MatrixTest::begin(std::vector<Row> rows, Monitors monitors) {
+void MatrixTest::begin(std::vector<Row> rows, Monitors monitors) {
     rows_ = std::move(rows);
     for (const Row row : rows_) {
         for (const Subject subject : textOf(row).subjects) {
             outcomes().forget({GetParam(), row, subject});
         }
     }
-    useDesktop(GetParam(), monitors);
-    return !IsSkipped();
+    useDesktop(monitors);
 }
 
 void MatrixTest::TearDown() {
@@ -139,10 +138,6 @@ bool MatrixTest::sendAndNote(Row row, Subject subject, xcb_window_t window, Held
     desktop().windows().activate(window);
     desktop().keyboard().combination(held, key);
     return notePlace(row, subject, window, wanted, before);
-}
-
-Frame MatrixTest::frameOf(xcb_window_t window) {
-    return desktop().windows().visibleFrame(window).value_or(Frame{});
 }
 
 std::chrono::milliseconds MatrixTest::patienceFor(Row row, Subject subject) const {

@@ -3,9 +3,7 @@
 //
 //     using LeftAloneTest = MatrixTest;
 //     TEST_P(LeftAloneTest, dialogs) {
-//         if (!begin({Row::leftAlone})) {
-//             return;
-//         }
+//         begin({Row::leftAlone});
 //         ...
 //         notePlace(Row::leftAlone, Subject::dialog, window, frame);
 //     }
@@ -36,9 +34,8 @@ namespace tessellon::desktop {
 
 class MatrixTest : public WindowManagerTest {
   protected:
-    /// Starts the desktop of a test that fills the cells of these rows. False where the window
-    /// manager is not installed.
-    bool begin(std::vector<Row> rows, Monitors monitors = Monitors::one);
+    /// Starts the desktop of a test that fills the cells of these rows.
+    void begin(std::vector<Row> rows, Monitors monitors = Monitors::one);
 
     /// Fails unless every cell was filled as it should be, and writes down the outcomes if so.
     void TearDown() override;
@@ -60,7 +57,6 @@ class MatrixTest : public WindowManagerTest {
     /// Presses the combination for the window and notes where that brings it, as notePlace does.
     bool sendAndNote(Row row, Subject subject, xcb_window_t window, Held held, Key key,
                      const Frame& wanted);
-    Frame frameOf(xcb_window_t window);
 
     /// Bring a window into that state. False, and noted for the cell, where there is none.
     bool minimize(Row row, xcb_window_t window);

@@ -3,21 +3,14 @@
 #include "harness/tray.h"
 #include "matrix.h"
 #include "menu_fixture.h"
+#include "typing_terminal.h"
 
-#include <algorithm>
-#include <filesystem>
-#include <fstream>
-#include <iterator>
-#include <string>
+#include <vector>
 
 namespace tessellon::desktop {
 namespace {
 
 constexpr Frame original{100, 300, 700, 450};
-constexpr Frame leftHalf{8, 33, 948, 1039};
-constexpr Frame rightHalf{964, 33, 948, 1039};
-constexpr Frame topLeft{8, 33, 948, 516};
-constexpr Frame topRight{964, 33, 948, 516};
 
 // The panel that opens here lies clear of the windows.
 constexpr Position pointerHome{1600, 40};
@@ -30,39 +23,19 @@ constexpr unsigned numLock = XCB_MOD_MASK_2;
 
 class PanelMatrixTest : public MenuTesting<MatrixTest> {
   protected:
-    /// A terminal in front that writes down what is typed into it.
-    xcb_window_t startTerminal() {
-        const auto script = "stty raw -echo; : > '" + typedFile().string() + "'; cat > '" +
-                            typedFile().string() + "'";
-        const auto window = desktop().startWithWindow({"xterm", "-e", "sh", "-c", script});
-        EXPECT_TRUE(waitUntil([&] { return std::filesystem::exists(typedFile()); }));
-        desktop().windows().place(window, original);
-        desktop().windows().activate(window);
-        return window;
-    }
-    std::string typed() {
-        std::ifstream file(typedFile());
-        return {std::istreambuf_iterator<char>(file), {}};
-    }
     /// Types a key after what was typed before, and notes whether it and nothing else arrives in
     /// the terminal, which is in front still.
-    void noteKeyboardIsBack(Row row, xcb_window_t terminal) {
-        const auto before = typed();
-        desktop().keyboard().tap(Key::slash);
-        waitUntil([&] { return typed() != before; });
-        const bool isActive = desktop().windows().active() == terminal;
+    void noteKeyboardIsBack(Row row, const TypingTerminal& terminal) {
+        const auto before = terminal.text();
+        const auto after = terminal.textAfter(Key::slash);
+        const bool isActive = desktop().windows().active() == terminal.window();
         note(row, Subject::wholeCells,
-             !isActive                 ? "not in front any more"
-             : typed() != before + "/" ? "keys went astray"
-                                       : exact);
+             !isActive               ? "not in front any more"
+             : after != before + "/" ? "keys went astray"
+                                     : exact);
     }
 
-    bool launcherIsOpen() {
-        constexpr std::int32_t launcherWidth = 472;
-        const auto shown = desktop().windows().unmanagedOf(program().process().pid());
-        return std::any_of(shown.begin(), shown.end(),
-                           [](const Frame& frame) { return frame.width == launcherWidth; });
-    }
+    bool launcherIsOpen() { return pictureOfWidth(launcherWidth).has_value(); }
     void openLauncher() {
         program().waitUntilIdle();
         desktop().keyboard().combination({Key::rightSuper}, Key::slash);
@@ -91,15 +64,10 @@ class PanelMatrixTest : public MenuTesting<MatrixTest> {
         note(row, Subject::plain,
              desktop().windows().active() == window ? exact : "not in front any more");
     }
-
-  private:
-    std::filesystem::path typedFile() { return desktop().home() / "typed"; }
 };
 
 TEST_P(PanelMatrixTest, launcher) {
-    if (!begin({Row::launcher})) {
-        return;
-    }
+    begin({Row::launcher});
     program().start();
     desktop().pointer().jumpTo(inFront);
     const auto clock = startSubject(Subject::plain, original);
@@ -115,7 +83,7 @@ TEST_P(PanelMatrixTest, launcher) {
     expectLauncherCloses();
     noteInFront(Row::launcher, clock);
 
-    const auto terminal = startTerminal();
+    const TypingTerminal terminal(desktop(), original);
     openLauncher();
     type({Key::escape});
     expectLauncherCloses();
@@ -123,15 +91,14 @@ TEST_P(PanelMatrixTest, launcher) {
     // Faster than anybody can follow.
     desktop().keyboard().combinationThenTyped({Key::rightSuper}, Key::slash,
                                               {Key::m, Key::a, Key::x, Key::enter});
-    EXPECT_EQ(desktop().windows().settleWithinIncrements(terminal, usableArea), usableArea);
+    EXPECT_EQ(desktop().windows().settleWithinIncrements(terminal.window(), usableArea),
+              usableArea);
     expectLauncherCloses();
     noteKeyboardIsBack(Row::launcher, terminal);
 }
 
 TEST_P(PanelMatrixTest, panel) {
-    if (!begin({Row::panel, Row::trayIcon})) {
-        return;
-    }
+    begin({Row::panel, Row::trayIcon});
     if (!programExists(trayProgram(TrayKind::tint2))) {
         GTEST_SKIP() << trayProgram(TrayKind::tint2) << " is not installed";
     }
@@ -149,7 +116,7 @@ TEST_P(PanelMatrixTest, panel) {
     notePlace(Row::panel, Subject::plain, clock, leftHalf, rightHalf);
     EXPECT_TRUE(waitUntilClosed());
 
-    const auto terminal = startTerminal();
+    const TypingTerminal terminal(desktop(), original);
     opened();
     type({Key::m, Key::escape});
     EXPECT_TRUE(waitUntilClosed());
@@ -180,9 +147,7 @@ TEST_P(PanelMatrixTest, panel) {
 }
 
 TEST_P(PanelMatrixTest, locks) {
-    if (!begin({Row::locks})) {
-        return;
-    }
+    begin({Row::locks});
     program().start();
     const auto clock = startSubject(Subject::plain, original);
     desktop().windows().activate(clock);
