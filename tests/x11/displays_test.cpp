@@ -61,13 +61,20 @@ TEST(VisibleArea, MeasuresFromTheEdgesOfTheWholeDesktop) {
     EXPECT_EQ(visibleArea(leftMonitor, root, {&inner}, std::nullopt), leftMonitor);
 }
 
-TEST(VisibleArea, NeverComesOutEmpty) {
+TEST(VisibleArea, LeavesRoomForWindowsWhateverDocksSay) {
     Strut absurd;
     absurd.top = 700;
     absurd.bottom = 700;
     absurd.topEnd = absurd.bottomEnd = 3199;
-    const auto panel = dock({0, 0, 1920, 700}, absurd);
+    auto panel = dock({0, 0, 1920, 700}, absurd);
     EXPECT_EQ(visibleArea(leftMonitor, root, {&panel}, std::nullopt), leftMonitor);
+    absurd.bottom = 280;
+    panel.strut = absurd;
+    EXPECT_EQ(visibleArea(leftMonitor, root, {&panel}, std::nullopt), (Rect{0, 700, 1920, 100}));
+    absurd.bottom = 281;
+    panel.strut = absurd;
+    EXPECT_EQ(visibleArea(leftMonitor, root, {&panel}, std::nullopt), leftMonitor);
+    EXPECT_EQ(visibleArea(leftMonitor, leftMonitor, {}, Rect{0, 0, 1920, 99}), leftMonitor);
 }
 
 TEST(VisibleArea, BelievesTheWorkAreaOfASingleMonitor) {

@@ -21,6 +21,12 @@ bool overlaps(double aMin, double aMax, double bMin, double bMax) {
     return std::min(aMax, bMax) > std::max(aMin, bMin);
 }
 
+/// Docks that leave less than that are wrong about what they need.
+bool isRoomForWindows(const Rect& area) {
+    constexpr double least = 100;  // pixels
+    return area.width >= least && area.height >= least;
+}
+
 /// Whether a dock's reservation is meant for this monitor: the dock is on it, or, hidden somewhere
 /// off screen, on none.
 bool concerns(const ClientWindow& dock, const Rect& monitor, const Rect& root) {
@@ -69,14 +75,11 @@ Rect visibleArea(const Rect& monitor, const Rect& root,
             bottom = edge > monitor.minY() ? std::min(bottom, edge) : bottom;
         }
     }
-    const Rect area{left, top, right - left, bottom - top};
-    if (area.isEmpty()) {
-        return monitor;
-    }
+    Rect area{left, top, right - left, bottom - top};
     if (workArea) {
-        return area.intersection(*workArea).value_or(area);
+        area = area.intersection(*workArea).value_or(area);
     }
-    return area;
+    return isRoomForWindows(area) ? area : monitor;
 }
 
 X11Displays::X11Displays(Connection& connection, WindowMirror& mirror)
