@@ -142,32 +142,63 @@ TEST_F(CompositedDragTest, theGridFollowsACompositorThatGoesAndComes) {
     releaseCommand();
 }
 
-using LateDragTest = Dragging<WindowManagerTest>;
+class LateDragTest : public Dragging<WindowManagerTest> {
+  protected:
+    /// Where a pointer on the left half comes to rest over another window.
+    static constexpr Frame below{leftHalfZone.x - 250, leftHalfZone.y - 200, 500, 400};
 
-// It moves the window when the pointer has come to rest already, over another window.
+    /// Drags a window whose title bar is pressed to the left half while the window manager rests.
+    void dragPastTheWindowManager() {
+        ASSERT_TRUE(waitUntil([&] { return desktop().x().windowManagerServes(); }));
+        program().waitUntilIdle();
+        desktop().windowManagerProcess().signal(SIGSTOP);
+        desktop().pointer().jumpTo(leftHalfZone);
+        program().waitUntilIdle();
+        EXPECT_TRUE(pictures().empty());
+        desktop().windowManagerProcess().signal(SIGCONT);
+    }
+    void dropOnTheLeftHalf(xcb_window_t window, xcb_window_t other) {
+        EXPECT_TRUE(waitUntilShown(leftHalf)) << "the preview";
+        drop();
+        EXPECT_EQ(desktop().windows().settle(window, leftHalf), leftHalf);
+        EXPECT_EQ(frameOf(other), below) << "the window that the pointer came to rest over";
+        releaseCommand();
+    }
+};
+
+// It moves the window when the pointer has come to rest already.
 TEST_P(LateDragTest, theWindowFollowsAPointerThatRests) {
     useProgram();
-    const Frame below{leftHalfZone.x - 250, leftHalfZone.y - 200, 500, 400};
     const xcb_window_t other = startClock(below);
     const xcb_window_t window = startClock(original);
     pressTitleBar(window);
     pressCommand();
-    ASSERT_TRUE(waitUntil([&] { return desktop().x().windowManagerServes(); }));
-    program().waitUntilIdle();
-    desktop().windowManagerProcess().signal(SIGSTOP);
-    desktop().pointer().jumpTo(leftHalfZone);
-    program().waitUntilIdle();
-    EXPECT_TRUE(pictures().empty());
-    desktop().windowManagerProcess().signal(SIGCONT);
-    EXPECT_TRUE(waitUntilShown(leftHalf)) << "the preview";
-    drop();
-    EXPECT_EQ(desktop().windows().settle(window, leftHalf), leftHalf);
-    EXPECT_EQ(frameOf(other), below) << "the window that the pointer came to rest over";
-    releaseCommand();
+    dragPastTheWindowManager();
+    dropOnTheLeftHalf(window, other);
 }
 
-// The others begin to move it with the motion after that.
 INSTANTIATE_TEST_SUITE_P(On, LateDragTest, ::testing::Values("xfwm4", "metacity"),
+                         windowManagerName);
+
+using LaterDragTest = LateDragTest;
+
+// The others begin to move it with the motion after that.
+TEST_P(LaterDragTest, theWindowFollowsWhenThePointerMovesOn) {
+    useProgram();
+    const xcb_window_t other = startClock(below);
+    const xcb_window_t window = startClock(original);
+    pressTitleBar(window);
+    dragPastTheWindowManager();
+    EXPECT_TRUE(waitUntil([&] {
+        const int aside = desktop().pointer().position().x == leftHalfZone.x ? 1 : 0;
+        desktop().pointer().jumpTo({leftHalfZone.x + aside, leftHalfZone.y});
+        return frameOf(window).x < original.x;
+    })) << "it is not carried along";
+    pressCommand();
+    dropOnTheLeftHalf(window, other);
+}
+
+INSTANTIATE_TEST_SUITE_P(On, LaterDragTest, ::testing::Values("openbox", "icewm", "kwin"),
                          windowManagerName);
 
 }  // namespace
