@@ -31,8 +31,8 @@ const std::vector<KnownDifference>& knownDifferences() {
          {Row::places},
          Subject::minimumSize,
          keptOnScreen,
-         "IceWM pushes a window that would hang out of the screen back until all of it is seen, "
-         "or leaves it there all the same, now the one and now the other.",
+         "IceWM leaves it to a program whether its window gets smaller than its smallest size. "
+         "When the program takes its size back, IceWM pushes the window until all of it is seen.",
          Occurs::sometimes},
         {{"i3"},
          {Row::places, Row::restore, Row::restoreAfterRestart},

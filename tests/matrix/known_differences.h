@@ -25,7 +25,7 @@ inline constexpr std::string_view none = "there is none";
 /// Nothing else is shown beside it, so that nothing can be tried.
 inline constexpr std::string_view hidesOthers = "hides all others";
 
-/// Whether a difference is there every time, or depends on who is quicker.
+/// Whether a difference is there every time, or depends on what a program does.
 enum class Occurs : std::uint8_t { always, sometimes };
 
 struct KnownDifference {

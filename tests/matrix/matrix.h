@@ -71,6 +71,7 @@ class MatrixTest : public WindowManagerTest {
 
   private:
     std::chrono::milliseconds patienceFor(Row row, Subject subject) const;
+    Frame seenWhole(const Frame& frame);
     std::string placeOutcome(xcb_window_t window, const Frame& wanted, const Frame& before);
 
     using CellKey = std::pair<Row, Subject>;
