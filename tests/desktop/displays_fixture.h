@@ -182,7 +182,7 @@ class DisplaysTesting : public Base {
 /// The window managers that are told of monitors of this kind.
 inline auto windowManagersWithDisplays() {
 #ifdef TESSELLON_MONITORS_ARE_OUTPUTS
-    return ::testing::Values("openbox", "kwin");
+    return ::testing::Values("openbox", "marco", "kwin");
 #else
     return testedWindowManagers();
 #endif

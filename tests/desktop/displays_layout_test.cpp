@@ -68,6 +68,11 @@ TEST_P(DisplayLayoutTest, everyPlaceIsExactInAStack) {
 
 INSTANTIATE_TEST_SUITE_P(On, DisplayLayoutTest, windowManagersWithDisplays(), windowManagerName);
 
+#ifdef TESSELLON_MONITORS_ARE_OUTPUTS
+INSTANTIATE_TEST_SUITE_P(OnMore, DisplayLayoutTest, ::testing::Values("fluxbox", "jwm"),
+                         windowManagerName);
+#endif
+
 using InnerDockTest = DisplayLayoutTest;
 
 // Between two displays there is no edge of the screen that a dock could measure its room from: it
