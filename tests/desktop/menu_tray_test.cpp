@@ -58,15 +58,17 @@ class MenuInTray : public MenuTrayTest, public ::testing::WithParamInterface<Tra
   protected:
     TrayKind kind() const { return std::get<0>(GetParam()); }
     TrayPlace place() const { return std::get<1>(GetParam()); }
-    bool beginWithTray(Monitors monitors = Monitors::one) {
+    void SetUp() override {
+        MenuTrayTest::SetUp();
         if (!programExists(trayProgram(kind()))) {
-            return false;
+            GTEST_SKIP() << trayProgram(kind()) << " is not installed";
         }
+    }
+    void beginWithTray(Monitors monitors = Monitors::one) {
         useBareDesktop(monitors);
         desktop().startWindowManager("openbox");
         tray = &startTray(desktop(), kind(), place());
         program().start();
-        return true;
     }
 
     Process* tray = nullptr;
@@ -78,9 +80,7 @@ std::string trayCaseName(const ::testing::TestParamInfo<TrayCase>& info) {
 }
 
 TEST_P(MenuInTray, everyClickOpensOrClosesItOnce) {
-    if (!beginWithTray()) {
-        GTEST_SKIP() << trayProgram(kind()) << " is not installed";
-    }
+    beginWithTray();
     const Frame item = iconIn(place());
     const int rightMost = screenWidth - MenuPanel::width - margin;
     for (const Button button : {Button::left, Button::right}) {
@@ -105,9 +105,7 @@ TEST_P(MenuInTray, everyClickOpensOrClosesItOnce) {
 }
 
 TEST_P(MenuInTray, theTrayMayDieWhileItIsOpen) {
-    if (!beginWithTray()) {
-        GTEST_SKIP() << trayProgram(kind()) << " is not installed";
-    }
+    beginWithTray();
     const int rightMost = screenWidth - MenuPanel::width - margin;
     expectOpensBeside(iconIn(place()), place(), rightMost);
     killTray(desktop(), *tray);
@@ -125,9 +123,7 @@ TEST_P(MenuInTray, theTrayMayDieWhileItIsOpen) {
 
 TEST_P(MenuInTray, itStaysOnTheDisplayOfTheItem) {
     // Both trays take the first display, and not the whole screen.
-    if (!beginWithTray(Monitors::twoSideBySide)) {
-        GTEST_SKIP() << trayProgram(kind()) << " is not installed";
-    }
+    beginWithTray(Monitors::twoSideBySide);
     const Frame item = iconIn(place());
     ASSERT_LT(item.x, screenWidth / 2);
     expectOpensBeside(item, place(), screenWidth / 2 - MenuPanel::width - margin);
@@ -142,6 +138,12 @@ INSTANTIATE_TEST_SUITE_P(Of, MenuInTray,
 
 class MenuElsewhereInTray : public MenuTrayTest {
   protected:
+    void SetUp() override {
+        MenuTrayTest::SetUp();
+        if (!programExists("trayer")) {
+            GTEST_SKIP() << "trayer is not installed";
+        }
+    }
     /// A tray of one icon whose left end is that far from the left edge of the screen.
     void beginWithTrayAt(int left, Monitors monitors) {
         useBareDesktop(monitors);
@@ -155,9 +157,6 @@ class MenuElsewhereInTray : public MenuTrayTest {
 };
 
 TEST_F(MenuElsewhereInTray, itIsCenteredBelowTheItemWhereThereIsRoom) {
-    if (!programExists("trayer")) {
-        GTEST_SKIP() << "trayer is not installed";
-    }
     beginWithTrayAt(600, Monitors::one);
     const Frame item = iconIn(TrayPlace::top);
     EXPECT_GE(item.x, 600);
@@ -167,9 +166,6 @@ TEST_F(MenuElsewhereInTray, itIsCenteredBelowTheItemWhereThereIsRoom) {
 }
 
 TEST_F(MenuElsewhereInTray, itDoesNotReachOverToTheDisplayBeside) {
-    if (!programExists("trayer")) {
-        GTEST_SKIP() << "trayer is not installed";
-    }
     beginWithTrayAt(screenWidth / 2 + 40, Monitors::twoSideBySide);
     const Frame item = iconIn(TrayPlace::top);
     EXPECT_GE(item.x, screenWidth / 2);

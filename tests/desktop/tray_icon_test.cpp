@@ -11,19 +11,16 @@ namespace {
 
 class EveryTray : public TrayIconTest, public ::testing::WithParamInterface<TrayKind> {
   protected:
-    bool beginWithTray() {
+    void SetUp() override {
+        TrayIconTest::SetUp();
         if (!programExists(trayProgram(GetParam()))) {
-            return false;
+            GTEST_SKIP() << trayProgram(GetParam()) << " is not installed";
         }
         begin();
-        return true;
     }
 };
 
 TEST_P(EveryTray, hasTheIconHoweverLateAndOften) {
-    if (!beginWithTray()) {
-        GTEST_SKIP() << trayProgram(GetParam()) << " is not installed";
-    }
     showIcon();
     EXPECT_FALSE(icon->isAvailable());
     EXPECT_EQ(icon->frame(), std::nullopt);
@@ -55,9 +52,6 @@ TEST_P(EveryTray, hasTheIconHoweverLateAndOften) {
 }
 
 TEST_P(EveryTray, tellsOfPresses) {
-    if (!beginWithTray()) {
-        GTEST_SKIP() << trayProgram(GetParam()) << " is not installed";
-    }
     startTray(desktop(), GetParam(), TrayPlace::bottom);
     showIcon();
     ASSERT_TRUE(comes([&] { return isIn(TrayPlace::bottom) && isLightOnDark(); }));
@@ -78,9 +72,6 @@ TEST_P(EveryTray, tellsOfPresses) {
 }
 
 TEST_P(EveryTray, showsTheIconInATone) {
-    if (!beginWithTray()) {
-        GTEST_SKIP() << trayProgram(GetParam()) << " is not installed";
-    }
     Process& dark = startTray(desktop(), GetParam(), TrayPlace::top, TrayTone::dark);
     showIcon();
     EXPECT_TRUE(comes([&] { return isIn(TrayPlace::top) && isLightOnDark(); }));
@@ -106,19 +97,16 @@ INSTANTIATE_TEST_SUITE_P(
 
 class Tint2 : public TrayIconTest {
   protected:
-    bool beginWithTray() {
+    void SetUp() override {
+        TrayIconTest::SetUp();
         if (!programExists("tint2")) {
-            return false;
+            GTEST_SKIP() << "tint2 is not installed";
         }
         begin();
-        return true;
     }
 };
 
 TEST_F(Tint2, underACompositorShowsTheIconInATone) {
-    if (!beginWithTray()) {
-        GTEST_SKIP() << "tint2 is not installed";
-    }
     desktop().startCompositor();
     Process& light =
         startTray(desktop(), TrayKind::tint2Translucent, TrayPlace::top, TrayTone::light);
@@ -135,9 +123,6 @@ TEST_F(Tint2, underACompositorShowsTheIconInATone) {
 
 // The same process and another tray; that is also how it reads its settings again.
 TEST_F(Tint2, whichBeginsAnewGetsTheIconBack) {
-    if (!beginWithTray()) {
-        GTEST_SKIP() << "tint2 is not installed";
-    }
     Process& tray = startTray(desktop(), TrayKind::tint2, TrayPlace::top, TrayTone::dark);
     showIcon();
     ASSERT_TRUE(comes([&] { return isIn(TrayPlace::top) && isLightOnDark(); }));
