@@ -129,28 +129,6 @@ TEST_P(OpenboxTypingTest, theChordThatClosesMayBeHeld) {
     EXPECT_FALSE(focus);
 }
 
-TEST_P(OpenboxTypingTest, aChordThatRepeatsLateIsStillTheSamePress) {
-    begin();
-    desktop().run({"xset", "r", "rate", "2200", "50"});
-    int presses = 0;
-    int repeats = 0;
-    const auto tap = real->eventTaps().create(virtual_key::slash, modifier_flag::command,
-                                              {.keyDown =
-                                                   [&](const TappedKey& key) {
-                                                       ++(key.isAutorepeat ? repeats : presses);
-                                                       return TapVerdict::swallow;
-                                                   },
-                                               .disabled = {}});
-    auto& keyboard = desktop().keyboard();
-    keyboard.press(Key::rightSuper);
-    keyboard.press(Key::slash);
-    EXPECT_TRUE(comes([&] { return repeats + presses >= 3; }));
-    keyboard.release(Key::slash);
-    keyboard.release(Key::rightSuper);
-    settle();
-    EXPECT_EQ(presses, 1);
-}
-
 TEST_P(OpenboxTypingTest, aChordThatMeetsTheEndOfATypingKeepsNothing) {
     begin();
     const KeyboardFocus::Receiver receiver{.key = [](const TypedKey&) {}, .lost = {}};
