@@ -4,7 +4,10 @@
 
 #include <algorithm>
 #include <csignal>
+#include <cstdlib>
 #include <fstream>
+
+#include <xcb/xcbext.h>
 
 namespace tessellon::stress {
 namespace {
@@ -45,7 +48,34 @@ Command commandOf(std::size_t place, const std::string& title, const std::filesy
     }
 }
 
+/// Whether the server answers. It does not while somebody else holds it.
+bool answersWithin(xcb_connection_t* connection, std::chrono::milliseconds timeout) {
+    const auto asked = xcb_get_input_focus(connection);
+    xcb_flush(connection);
+    void* reply = nullptr;
+    xcb_generic_error_t* error = nullptr;
+    const bool answered = waitUntil(
+        [&] { return xcb_poll_for_reply(connection, asked.sequence, &reply, &error) != 0; },
+        timeout);
+    if (!answered) {
+        xcb_discard_reply(connection, asked.sequence);
+    }
+    std::free(reply);
+    std::free(error);
+    return answered;
+}
+
 }  // namespace
+
+void stopProcess(desktop::Process& process, desktop::XSession& x) {
+    constexpr std::chrono::milliseconds aMoment{500};
+    process.signal(SIGSTOP);
+    while (process.running() && !answersWithin(x.connection(), aMoment)) {
+        process.signal(SIGCONT);
+        x.sync();
+        process.signal(SIGSTOP);
+    }
+}
 
 Clients::Clients(desktop::PrivateDesktop& desktop, Report& report)
     : desktop_(desktop), report_(report) {}
@@ -126,7 +156,7 @@ void Clients::close(Client& client) {
 }
 
 void Clients::stop(Client& client) {
-    client.process->signal(SIGSTOP);
+    stopProcess(*client.process, desktop_.x());
     client.isStopped = true;
 }
 

@@ -14,6 +14,10 @@
 
 namespace tessellon::stress {
 
+/// Stops a process, at a moment at which it does not hold the server: toolkits and window managers
+/// do at times, and stopped then they would stop everybody.
+void stopProcess(desktop::Process& process, desktop::XSession& x);
+
 struct Client {
     std::size_t place = 0;
     /// In the title of its window, and in no other one's: "client7".

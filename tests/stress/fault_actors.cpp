@@ -67,7 +67,7 @@ void stopWindowManager(Scene& scene) {
     if (Client* const client = someClient(scene)) {
         scene.stage.activate(*client);
     }
-    scene.desktop().windowManagerProcess().signal(SIGSTOP);
+    stopProcess(scene.desktop().windowManagerProcess(), scene.desktop().x());
     pressSome(scene);
     if (scene.random.chance(50)) {
         scene.desktop().keyboard().combination({desktop::Key::rightSuper}, desktop::Key::slash);
@@ -77,7 +77,6 @@ void stopWindowManager(Scene& scene) {
     scene.desktop().windowManagerProcess().signal(SIGCONT);
     scene.stage.waitUntilQuiet();
     scene.desktop().keyboard().tap(desktop::Key::escape);
-    scene.stage.mayForgetActive();
 }
 
 void killTray(Scene& scene) {
