@@ -5,6 +5,8 @@
 #include "stress/resources.h"
 #include "stress/scene.h"
 
+#include <algorithm>
+#include <array>
 #include <cstdlib>
 #include <exception>
 #include <iostream>
@@ -18,18 +20,20 @@ namespace {
 
 class Watch {
   public:
-    Watch(Stage& stage, Report& report) : stage_(stage), report_(report) {}
+    Watch(Stage& stage, Report& report, std::size_t actions)
+        : stage_(stage),
+          report_(report),
+          actionsBetween_(std::max(fewestBetween, actions / readings)) {}
 
     /// Takes a reading of what the program holds at times.
     void afterAction(const Action& action) {
-        constexpr std::size_t actionsBetween = 20;
         const pid_t process = stage_.program().process().pid();
         if (!life_ || process != process_) {
             end();
             life_.emplace(action.number);
             process_ = process;
         }
-        if (action.number % actionsBetween != 0) {
+        if (action.number % actionsBetween_ != 0) {
             return;
         }
         stage_.program().waitUntilIdle();
@@ -38,12 +42,17 @@ class Watch {
         }
     }
 
+    /// Whether any life was long enough for a judgement.
+    bool hasJudged() const { return isJudged_; }
+
     void end() {
         if (!life_) {
             return;
         }
         report_.add(*life_);
-        for (const auto& line : life_->judge()) {
+        const auto lines = life_->judge();
+        isJudged_ = isJudged_ || !lines.empty();
+        for (const auto& line : lines) {
             require(!line.grows(),
                     line.name + " does not grow by more than " + std::to_string(line.allowed),
                     "it was " + std::to_string(line.early) + " after the warm-up, at most, and " +
@@ -53,14 +62,44 @@ class Watch {
     }
 
   private:
+    static constexpr std::size_t fewestBetween = 5;
+    static constexpr std::size_t readings = 250;  // of the whole run
+
     Stage& stage_;
     Report& report_;
+    std::size_t actionsBetween_;
+    bool isJudged_ = false;
     std::optional<Growth> life_;
     pid_t process_ = 0;
 };
 
+// A run in which windows did not come to the front, or panels did not open, shows nothing.
+void requireEnough(const Report& report, const Options& options) {
+    struct Share {
+        const char* what;
+        std::size_t ofThousand;
+    };
+    constexpr std::array shares{Share{"snaps compared", 30},
+                                Share{"windows restored exactly", 10},
+                                Share{"first frames compared", 3},
+                                Share{"drags with Super that showed the grid", 15},
+                                Share{"panel opened by a second start", 20},
+                                Share{"closed by Escape", 5},
+                                Share{"closed by a click beside", 5}};
+    constexpr std::size_t thousand = 1000;
+    for (const Share& share : shares) {
+        const std::size_t wanted = options.actions * share.ofThousand / thousand;
+        require(report.counted(share.what) >= wanted,
+                std::to_string(wanted) + " times or more: " + share.what,
+                std::to_string(report.counted(share.what)) + " times");
+    }
+}
+
+// The program lives through more than half of the run, and this many make enough readings of it.
+constexpr std::size_t fewestActionsToJudge = 500;
+
 void runAll(Stage& stage, Report& report, const Options& options) {
-    Watch watch(stage, report);
+    Watch watch(stage, report, options.actions);
     for (const Action& action : makeSchedule(options.seed, options.actions)) {
         report.begin(action);
         Scene scene{stage, action, Random(action.seed)};
@@ -70,6 +109,9 @@ void runAll(Stage& stage, Report& report, const Options& options) {
         watch.afterAction(action);
     }
     watch.end();
+    requireEnough(report, options);
+    require(watch.hasJudged() || options.actions < fewestActionsToJudge,
+            "the program lived long enough to see whether it grows", "it never did");
 }
 
 std::string takePicture(Stage& stage, const Options& options) {

@@ -24,6 +24,10 @@ class Report {
     void note(const std::string& text);
     /// Counts something for the table at the end.
     void count(const std::string& what) { ++counts_[what]; }
+    std::size_t counted(const std::string& what) const {
+        const auto found = counts_.find(what);
+        return found != counts_.end() ? found->second : 0;
+    }
 
     void add(const Growth& growth) { lives_.push_back(growth); }
     const std::vector<Growth>& lives() const { return lives_; }
@@ -42,7 +46,7 @@ class Report {
     std::deque<std::string> lastLines_;
     std::string line_;
     std::size_t actions_ = 0;
-    std::map<std::string, int> counts_;
+    std::map<std::string, std::size_t> counts_;
     std::vector<Growth> lives_;
 };
 

@@ -96,6 +96,12 @@ long allowance(const std::string& name) {
     return found != table.end() ? found->second : others;
 }
 
+long median(std::vector<long>& values) {
+    const auto middle = values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2);
+    std::nth_element(values.begin(), middle, values.end());
+    return *middle;
+}
+
 }  // namespace
 
 std::optional<Figures> measure(desktop::XSession& x, pid_t process) {
@@ -121,12 +127,11 @@ void Growth::add(std::size_t action, Figures figures) {
 
 std::vector<Growth::Line> Growth::judge() const {
     constexpr std::size_t fewestSamples = 40;
-    constexpr std::size_t percent = 100;
-    constexpr std::size_t warmUp = 15;
     if (samples_.size() < fewestSamples) {
         return {};
     }
-    const std::size_t part = samples_.size() * warmUp / percent;
+    // A fifth of its life to warm up, and a fifth each to compare.
+    const std::size_t fifth = samples_.size() / 5;
     std::set<std::string> names;
     for (const Sample& sample : samples_) {
         for (const auto& [name, value] : sample.figures) {
@@ -139,12 +144,13 @@ std::vector<Growth::Line> Growth::judge() const {
     };
     std::vector<Line> lines;
     for (const std::string& name : names) {
-        Line line{name, 0, std::numeric_limits<long>::max(), allowance(name)};
-        for (std::size_t i = 0; i < part; ++i) {
-            line.early = std::max(line.early, valueIn(samples_[i], name));
-            line.late = std::min(line.late, valueIn(samples_[samples_.size() - 1 - i], name));
+        std::vector<long> early;
+        std::vector<long> late;
+        for (std::size_t i = 0; i < fifth; ++i) {
+            early.push_back(valueIn(samples_[fifth + i], name));
+            late.push_back(valueIn(samples_[samples_.size() - 1 - i], name));
         }
-        lines.push_back(line);
+        lines.push_back({name, median(early), median(late), allowance(name)});
     }
     return lines;
 }

@@ -34,7 +34,7 @@ class Growth {
 
     struct Line {
         std::string name;
-        /// The largest while it warmed up, and the smallest at the end of its life.
+        /// The usual once it has warmed up, and at the end of its life: medians.
         long early = 0;
         long late = 0;
         long allowed = 0;
