@@ -29,7 +29,8 @@ void checkProgram(Stage& stage) {
 }
 
 void checkScreen(Stage& stage) {
-    if (waitUntil([&] { return stage.pictures().empty(); })) {
+    constexpr std::chrono::seconds tillGone{3};
+    if (waitUntil([&] { return stage.pictures().empty(); }, tillGone)) {
         return;
     }
     std::ostringstream found;
@@ -72,10 +73,11 @@ void checkInput(Stage& stage) {
         stage.report().count("moves that a client began too late");
         desktop.pointer().click();
     }
-    if (!waitUntil(pointerIsFree)) {
+    constexpr std::chrono::seconds tillFree{5};
+    if (!waitUntil(pointerIsFree, tillFree)) {
         throw Failure("the pointer is free", findHolder(stage, pointerIsFree));
     }
-    if (!waitUntil(keyboardIsFree)) {
+    if (!waitUntil(keyboardIsFree, tillFree)) {
         throw Failure("the keyboard is free", findHolder(stage, keyboardIsFree));
     }
 }

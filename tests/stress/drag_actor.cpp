@@ -2,6 +2,7 @@
 #include "stress/scene.h"
 
 #include <algorithm>
+#include <cstdlib>
 
 namespace tessellon::stress {
 namespace {
@@ -19,18 +20,46 @@ void carry(Scene& scene, Position target) {
         scene.desktop().pointer().jumpTo({from.x + (target.x - from.x) * step / steps,
                                           from.y + (target.y - from.y) * step / steps});
         waitUntil([&] { return scene.desktop().x().windowManagerServes(); }, aMoment);
+        if (step == 1) {
+            scene.stage.waitUntilQuiet();
+        }
     }
+}
+
+// Whether the window has gone along with the pointer, maybe with the size it had before a snap.
+bool isCarried(Scene& scene, const Client& client, const desktop::Frame& from) {
+    constexpr int clearly = 10;
+    const auto now = scene.desktop().windows().visibleFrame(client.window);
+    return now && std::max(std::abs(now->x - from.x), std::abs(now->y - from.y)) > clearly;
+}
+
+// A window that is carried with Super down has the grid over it.
+void requireGrid(Scene& scene, const Client& client, const desktop::Frame& from) {
+    constexpr std::chrono::milliseconds aWhile{3000};
+    Stage& stage = scene.stage;
+    stage.waitUntilQuiet();
+    if (!isCarried(scene, client, from)) {
+        scene.count("drags with Super that moved no window");
+        return;
+    }
+    require(waitUntil([&] { return !stage.pictures().empty(); }, aWhile),
+            "the grid is shown while '" + client.name + "' is dragged with Super down",
+            "it is not");
+    scene.count("drags with Super that showed the grid");
 }
 
 // Presses where every theme has nothing but the title; each time elsewhere, or two presses would be
 // a double click.
-bool takeTitleBar(Scene& scene, Client& client) {
+// Gives the frame that the window had then; nothing when it cannot be taken.
+std::optional<desktop::Frame> takeTitleBar(Scene& scene, Client& client) {
+    // New windows are put somewhere else a moment after they have come.
+    waitUntil([&] { return scene.desktop().x().windowManagerServes(); });
     const auto frame = scene.desktop().windows().visibleFrame(client.window);
     constexpr int apart = 23;
     constexpr std::size_t places = 6;
     constexpr int middleOfTitleBar = 12;
     if (!frame) {
-        return false;
+        return std::nullopt;
     }
     const int shift = apart * static_cast<int>(scene.action.number % places);
     const Position start{frame->x + frame->width / 4 + std::min(shift, frame->width / 4),
@@ -42,7 +71,8 @@ bool takeTitleBar(Scene& scene, Client& client) {
     }
     scene.desktop().pointer().press();
     scene.stage.waitUntilQuiet();
-    return true;
+    const auto now = scene.desktop().windows().visibleFrame(client.window);
+    return now && *now == *frame ? frame : std::nullopt;
 }
 
 }  // namespace
@@ -53,13 +83,16 @@ void drag(Scene& scene) {
         return;
     }
     auto& keyboard = scene.desktop().keyboard();
-    scene.note(client->name);
     enum class Command { before, during, never };
     const auto command = static_cast<Command>(scene.random.below(3));
+    scene.note(client->name + (command == Command::before   ? " with Super"
+                               : command == Command::during ? " with Super later"
+                                                            : ""));
     if (command == Command::before) {
         keyboard.press(Key::leftSuper);
     }
-    if (!takeTitleBar(scene, *client)) {
+    const auto from = takeTitleBar(scene, *client);
+    if (!from) {
         return;
     }
     scene.stage.isDragged(*client);
@@ -73,9 +106,7 @@ void drag(Scene& scene) {
         carry(scene, somewhere(scene.random));
     }
     if (command != Command::never && !isInterrupted && scene.stage.hasWindowManager()) {
-        scene.stage.waitUntilQuiet();
-        scene.count(scene.stage.pictures().empty() ? "drags with Super that showed no grid"
-                                                   : "drags with Super that showed the grid");
+        requireGrid(scene, *client, *from);
     }
     isInterrupted = isInterrupted || maybeInterrupt(scene, isInterrupted ? nullptr : client);
 
@@ -96,8 +127,6 @@ void drag(Scene& scene) {
     }
     scene.desktop().pointer().release();
     scene.stage.letGo();
-    // The snap follows 0.05 s after the release.
-    scene.stage.mayForgetActive();
 }
 
 }  // namespace tessellon::stress

@@ -21,6 +21,8 @@ struct Shortcut {
     Key key;
 };
 
+constexpr std::chrono::milliseconds windowManagersTime{2000};
+
 constexpr Shortcut restore{Held::controlAlt, Key::backspace};
 
 constexpr std::array shortcuts{Shortcut{Held::controlAlt, Key::left},
@@ -108,10 +110,12 @@ std::optional<Record> snapIntoQuarter(Scene& scene, Client& client) {
         return std::nullopt;
     }
     stage.waitUntilQuiet();
+    waitUntil([&] { return scene.desktop().x().windowManagerServes(); }, windowManagersTime);
     const auto before = windows.visibleFrame(client.window);
     if (!before || stage.activeClient() != &client) {
         return std::nullopt;
     }
+    const bool isFirstSnap = recordsOf(stage, client).empty();
     scene.desktop().keyboard().combination(Held::controlAlt, quarter.key);
     std::optional<Record> record;
     const bool came = waitUntil([&] {
@@ -142,6 +146,13 @@ std::optional<Record> snapIntoQuarter(Scene& scene, Client& client) {
                           (quarter.isRight ? "right" : "left") +
                           "; its records: " + text(recordsOf(stage, client)));
     }
+    // Those that choose their size may have been about to take another one.
+    if (isFirstSnap && client.takesSmallSizes) {
+        scene.count("first frames compared");
+        require(record->original == *before,
+                "the record of '" + client.name + "' says where it came from, " + text(*before),
+                text(record->original));
+    }
     return record;
 }
 
@@ -149,8 +160,8 @@ std::optional<Record> snapIntoQuarter(Scene& scene, Client& client) {
 
 void pressSomeShortcut(Scene& scene) {
     const Shortcut& shortcut = scene.random.pick(shortcuts);
-    scene.stage.mayForgetActive();
     if (shortcut.key == restore.key) {
+        scene.stage.mayRestoreActive();
         const Client* const active = scene.stage.activeClient();
         scene.note("restore " + (active != nullptr ? active->name : "nothing"));
     }
@@ -163,7 +174,6 @@ void press(Scene& scene) {
         scene.note(client->name);
     }
     pressSomeShortcut(scene);
-    scene.stage.mayForgetActive();
 }
 
 void burst(Scene& scene) {
@@ -174,10 +184,7 @@ void burst(Scene& scene) {
     for (int left = scene.random.between(2, most); left > 0; --left) {
         pressSomeShortcut(scene);
     }
-    if (maybeInterrupt(scene, scene.stage.activeClient())) {
-        scene.stage.mayForgetAny();
-    }
-    scene.stage.mayForgetActive();
+    maybeInterrupt(scene, scene.stage.activeClient());
 }
 
 void snapAndCompare(Scene& scene) {
@@ -222,7 +229,6 @@ void restoreAndCompare(Scene& scene) {
     }
     require(dropped, "restoring '" + client->name + "' drops its record",
             "its records: " + text(before));
-    constexpr std::chrono::milliseconds windowManagersTime{2000};
     if (waitUntil([&] { return windows.visibleFrame(client->window) == record->original; },
                   windowManagersTime)) {
         scene.count("windows restored exactly");
@@ -251,8 +257,8 @@ void snapWhileClientDies(Scene& scene) {
     pressSomeShortcut(scene);
     scene.count("killed: a client, while it is snapped");
     scene.stage.clients().kill(*client);
+    scene.stage.activeMayHaveChanged();
     pressSomeShortcut(scene);
-    scene.stage.mayForgetAny();
 }
 
 }  // namespace tessellon::stress

@@ -39,7 +39,7 @@ void typeSomething(Scene& scene) {
     }
 }
 
-/// A chord that was to close the launcher opens it where something else had closed it.
+/// A chord or Return may open what something else had closed, and so may a tile that is pressed.
 void closeForSure(Scene& scene) {
     constexpr int attempts = 4;
     constexpr std::chrono::milliseconds aWhile{1000};
@@ -53,10 +53,12 @@ void closeForSure(Scene& scene) {
     }
 }
 
+/// Closes what is open in `frame` by one of the ways that users have.
 void closeBy(Scene& scene, const Frame& frame) {
     auto& keyboard = scene.desktop().keyboard();
     enum class Way { escape, clickOutside, chord, enter };
-    switch (static_cast<Way>(scene.random.below(4))) {
+    const auto way = static_cast<Way>(scene.random.below(4));
+    switch (way) {
         case Way::escape:
             keyboard.tap(Key::escape);
             break;
@@ -64,9 +66,6 @@ void closeBy(Scene& scene, const Frame& frame) {
             // Beside it, in the background or in some window: at the bottom of the screen.
             constexpr int bottom = 1040;
             const int left = std::max(2, frame.x - 40);
-            for (const Client* const each : scene.stage.clients().under({left, bottom})) {
-                scene.stage.ledger().mayForget(each->name);
-            }
             click(scene, {left, bottom});
             break;
         }
@@ -74,10 +73,17 @@ void closeBy(Scene& scene, const Frame& frame) {
             keyboard.combination({Key::rightSuper}, Key::slash);
             break;
         case Way::enter:
+            scene.stage.mayRestoreActive();
             keyboard.tap(Key::enter);
             break;
     }
-    scene.stage.mayForgetActive();
+    if (way == Way::escape || way == Way::clickOutside) {
+        constexpr std::chrono::milliseconds aWhile{3000};
+        require(waitUntil([&] { return scene.stage.pictures().empty(); }, aWhile),
+                way == Way::escape ? "Escape closes it" : "a click beside it closes it",
+                "it stays");
+        scene.count(way == Way::escape ? "closed by Escape" : "closed by a click beside");
+    }
     closeForSure(scene);
 }
 
@@ -167,7 +173,7 @@ void switchBack(Scene& scene) {
         return found != settings->end() && found->second == value;
     };
     if (is("paused", true) || is("tilingEnabled", false)) {
-        scene.program().change({{"paused", false}, {"tilingEnabled", true}});
+        scene.stage.editSettings({{"paused", false}, {"tilingEnabled", true}});
         scene.stage.waitUntilQuiet();
     }
 }
@@ -231,11 +237,9 @@ void useLauncher(Scene& scene) {
         require(opens || stage.activeClient() != client, "the launcher opens", "it does not");
     }
     stage.waitUntilQuiet();
+    stage.mayRestoreActive();
     typeSomething(scene);
-    stage.mayForgetActive();
-    if (maybeInterrupt(scene, client)) {
-        stage.mayForgetAny();
-    }
+    maybeInterrupt(scene, client);
     if (stage.programShouldRun()) {
         const auto frame = stage.pictureOfWidth(launcherWidth).value_or(Frame{800, 300, 10, 10});
         if (scene.random.chance(25)) {
@@ -248,7 +252,6 @@ void useLauncher(Scene& scene) {
         }
         closeForSure(scene);
     }
-    stage.mayForgetActive();
 }
 
 void usePanel(Scene& scene) {
@@ -257,7 +260,7 @@ void usePanel(Scene& scene) {
     if (client != nullptr) {
         stage.activate(*client);
     }
-    stage.mayForgetActive();
+    stage.mayRestoreActive();
     const auto panel = openPanel(scene);
     if (!panel) {
         return;
@@ -267,12 +270,9 @@ void usePanel(Scene& scene) {
         if (panelOf(stage)) {
             clickInPanel(scene, *panel);
             stage.waitUntilQuiet();
-            stage.mayForgetActive();
         }
     }
-    if (maybeInterrupt(scene, client)) {
-        stage.mayForgetAny();
-    }
+    maybeInterrupt(scene, client);
     if (stage.programShouldRun() && panelOf(stage)) {
         closeBy(scene, panel->frame());
     }
@@ -280,7 +280,6 @@ void usePanel(Scene& scene) {
         closeForSure(scene);
     }
     switchBack(scene);
-    stage.mayForgetActive();
 }
 
 void useSettingsWindow(Scene& scene) {

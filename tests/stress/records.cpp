@@ -103,6 +103,9 @@ std::optional<std::string> Ledger::check(
     }
     for (const auto& [id, before] : known_) {
         const auto found = now.find(id);
+        if (found != now.end() && found->second.original != before.original) {
+            return "the record of '" + before.client + "' (" + id + ") has another origin";
+        }
         if (mayGo_.contains(before.client)) {
             continue;
         }
@@ -122,9 +125,6 @@ std::optional<std::string> Ledger::check(
                    "') is lost; " + std::to_string(records.size()) + " are left of " +
                    std::to_string(known_.size()) +
                    ", its own:" + (others.empty() ? " none" : others);
-        }
-        if (found->second.original != before.original) {
-            return "the record of '" + before.client + "' (" + id + ") has another origin";
         }
     }
     known_ = std::move(now);

@@ -24,6 +24,10 @@ bool maybeInterrupt(Scene& scene, Client* client) {
         return false;
     }
     Stage& stage = scene.stage;
+    constexpr std::size_t firstThatTouchesWindows = 3;
+    if (kind >= firstThatTouchesWindows) {
+        stage.activeMayHaveChanged();
+    }
     switch (kind) {
         case 0:
             stage.killTray();

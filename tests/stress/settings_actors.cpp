@@ -69,10 +69,10 @@ void editSettings(Scene& scene) {
         {{"cycle", random.chance(50)}},
         {{"showPreview", random.chance(50)}},
         {{"restoreOnDrag", random.chance(50)}},
-        {{"maxTiles", number(8)}, {"masterRatio", 0.5}},
+        {{"maxTiles", number(8)}, {"masterRatio", 50.0}},
         {{"arrangements", desktop::StoredData{"[]"}}},
     }};
-    scene.program().change(random.pick(edits));
+    scene.stage.editSettings(random.pick(edits));
 }
 
 void breakSettings(Scene& scene) {
@@ -124,7 +124,6 @@ void makeSettingsUnwritable(Scene& scene) {
     }
     fs::remove(file);
     requireWhole(scene);
-    scene.stage.mayForgetActive();
 }
 
 }  // namespace tessellon::stress

@@ -2,9 +2,13 @@
 
 #include <algorithm>
 #include <csignal>
+#include <cstdint>
 #include <fstream>
+#include <iomanip>
 #include <sstream>
 #include <utility>
+
+#include <sys/syscall.h>
 
 namespace tessellon::stress {
 namespace {
@@ -17,6 +21,25 @@ using std::chrono::milliseconds;
 // How long window managers may take for what they usually do at once; whoever waits goes on
 // without it.
 constexpr milliseconds windowManagersTime{3000};
+
+/// Whether a sleeping program waits for whatever comes next: in its loop, and for longer than a
+/// drop waits for its snap. It also sleeps while one other answers, its window manager mostly, and
+/// has not done then what it was given to do. True where the system does not tell.
+bool waitsForAnything(pid_t process) {
+    constexpr int callOfPoll = SYS_poll;
+    constexpr long longestDelay = 60;  // milliseconds
+    std::istringstream text(desktop::fileContents("/proc/" + std::to_string(process) + "/syscall"));
+    int call = 0;
+    std::string address;
+    unsigned long descriptors = 0;
+    unsigned long timeout = 0;
+    if (!(text >> call >> address >> std::setbase(0) >> descriptors >> timeout) ||
+        call != callOfPoll) {
+        return true;
+    }
+    const auto wait = static_cast<std::int32_t>(timeout);
+    return descriptors > 1 && (wait < 0 || wait > longestDelay);
+}
 
 }  // namespace
 
@@ -56,6 +79,8 @@ void Stage::killProgram() {
     report_.note("program killed");
     programShouldRun_ = false;
     program_.process().kill();
+    require(program_.settings().has_value(), "a killed program leaves a whole settings file",
+            "it is not there, or no whole property list");
 }
 
 void Stage::waitUntilQuiet() {
@@ -69,17 +94,42 @@ void Stage::waitUntilQuiet() {
         "/proc/" + std::to_string(program_.process().pid()) + "/status";
     std::string seen;
     Clock::time_point since = Clock::now();
-    waitUntil([&] {
+    const bool rests = waitUntil([&] {
         const std::string status = desktop::fileContents(statistics);
         const auto switches = status.find("voluntary_ctxt_switches");
         const bool sleeps = status.find("State:\tS") != std::string::npos;
         std::string now = switches != std::string::npos ? status.substr(switches) : "";
-        if (!sleeps || now != seen) {
+        if (!sleeps || now != seen || !waitsForAnything(program_.process().pid())) {
             seen = std::move(now);
             since = Clock::now();
         }
         return Clock::now() - since >= quiet || !program_.running();
     });
+    require(rests, "the program comes to rest", "it is busy for as long as anybody waits");
+}
+
+void Stage::editSettings(const desktop::StoredValues& values) {
+    // It stands still meanwhile: what it wrote between our reading and our writing would be lost,
+    // as it would be to anybody who edits a file that somebody else writes.
+    const bool stops = programShouldRun_ && program_.running();
+    waitUntilQuiet();
+    if (stops) {
+        program_.process().signal(SIGSTOP);
+        const std::filesystem::path status =
+            "/proc/" + std::to_string(program_.process().pid()) + "/status";
+        waitUntil(
+            [&] { return desktop::fileContents(status).find("State:\tT") != std::string::npos; });
+    }
+    program_.change(values);
+    if (stops) {
+        program_.process().signal(SIGCONT);
+    }
+    waitUntilQuiet();
+    const auto settings = program_.settings();
+    for (const auto& [key, value] : values) {
+        const bool isKept = settings && settings->contains(key) && settings->at(key) == value;
+        require(isKept, "the program keeps what was edited", "'" + key + "' is something else");
+    }
 }
 
 std::vector<Frame> Stage::pictures() {
@@ -325,23 +375,26 @@ Client* Stage::activeClient() {
     return active ? clients_.withWindow(*active) : nullptr;
 }
 
-void Stage::mayForgetActive() {
-    asked_ = true;
+void Stage::mayRestoreActive() {
+    askedToRestore_ = true;
     if (const Client* const client = activeClient()) {
         ledger_.mayForget(client->name);
     }
 }
 
-void Stage::mayForgetAny() {
+void Stage::activeMayHaveChanged() {
+    if (!askedToRestore_) {
+        return;
+    }
     for (const std::string& name : clients_.names()) {
         ledger_.mayForget(name);
     }
 }
 
 void Stage::settleForgetting() {
-    if (std::exchange(asked_, false)) {
-        mayForgetActive();
-        asked_ = false;
+    if (askedToRestore_) {
+        mayRestoreActive();
+        askedToRestore_ = false;
     }
 }
 

@@ -35,8 +35,10 @@ class Stage {
     void killProgram();
     /// False from the moment when it was killed by us until it has been started again.
     bool programShouldRun() const { return programShouldRun_; }
-    /// Waits until it has done what it was given to do.
+    /// Waits until it has done what it was given to do, and has to.
     void waitUntilQuiet();
+    /// Changes values in the settings file while the program may be running.
+    void editSettings(const desktop::StoredValues& values);
     /// What it shows without the window manager's help.
     std::vector<desktop::Frame> pictures();
     std::optional<desktop::Frame> pictureOfWidth(int width);
@@ -71,11 +73,12 @@ class Stage {
     /// Brings a client to the front; false when that does not come about.
     bool activate(Client& client);
     Client* activeClient();
-    /// Restore records of the window in front may go.
-    void mayForgetActive();
-    /// Somebody asked while the window in front went: so may those of all others.
-    void mayForgetAny();
-    /// Once all is quiet: so may those of the window that is in front by now, when somebody asked.
+    /// What this action does next may give the window in front its first frame back, which drops
+    /// its record.
+    void mayRestoreActive();
+    /// Another window may have come to the front while that was asked for.
+    void activeMayHaveChanged();
+    /// Once all is quiet: it may have been the window that is in front by now.
     void settleForgetting();
 
     /// Whether the window that is dragged, or was in the last actions, begins its moves by itself.
@@ -101,7 +104,7 @@ class Stage {
     Clients clients_;
     Ledger ledger_;
     bool programShouldRun_ = false;
-    bool asked_ = false;
+    bool askedToRestore_ = false;
     int draggedByItself_ = 0;  // for so many actions more
     std::optional<std::size_t> windowManagerComesAfter_;
     bool windowManagerShouldRun_ = false;

@@ -71,7 +71,7 @@ void closeWindow(Scene& scene) {
         scene.stage.clients().close(*client);
         if (scene.random.chance(50)) {
             pressSomeShortcut(scene);
-            scene.stage.mayForgetAny();
+            scene.stage.activeMayHaveChanged();
         }
     }
 }
@@ -89,10 +89,9 @@ void stopClient(Scene& scene) {
     }
     if (scene.random.chance(30)) {
         scene.count("killed: a client that hangs");
+        scene.stage.activeMayHaveChanged();
         scene.stage.clients().kill(*client);
-        scene.stage.mayForgetAny();
     }
-    scene.stage.mayForgetActive();
 }
 
 }  // namespace tessellon::stress
