@@ -257,8 +257,8 @@ void snapWhileClientDies(Scene& scene) {
     pressSomeShortcut(scene);
     scene.count("killed: a client, while it is snapped");
     scene.stage.clients().kill(*client);
-    scene.stage.activeMayHaveChanged();
     pressSomeShortcut(scene);
+    scene.stage.activeMayHaveChanged();
 }
 
 }  // namespace tessellon::stress

@@ -379,6 +379,8 @@ void Stage::mayRestoreActive() {
     askedToRestore_ = true;
     if (const Client* const client = activeClient()) {
         ledger_.mayForget(client->name);
+    } else {
+        activeMayHaveChanged();
     }
 }
 
