@@ -219,9 +219,6 @@ void RawInput::press(std::uint32_t button) {
     if (!isWheel(button)) {
         pointerAtPress_ = queryPointer();
     }
-    if (button == leftButton) {
-        pressedTopLevel_ = pointerAtPress_.value_or(Pointer()).topLevel;
-    }
     buttonPressed_.emit(button);
 }
 
@@ -231,9 +228,6 @@ void RawInput::release(std::uint32_t button) {
         tellMotion();
     }
     buttons_ &= ~bitOf(button);
-    if (button == leftButton) {
-        pressedTopLevel_ = XCB_WINDOW_NONE;
-    }
     if (button == leftButton && wasDown) {
         buttonReleased_.emit();
     }

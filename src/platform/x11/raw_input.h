@@ -64,9 +64,6 @@ class RawInput {
 
     /// Where the pointer was as the last press of a button was told.
     const std::optional<Pointer>& pointerAtPress() const { return pointerAtPress_; }
-    /// The topmost child of the root that the left button was pressed on, while it is down; none
-    /// over the bare root, or when the press was not told.
-    xcb_window_t pressedTopLevel() const { return pressedTopLevel_; }
 
   private:
     enum class Listening { buttons, buttonsAndMotion };
@@ -97,7 +94,6 @@ class RawInput {
     // The server says that the left button is up, but no event has said so.
     bool releaseSuspected_ = false;
     std::optional<Pointer> pointerAtPress_;
-    xcb_window_t pressedTopLevel_ = XCB_WINDOW_NONE;
     Signal<> leftPressPulled_;
     Signal<std::uint32_t> buttonPressed_;
     Signal<> motion_;

@@ -50,6 +50,8 @@ X11Accessibility::X11Accessibility(Connection& connection, WindowMirror& mirror,
       framesAtPress_(mirror, input),
       draggedFrame_(connection, mirror),
       writer_(connection, mirror, input) {
+    buttonPressed_ =
+        input_.buttonPressed().subscribe([this](std::uint32_t button) { onPressed(button); });
     // After everybody has heard of a release, so that whoever is about to write a frame holds the
     // window by then.
     idle_ = connection_.idle().subscribe([this] {
@@ -120,7 +122,10 @@ std::optional<Element> X11Accessibility::elementAtPosition(Point point) const {
     look();
     writer_.flush();
     // A quick hand is beside a small window before the window manager has moved it there.
-    const auto* window = mirror_.findByTopLevel(input_.pressedTopLevel());
+    const ClientWindow* window = nullptr;
+    if (pressed_ && input_.isLeftButtonDown()) {
+        window = mirror_.find(static_cast<xcb_window_t>(pressed_->id), pressed_->generation);
+    }
     if (window == nullptr) {
         window = windowAt(point);
     }
@@ -128,6 +133,20 @@ std::optional<Element> X11Accessibility::elementAtPosition(Point point) const {
         return std::nullopt;
     }
     return elementOf(*window);
+}
+
+void X11Accessibility::onPressed(std::uint32_t button) {
+    if (button != XCB_BUTTON_INDEX_1) {
+        return;
+    }
+    pressed_.reset();
+    mirror_.refresh();
+    if (const auto& pointer = input_.pointerAtPress()) {
+        const Point point{static_cast<double>(pointer->x), static_cast<double>(pointer->y)};
+        if (const auto* window = clientAt(point, pointer->topLevel)) {
+            pressed_ = elementOf(*window);
+        }
+    }
 }
 
 const ClientWindow* X11Accessibility::windowAt(Point point) const {
@@ -143,12 +162,15 @@ const ClientWindow* X11Accessibility::windowAt(Point point) const {
                                             connection_.root(), coordinate(point.x),
                                             coordinate(point.y)),
         nullptr));
-    if (!reply || reply->child == XCB_WINDOW_NONE) {
-        return nullptr;
-    }
-    const auto* window = mirror_.findByTopLevel(reply->child);
-    if (window == nullptr && isInvisible(reply->child)) {
-        // KWin puts such a window over everything while it drags.
+    return reply ? clientAt(point, reply->child) : nullptr;
+}
+
+/// The client at a point that has this child of the root topmost there.
+const ClientWindow* X11Accessibility::clientAt(Point point, xcb_window_t topLevel) const {
+    const auto* window = mirror_.findByTopLevel(topLevel);
+    if (window == nullptr && topLevel != XCB_WINDOW_NONE && isInvisible(topLevel)) {
+        // KWin puts such a window over everything while it drags, and it drags from the press on
+        // when the command key is down.
         const auto& stacking = mirror_.stacking();
         const auto below = std::find_if(stacking.begin(), stacking.end(), [&](const auto* each) {
             return each->viewable && each->visibleFrame().contains(point);

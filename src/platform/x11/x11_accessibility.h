@@ -33,7 +33,9 @@ class X11Accessibility : public Accessibility {
     Token beginReads() const override;
 
   private:
+    void onPressed(std::uint32_t button);
     const ClientWindow* windowAt(Point point) const;
+    const ClientWindow* clientAt(Point point, xcb_window_t topLevel) const;
     std::optional<AttributeValue> readApplication(Pid pid, Attribute attribute) const;
     std::optional<AttributeValue> readWindow(const ClientWindow& window, Attribute attribute) const;
     bool isInvisible(xcb_window_t window) const;
@@ -48,7 +50,9 @@ class X11Accessibility : public Accessibility {
     FramesAtPress framesAtPress_;
     mutable DraggedFrame draggedFrame_;
     mutable FrameWriter writer_;  // a read first brings about what was written
+    std::optional<Element> pressed_;  // what the left button was pressed on last
     std::uint64_t toldWindowManager_ = 0;
+    Token buttonPressed_;
     Token idle_;
 };
 
