@@ -74,6 +74,11 @@ void checkInput(Stage& stage) {
         desktop.pointer().click();
     }
     constexpr std::chrono::seconds tillFree{5};
+    if (!waitUntil([&] { return pointerIsFree() && keyboardIsFree(); }, tillFree)) {
+        // A menu or a move of the window manager's, that a key or a click met by chance.
+        stage.report().count("grabs that Escape ended");
+        desktop.keyboard().tap(desktop::Key::escape);
+    }
     if (!waitUntil(pointerIsFree, tillFree)) {
         throw Failure("the pointer is free", findHolder(stage, pointerIsFree));
     }
