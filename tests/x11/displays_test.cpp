@@ -83,6 +83,28 @@ TEST(VisibleArea, BelievesTheWorkAreaOfASingleMonitor) {
     EXPECT_EQ(visibleArea(leftMonitor, leftMonitor, {}, Rect{5000, 0, 10, 10}), leftMonitor);
 }
 
+TEST(VisibleArea, TakesNothingFromTheWorkAreaForDocksOfADisplayThatIsOff) {
+    Strut left;
+    left.left = 60;
+    left.leftEnd = 1079;
+    const auto own = dock({0, 0, 60, 1080}, left);
+    Strut top;
+    top.top = 81;
+    top.topStart = 1920;
+    top.topEnd = 3199;
+    const auto stranded = dock({1920, 56, 1280, 25}, top);
+    Strut right;
+    right.right = 1920 + 50;
+    right.rightEnd = 1079;
+    const auto beyond = dock({0, 0, 50, 1080}, right);
+    EXPECT_EQ(
+        visibleArea(leftMonitor, leftMonitor, {&own, &stranded, &beyond}, Rect{60, 81, 1860, 999}),
+        (Rect{60, 0, 1860, 1080}));
+    // What no dock asked for is the window manager's own.
+    EXPECT_EQ(visibleArea(leftMonitor, leftMonitor, {&own, &stranded}, Rect{60, 82, 1860, 960}),
+              (Rect{60, 82, 1860, 960}));
+}
+
 TEST(BackingScale, IsThePixelsOfTheModeForEachPoint) {
     EXPECT_EQ(backingScale({1920, 1080}, XCB_RANDR_ROTATION_ROTATE_0, {1920, 1080}), (Size{1, 1}));
     EXPECT_EQ(backingScale({1920, 1080}, XCB_RANDR_ROTATION_ROTATE_180, {2400, 1350}),

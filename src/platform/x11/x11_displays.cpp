@@ -27,6 +27,22 @@ bool isRoomForWindows(const Rect& area) {
     return area.width >= least && area.height >= least;
 }
 
+/// Where the sides of a rectangle are.
+struct Sides {
+    double left;
+    double right;
+    double top;
+    double bottom;
+};
+
+Sides sidesOf(const Rect& rect) {
+    return {rect.minX(), rect.maxX(), rect.minY(), rect.maxY()};
+}
+
+Rect rectOf(const Sides& sides) {
+    return {sides.left, sides.top, sides.right - sides.left, sides.bottom - sides.top};
+}
+
 /// Whether a dock's reservation is meant for this monitor: the dock is on it, or, hidden somewhere
 /// off screen, on none.
 bool concerns(const ClientWindow& dock, const Rect& monitor, const Rect& root) {
@@ -39,10 +55,8 @@ bool concerns(const ClientWindow& dock, const Rect& monitor, const Rect& root) {
 Rect visibleArea(const Rect& monitor, const Rect& root,
                  const std::vector<const ClientWindow*>& windows,
                  const std::optional<Rect>& workArea) {
-    double left = monitor.minX();
-    double right = monitor.maxX();
-    double top = monitor.minY();
-    double bottom = monitor.maxY();
+    Sides room = sidesOf(monitor);
+    Sides work = sidesOf(workArea.value_or(monitor));
     for (const auto* window : windows) {
         if (!window->strut || !concerns(*window, monitor, root)) {
             continue;
@@ -57,27 +71,40 @@ Rect visibleArea(const Rect& monitor, const Rect& root,
                             monitor.maxX());
         };
         // Reservations are measured from the edges of the root window. One that reaches across the
-        // whole monitor is not meant for it.
-        if (strut.left > 0 && spansY(strut.leftStart, strut.leftEnd)) {
-            const double edge = root.minX() + static_cast<double>(strut.left);
-            left = edge < monitor.maxX() ? std::max(left, edge) : left;
+        // whole monitor is not meant for it. Some window managers leave out of the work area what
+        // is reserved beside the monitor, too, by the docks of a display that was switched off.
+        if (const double edge = root.minX() + static_cast<double>(strut.left); strut.left > 0) {
+            if (edge < monitor.maxX() && spansY(strut.leftStart, strut.leftEnd)) {
+                room.left = std::max(room.left, edge);
+            } else if (work.left == edge) {
+                work.left = monitor.minX();
+            }
         }
-        if (strut.right > 0 && spansY(strut.rightStart, strut.rightEnd)) {
-            const double edge = root.maxX() - static_cast<double>(strut.right);
-            right = edge > monitor.minX() ? std::min(right, edge) : right;
+        if (const double edge = root.maxX() - static_cast<double>(strut.right); strut.right > 0) {
+            if (edge > monitor.minX() && spansY(strut.rightStart, strut.rightEnd)) {
+                room.right = std::min(room.right, edge);
+            } else if (work.right == edge) {
+                work.right = monitor.maxX();
+            }
         }
-        if (strut.top > 0 && spansX(strut.topStart, strut.topEnd)) {
-            const double edge = root.minY() + static_cast<double>(strut.top);
-            top = edge < monitor.maxY() ? std::max(top, edge) : top;
+        if (const double edge = root.minY() + static_cast<double>(strut.top); strut.top > 0) {
+            if (edge < monitor.maxY() && spansX(strut.topStart, strut.topEnd)) {
+                room.top = std::max(room.top, edge);
+            } else if (work.top == edge) {
+                work.top = monitor.minY();
+            }
         }
-        if (strut.bottom > 0 && spansX(strut.bottomStart, strut.bottomEnd)) {
-            const double edge = root.maxY() - static_cast<double>(strut.bottom);
-            bottom = edge > monitor.minY() ? std::min(bottom, edge) : bottom;
+        if (const double edge = root.maxY() - static_cast<double>(strut.bottom); strut.bottom > 0) {
+            if (edge > monitor.minY() && spansX(strut.bottomStart, strut.bottomEnd)) {
+                room.bottom = std::min(room.bottom, edge);
+            } else if (work.bottom == edge) {
+                work.bottom = monitor.maxY();
+            }
         }
     }
-    Rect area{left, top, right - left, bottom - top};
+    Rect area = rectOf(room);
     if (workArea) {
-        area = area.intersection(*workArea).value_or(area);
+        area = area.intersection(rectOf(work)).value_or(area);
     }
     return isRoomForWindows(area) ? area : monitor;
 }
