@@ -186,6 +186,9 @@ void MonitorCables::switchOutputs() {
         }
     }
     run(all);
+    // The driver takes an output for connected while it shows something, but finds that out only
+    // when it is asked. Many programs think nothing of an output before that.
+    run({"xrandr", "--query"});
 }
 
 }  // namespace tessellon::desktop

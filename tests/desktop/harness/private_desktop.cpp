@@ -225,7 +225,8 @@ void PrivateDesktop::describeMonitors() {
 void PrivateDesktop::launchWindowManager(std::string_view name, WindowManagerKeys keys) {
     const WindowManager& chosen = windowManager(name);
     chosen.configure(home_, keys);
-    if (chosen.monitorsDescribed == MonitorsDescribed::beforeStart) {
+    if (monitors_.kind == Monitors::Kind::outputs ||
+        chosen.monitorsDescribed == MonitorsDescribed::beforeStart) {
         describeMonitors();
     }
     windowManager_.reset();
@@ -240,6 +241,10 @@ void PrivateDesktop::awaitWindowManager() {
         throw std::runtime_error("the window manager does not come into charge");
     }
     describeMonitors();
+    if (monitors_.kind == Monitors::Kind::outputs) {
+        // Some have put them into an order of their own when they started.
+        cables_->show();
+    }
 }
 
 void PrivateDesktop::startWindowManager(std::string_view name, WindowManagerKeys keys) {
