@@ -123,9 +123,7 @@ class DisplaysTesting : public Base {
     /// A desktop with these displays and their docks, under the window manager of the test.
     void begin(const DisplayLayout& layout) {
         useDisplays(layout.monitors());
-        for (std::size_t i = 0; i < layout.displays.size(); ++i) {
-            addDocks(layout.displays[i], layout.docks.at(i));
-        }
+        addDocks(layout);
     }
 
     /// A desktop with these monitors and no docks.
@@ -134,6 +132,11 @@ class DisplaysTesting : public Base {
         desktop().startWindowManager(this->testedUnder());
     }
 
+    void addDocks(const DisplayLayout& layout) {
+        for (std::size_t i = 0; i < layout.displays.size(); ++i) {
+            addDocks(layout.displays[i], layout.docks.at(i));
+        }
+    }
     void addDocks(const Frame& display, const Edges& docks) {
         const auto [x, y, width, height] = display;
         if (docks.left > 0) {
@@ -182,7 +185,8 @@ class DisplaysTesting : public Base {
 /// The window managers that are told of monitors of this kind.
 inline auto windowManagersWithDisplays() {
 #ifdef TESSELLON_MONITORS_ARE_OUTPUTS
-    return ::testing::Values("openbox", "marco", "kwin");
+    return ::testing::Values("openbox", "xfwm4", "metacity", "marco", "muffin", "mutter", "kwin",
+                             "fluxbox", "icewm", "jwm");
 #else
     return testedWindowManagers();
 #endif
