@@ -26,9 +26,14 @@ void carry(Scene& scene, Position target) {
     }
 }
 
-// Whether the window has gone along with the pointer, maybe with the size it had before a snap.
+// Whether the window has gone along with the pointer, maybe with the size it had before a snap. In
+// the corner of a tiny one the press began to resize it.
 bool isCarried(Scene& scene, const Client& client, const desktop::Frame& from) {
     constexpr int clearly = 10;
+    constexpr int smallest = 150;
+    if (from.width < smallest || from.height < smallest) {
+        return false;
+    }
     const auto now = scene.desktop().windows().visibleFrame(client.window);
     return now && std::max(std::abs(now->x - from.x), std::abs(now->y - from.y)) > clearly;
 }
@@ -49,8 +54,7 @@ void requireGrid(Scene& scene, const Client& client, const desktop::Frame& from)
 }
 
 // Presses where every theme has nothing but the title; each time elsewhere, or two presses would be
-// a double click.
-// Gives the frame that the window had then; nothing when it cannot be taken.
+// a double click. Gives the frame that the window had then; nothing when it cannot be taken.
 std::optional<desktop::Frame> takeTitleBar(Scene& scene, Client& client) {
     // New windows are put somewhere else a moment after they have come.
     waitUntil([&] { return scene.desktop().x().windowManagerServes(); });
