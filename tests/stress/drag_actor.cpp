@@ -38,7 +38,8 @@ bool isCarried(Scene& scene, const Client& client, const desktop::Frame& from) {
     return now && std::max(std::abs(now->x - from.x), std::abs(now->y - from.y)) > clearly;
 }
 
-// A window that is carried with Super down has the grid over it.
+// A window that is carried with Super down has the grid over it, at the latest when the hand moves
+// on: a window manager that gives a window another size late begins a drag late.
 void requireGrid(Scene& scene, const Client& client, const desktop::Frame& from) {
     constexpr std::chrono::milliseconds aWhile{3000};
     Stage& stage = scene.stage;
@@ -47,7 +48,18 @@ void requireGrid(Scene& scene, const Client& client, const desktop::Frame& from)
         scene.count("drags with Super that moved no window");
         return;
     }
-    require(waitUntil([&] { return !stage.pictures().empty(); }, aWhile),
+    const Position at = scene.desktop().pointer().position();
+    int aside = 0;
+    const auto isShown = [&] {
+        if (stage.pictures().empty()) {
+            constexpr int further = 8;
+            aside = aside == 0 ? further : 0;
+            scene.desktop().pointer().jumpTo({at.x - aside, at.y});
+            stage.waitUntilQuiet();
+        }
+        return !stage.pictures().empty();
+    };
+    require(waitUntil(isShown, aWhile),
             "the grid is shown while '" + client.name + "' is dragged with Super down",
             "it is not");
     scene.count("drags with Super that showed the grid");
