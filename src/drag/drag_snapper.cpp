@@ -83,6 +83,7 @@ void DragSnapper::reset() {
     window_.reset();
     startFrame_.reset();
     startedMaximized_ = false;
+    awaitsShadow_ = false;
     moving_ = false;
     gridShown_ = false;
     beginsWithPress_ = (engine_.services().eventMonitors.pressedMouseButtons() & leftButton) == 0;
@@ -169,6 +170,10 @@ void DragSnapper::recognise() {
         if (!isWithinSlack(frame->size(), startFrame_->size())) {
             if (startedMaximized_) {
                 followUnmaximizing(*frame);
+            } else if (awaitsShadow_ && frame->width < startFrame_->width &&
+                       frame->height < startFrame_->height) {
+                awaitsShadow_ = false;
+                startFrame_ = frame;
             } else {
                 window_.reset();  // it is being resized; that is none of our business
             }
@@ -188,6 +193,9 @@ void DragSnapper::followUnmaximizing(const Rect& frame) {
     if (engine_.windows().readBool(*window_, Attribute::maximized) != true) {
         startFrame_ = frame;
         startedMaximized_ = false;
+        // A program that draws its own decorations says a moment later how much of its new size is
+        // shadow, which a maximized window has none of.
+        awaitsShadow_ = true;
     }
 }
 

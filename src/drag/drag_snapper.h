@@ -74,6 +74,8 @@ class DragSnapper {
     bool beginsWithPress_ = true;
     /// As of startFrame_. A pull at the title bar gives such a window its former size.
     bool startedMaximized_ = false;
+    /// It has got its former size back, and may turn out smaller by its shadow.
+    bool awaitsShadow_ = false;
     bool moving_ = false;
     std::optional<SnapAction> pending_;
     std::optional<Candidate> candidate_;

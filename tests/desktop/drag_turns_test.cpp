@@ -8,11 +8,12 @@
 namespace tessellon::desktop {
 namespace {
 
-using UnmaximizingDragTest = Dragging<WindowManagerTest>;
+class UnmaximizingDragTest : public Dragging<WindowManagerTest> {
+  protected:
+    void pullOutOntoAZone(xcb_window_t window);
+};
 
-TEST_P(UnmaximizingDragTest, aMaximizedWindowIsPulledOutOntoAZone) {
-    useProgram();
-    const xcb_window_t window = startClock(original);
+void UnmaximizingDragTest::pullOutOntoAZone(xcb_window_t window) {
     for (const bool commandFirst : {true, false}) {
         ASSERT_EQ(desktop().windows().place(window, original), original);
         desktop().windows().maximize(window);
@@ -35,6 +36,18 @@ TEST_P(UnmaximizingDragTest, aMaximizedWindowIsPulledOutOntoAZone) {
         releaseCommand();
         program().waitUntilIdle();
     }
+}
+
+TEST_P(UnmaximizingDragTest, aMaximizedWindowIsPulledOutOntoAZone) {
+    useProgram();
+    pullOutOntoAZone(startClock(original));
+}
+
+// Its shadow comes after its size.
+TEST_P(UnmaximizingDragTest, soIsOneWithDecorationsOfItsOwn) {
+    useProgram();
+    pullOutOntoAZone(
+        desktop().startWithWindow({"env", "GTK_CSD=1", "mousepad", "--disable-server"}));
 }
 
 // The others keep a maximized window where it is, or maximized.

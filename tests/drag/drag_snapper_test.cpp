@@ -116,6 +116,24 @@ TEST_F(DragSnapperTest, AMaximizedWindowIsPulledAway) {
     EXPECT_EQ(frame(), leftHalfFrame);
 }
 
+TEST_F(DragSnapperTest, APulledWindowMayTurnOutSmallerByItsShadow) {
+    at(window_).frame = {0, 25, 1920, 1055};
+    at(window_).maximized = true;
+    holdCommand();
+    beginDrag();
+    at(window_).maximized = false;
+    at(window_).frame = {before.x - 26, before.y - 26, before.width + 52, before.height + 52};
+    dragged();
+    at(window_).frame = before;
+    dragged();
+    EXPECT_FALSE(views_.isGridShown());
+    dragTo(300, 500);
+    EXPECT_TRUE(views_.isGridShown());
+    release();
+    settle();
+    EXPECT_EQ(frame(), leftHalfFrame);
+}
+
 TEST_F(DragSnapperTest, AWindowWhoseFrameIsChangingWhenTheDragBeginsIsMovedFromTheNextOne) {
     at(window_).answersInstead[Attribute::position] = std::nullopt;
     holdCommand();
