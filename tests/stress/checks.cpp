@@ -20,7 +20,16 @@ std::string describe(const desktop::ProcessEnd& end) {
     return "it ended with code " + std::to_string(end.exitCode.value_or(-1));
 }
 
+/// Without it nobody goes on, and nobody is to blame but it.
+void checkServer(Stage& stage) {
+    auto& desktop = stage.desktop();
+    require(desktop.serverProcess().running(), "the X server runs",
+            "it is gone, having said: " +
+                desktop::fileContents(desktop.processOptions("Xvfb").standardError.value()));
+}
+
 void checkProgram(Stage& stage) {
+    checkServer(stage);
     if (!stage.program().running()) {
         const auto end = stage.program().process().waitForEnd(desktop::patience);
         throw Failure("the program runs", describe(end.value_or(desktop::ProcessEnd{})) +
