@@ -49,7 +49,7 @@ class X11Accessibility : public Accessibility {
     DraggedSizes draggedSizes_;
     FramesAtPress framesAtPress_;
     mutable DraggedFrame draggedFrame_;
-    mutable FrameWriter writer_;  // a read first brings about what was written
+    mutable FrameWriter writer_;      // a read first brings about what was written
     std::optional<Element> pressed_;  // what the left button was pressed on last
     std::uint64_t toldWindowManager_ = 0;
     Token buttonPressed_;
