@@ -21,7 +21,9 @@ class WindowKindTest : public ::testing::Test {
     WindowKind kind(const std::vector<std::uint32_t>& types, std::uint32_t transientFor = 0,
                     std::uint8_t format = 32) {
         std::vector<std::uint8_t> bytes(types.size() * 4);
-        std::memcpy(bytes.data(), types.data(), bytes.size());
+        if (!types.empty()) {  // an empty list may have no memory to copy from
+            std::memcpy(bytes.data(), types.data(), bytes.size());
+        }
         std::array<std::uint8_t, 4> window{};
         std::memcpy(window.data(), &transientFor, window.size());
         return windowKind({XCB_ATOM_ATOM, format, bytes}, {XCB_ATOM_WINDOW, 32, window}, atom);
