@@ -11,6 +11,7 @@
 #include <array>
 #include <cstdint>
 #include <cstdlib>
+#include <cstring>
 
 namespace tessellon {
 namespace {
@@ -23,14 +24,32 @@ class OwnApplicationTest : public UiTest {
         EXPECT_TRUE(QTest::qWaitForWindowActive(&window));
     }
 
+    using Event = std::array<std::uint8_t, 80>;
+
     /// Whether an event of the X server is kept from the toolkit.
-    static bool isKept(std::uint8_t type, std::uint8_t mode) {
-        std::array<std::uint8_t, 32> event{};
-        event[0] = type;
-        event[8] = mode;
+    static bool isKept(Event event) {
         qintptr result = 0;
         return QAbstractEventDispatcher::instance()->filterNativeEvent("xcb_generic_event_t",
                                                                        event.data(), &result);
+    }
+    static bool isKept(std::uint8_t type, std::uint8_t mode) {
+        Event event{};
+        event[0] = type;
+        event[8] = mode;
+        return isKept(event);
+    }
+    /// The same for one of the pointer, by the core protocol and by the extension for input.
+    static bool isKeptFrom(const QWidget& window, std::uint8_t type) {
+        const auto id = static_cast<std::uint32_t>(window.internalWinId());
+        Event core{};
+        core[0] = type;
+        std::memcpy(&core[12], &id, sizeof id);
+        Event extended{};
+        extended[0] = 35;
+        extended[8] = type;
+        std::memcpy(&extended[24], &id, sizeof id);
+        EXPECT_EQ(isKept(core), isKept(extended));
+        return isKept(core);
     }
 
     QtRunLoop loop;
@@ -79,6 +98,22 @@ TEST_F(OwnApplicationTest, AGrabOfTheKeyboardMovesNoFocus) {
         EXPECT_FALSE(isKept(keyPress, grab));
     }
     EXPECT_FALSE(isKept(focusOut, grab)) << "it is gone";
+}
+
+TEST_F(OwnApplicationTest, AHiddenWindowIsNotPressed) {
+    constexpr std::uint8_t press = 4;
+    constexpr std::uint8_t release = 5;
+    constexpr std::uint8_t motion = 6;
+    const QtOwnApplication application(loop);
+    QWidget window;
+    activate(window);
+    for (const auto type : {press, release, motion}) {
+        EXPECT_FALSE(isKeptFrom(window, type));
+    }
+    window.hide();
+    EXPECT_TRUE(isKeptFrom(window, press));
+    EXPECT_TRUE(isKeptFrom(window, motion));
+    EXPECT_FALSE(isKeptFrom(window, release)) << "the toolkit would think that it is still held";
 }
 
 TEST_F(OwnApplicationTest, TheEndComesAfterTheTurn) {

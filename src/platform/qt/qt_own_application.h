@@ -12,7 +12,7 @@ namespace tessellon {
 
 /// While it lives, the program's windows stay active for the toolkit as long as they are the
 /// desktop's active ones, whoever grabs the keyboard: a recording, the launcher, a window manager
-/// that deals with a key.
+/// that deals with a key. And the pointer does nothing to a window that is hidden already.
 class QtOwnApplication final : public OwnApplication, private QAbstractNativeEventFilter {
   public:
     /// A QApplication must exist; the loop must outlive this object.
