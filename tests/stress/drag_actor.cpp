@@ -59,9 +59,12 @@ void requireGrid(Scene& scene, const Client& client, const desktop::Frame& from)
         }
         return !stage.pictures().empty();
     };
-    require(waitUntil(isShown, aWhile),
-            "the grid is shown while '" + client.name + "' is dragged with Super down",
-            "it is not");
+    const bool hasGrid = waitUntil(isShown, aWhile);
+    const auto now = scene.desktop().windows().visibleFrame(client.window);
+    require(hasGrid, "the grid is shown while '" + client.name + "' is dragged with Super down",
+            "it is not; the window has gone from " + text(from) + " to " +
+                (now ? text(*now) : "no clear place") + ", the pointer is at " +
+                std::to_string(at.x) + ", " + std::to_string(at.y));
     scene.count("drags with Super that showed the grid");
 }
 

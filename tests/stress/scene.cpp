@@ -1,10 +1,18 @@
 #include "stress/scene.h"
 
+#include <sstream>
+
 namespace tessellon::stress {
 
 Client* someClient(Scene& scene) {
     const std::size_t place = scene.random.below(Clients::places);
     return scene.stage.hasWindowManager() ? scene.stage.clients().open(place) : nullptr;
+}
+
+std::string text(const desktop::Frame& frame) {
+    std::ostringstream out;
+    out << frame;
+    return out.str();
 }
 
 desktop::Position somewhere(Random& random) {

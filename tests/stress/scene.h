@@ -25,6 +25,9 @@ struct Scene {
 /// manager that would show it.
 Client* someClient(Scene& scene);
 
+/// A frame as failures name it.
+std::string text(const desktop::Frame& frame);
+
 /// With some probability something goes wrong now: a client, the window manager, the tray, the
 /// compositor or the program is killed, the client hangs or is closed, or the displays change.
 /// `client` is the one that the action is about. True when something did happen.
