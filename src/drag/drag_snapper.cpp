@@ -167,7 +167,7 @@ void DragSnapper::recognise() {
         if (!frame || isWithinSlack(frame->origin(), startFrame_->origin())) {
             return;
         }
-        if (!isWithinSlack(frame->size(), startFrame_->size())) {
+        if (!isWithinSlack(frame->size(), startFrame_->size()) && !isCarriedMaximized(*frame)) {
             if (startedMaximized_) {
                 followUnmaximizing(*frame);
             } else if (awaitsShadow_ && frame->width < startFrame_->width &&
@@ -197,6 +197,17 @@ void DragSnapper::followUnmaximizing(const Rect& frame) {
         // shadow, which a maximized window has none of.
         awaitsShadow_ = true;
     }
+}
+
+/// Some window managers take a maximized window from display to display as it is, and it is as
+/// large as each of them.
+bool DragSnapper::isCarriedMaximized(const Rect& frame) const {
+    if (!startedMaximized_ || engine_.windows().readBool(*window_, Attribute::maximized) != true) {
+        return false;
+    }
+    const auto from = engine_.screens().screenFor(*startFrame_);
+    const auto to = engine_.screens().screenFor(frame);
+    return from && to && from->id != to->id;
 }
 
 void DragSnapper::restoreSize() {

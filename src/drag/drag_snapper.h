@@ -49,6 +49,7 @@ class DragSnapper {
     void readStart();
     void recognise();
     void followUnmaximizing(const Rect& frame);
+    bool isCarriedMaximized(const Rect& frame) const;
     void track();
     void restoreSize();
     void drop();

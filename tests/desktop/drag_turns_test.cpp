@@ -54,6 +54,33 @@ TEST_P(UnmaximizingDragTest, soIsOneWithDecorationsOfItsOwn) {
 INSTANTIATE_TEST_SUITE_P(On, UnmaximizingDragTest, ::testing::Values("xfwm4", "metacity", "kwin"),
                          windowManagerName);
 
+class MaximizedDragTest : public Dragging<WindowManagerTest> {};
+
+TEST_P(MaximizedDragTest, aWindowThatIsCarriedMaximizedToASmallerDisplayHasTheGridThere) {
+    const Frame smallGrid{1280, dockHeight, 640, 1080 - dockHeight};
+    const Frame leftHalfThere{1288, 33, 308, 1039};
+    useDesktop(Monitors::described({{0, 0, 1280, 1080}, {1280, 0, 640, 1080}}));
+    program().start();
+    const xcb_window_t window = startClock({100, 200, 700, 450});
+    const Frame maximized{0, dockHeight, 1280, 1080 - dockHeight};
+    static_cast<void>(desktop().windows().maximizes(window, std::chrono::milliseconds{0}));
+    ASSERT_EQ(desktop().windows().settle(window, maximized), maximized);
+    program().waitUntilIdle();
+    pressCommand();
+    pressTitleBar(window);
+    dragTo({1600, 300});
+    EXPECT_EQ(frameOf(window).x, smallGrid.x) << "this window manager carries it";
+    EXPECT_TRUE(waitUntilShown(smallGrid));
+    dragTo({1400, 552});
+    EXPECT_TRUE(waitUntilShown(leftHalfThere)) << "the preview";
+    drop();
+    EXPECT_TRUE(waitUntilNothingIsShown());
+    EXPECT_EQ(desktop().windows().settle(window, leftHalfThere), leftHalfThere);
+    releaseCommand();
+}
+
+INSTANTIATE_TEST_SUITE_P(On, MaximizedDragTest, ::testing::Values("openbox"), windowManagerName);
+
 class AbortedDragTest : public Dragging<WindowManagerTest> {
   protected:
     /// Drags a window that is on its way already over a zone, has Escape put it back, and drops it

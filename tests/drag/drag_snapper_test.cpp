@@ -165,6 +165,17 @@ TEST_F(DragSnapperTest, ResizingAMaximizedWindowIsNoGestureEither) {
     EXPECT_EQ(engine().last(), std::nullopt);
 }
 
+TEST_F(DragSnapperTest, AMaximizedWindowIsCarriedToAnotherDisplay) {
+    at(window_).frame = {0, 25, 1920, 1055};
+    at(window_).maximized = true;
+    holdCommand();
+    beginDrag();
+    at(window_).frame = {1920, 0, 1280, 1024};
+    dragged();
+    EXPECT_TRUE(views_.isGridShown());
+    release();
+}
+
 TEST_F(DragSnapperTest, AWindowThatIsBackWhereItWasIsNotSnapped) {
     const auto dropAt = [&](Point origin) {
         at(window_).frame.x = origin.x;
