@@ -63,14 +63,16 @@ bool X11HotKeyCenter::isRegistered(const xcb_key_press_event_t& event) const {
 }
 
 void X11HotKeyCenter::press(const xcb_key_press_event_t& event) {
-    const bool repeats =
-        heldKey_ == event.detail && event.time - heldSince_ < keyboard_.longestRepeatGap();
-    heldKey_ = event.detail;
-    heldSince_ = event.time;
-    if (repeats) {
+    if (heldKey_ == event.detail && event.time - heldSince_ < keyboard_.longestRepeatGap()) {
+        heldSince_ = event.time;
         return;
     }
+    // What was typed is no reason to take the combination that follows for a repeat: its release
+    // may have been for others.
+    heldKey_.reset();
     if (const auto pressed = find(event); pressed != keys_.end()) {
+        heldKey_ = event.detail;
+        heldSince_ = event.time;
         // A copy: a handler may register hot keys anew.
         const auto id = pressed->id;
         handlers_.anyGives(HotKeyEventStatus::handled, id);

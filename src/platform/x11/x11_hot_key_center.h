@@ -41,8 +41,8 @@ class X11HotKeyCenter : public HotKeyCenter {
     KeyGrabs& grabs_;
     std::list<HotKey> keys_;
     HandlerChain<HotKeyEventStatus, std::optional<HotKeyId>> handlers_;
-    std::optional<xcb_keycode_t> heldKey_;
-    xcb_timestamp_t heldSince_ = 0;  // its latest press or repeat
+    std::optional<xcb_keycode_t> heldKey_;  // of a registered combination
+    xcb_timestamp_t heldSince_ = 0;         // its latest press or repeat
     // Tokens of registrations may outlive the center.
     std::shared_ptr<X11HotKeyCenter*> self_ = std::make_shared<X11HotKeyCenter*>(this);
     Token listener_;
