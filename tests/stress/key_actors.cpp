@@ -133,11 +133,16 @@ std::optional<Record> snapIntoQuarter(Scene& scene, Client& client) {
             return std::nullopt;
         }
         const auto now = windows.visibleFrame(client.window);
+        // A key that was lost is another fault than a program that does not snap.
+        scene.desktop().keyboard().combination(Held::controlAlt, quarter.key);
+        stage.waitUntilQuiet();
+        const auto later = windows.visibleFrame(client.window);
         throw Failure("'" + client.name + "' is snapped into a quarter and its record says so",
                       "it was at " + text(*before) + " and is at " +
                           (now ? text(*now) : "no clear place") + ", wanted at the " +
                           (quarter.isBottom ? "bottom " : "top ") +
-                          (quarter.isRight ? "right" : "left") +
+                          (quarter.isRight ? "right" : "left") + "; pressed once more, it is at " +
+                          (later ? text(*later) : "no clear place") +
                           "; its records: " + listed(recordsOf(stage, client)));
     }
     // Those that choose their size may have been about to take another one.
