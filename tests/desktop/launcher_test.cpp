@@ -222,6 +222,21 @@ TEST_P(OpenboxLauncherTest, theFocusMayFollowThePointerToATile) {
     EXPECT_EQ(desktop().windows().settle(target, rightHalf), rightHalf);
 }
 
+// The letter that closed it is still held when the next one is typed, which is for the terminal.
+TEST_P(OpenboxLauncherTest, whatIsTypedAfterItDoesNotStandInTheWayOfAShortcut) {
+    useTerminalDesktop();
+    auto& keyboard = desktop().keyboard();
+    pressChord();
+    ASSERT_TRUE(waitUntilOpen());
+    keyboard.press(Key::i);
+    EXPECT_TRUE(waitUntilClosed());
+    keyboard.tap(Key::u);
+    keyboard.release(Key::i);
+    keyboard.combination(Held::controlAlt, Key::u);
+    desktop().windows().settleWithinIncrements(terminal->window(), topLeft);
+    EXPECT_EQ(frameOf(terminal->window()).x, topLeft.x);
+}
+
 INSTANTIATE_TEST_SUITE_P(On, OpenboxLauncherTest, ::testing::Values("openbox"), windowManagerName);
 
 }  // namespace
