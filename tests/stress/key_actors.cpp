@@ -67,13 +67,26 @@ Frame displayOf(Stage& stage, const Frame& frame) {
     return stage.displays().front();
 }
 
+// Of two displays above each other the bar at the bottom of the upper one reserves all of the lower
+// one.
+bool hasDisplaysAboveEachOther(Stage& stage) {
+    constexpr std::size_t mostBesideEachOther = 2;
+    return stage.displays().size() > mostBesideEachOther;
+}
+
 std::optional<Record> recordAt(Stage& stage, const Client& client, const Frame& frame) {
+    // A window manager may think better of a place that it has reserved.
+    const int slack = hasDisplaysAboveEachOther(stage) ? 2 : 0;
+    const auto isThere = [&](const Frame& snapped) {
+        return std::abs(snapped.x - frame.x) <= slack && std::abs(snapped.y - frame.y) <= slack &&
+               snapped.width == frame.width && snapped.height == frame.height;
+    };
     std::optional<Record> found;
     for (const Record& record : readRecords(stage)) {
         // Some grow to a size that suits them some time after they were given another.
         const bool grewItself = !client.takesSmallSizes && (record.snapped.width < frame.width ||
                                                             record.snapped.height < frame.height);
-        if (record.client == client.name && (record.snapped == frame || grewItself)) {
+        if (record.client == client.name && (isThere(record.snapped) || grewItself)) {
             found = record;
         }
     }
@@ -121,10 +134,8 @@ std::optional<Record> snapIntoQuarter(Scene& scene, Client& client) {
         const Frame display = displayOf(stage, *now);
         const bool isRight = now->x + now->width / 2 > display.x + display.width / 2;
         const bool isBottom = now->y + now->height / 2 > display.y + display.height / 2;
-        // Some programs are larger than a quarter of a small display. Of two displays above each
-        // other the bar at the bottom of the upper one reserves all of the lower one.
-        constexpr std::size_t mostBesideEachOther = 2;
-        return !client.takesSmallSizes || stage.displays().size() > mostBesideEachOther ||
+        // Some programs are larger than a quarter of a small display.
+        return !client.takesSmallSizes || hasDisplaysAboveEachOther(stage) ||
                (isRight == quarter.isRight && isBottom == quarter.isBottom);
     });
     if (!came) {
