@@ -22,6 +22,9 @@ constexpr double slack = 2;
 /// and let go of the window.
 constexpr Seconds dropDelay{0.05};
 
+/// From a look at a window that has no clear frame to the next one.
+constexpr Seconds retryDelay{0.1};
+
 constexpr std::uint32_t leftButton = 1;
 
 bool isWithinSlack(Point a, Point b) {
@@ -263,7 +266,8 @@ void DragSnapper::track() {
         }
         return;
     }
-    if (candidate_ && candidate_->action == *action && candidate_->screen == screen->id) {
+    if (pending_ && candidate_ && candidate_->action == *action &&
+        candidate_->screen == screen->id) {
         return;
     }
     candidate_ = Candidate{*action, screen->id};
@@ -291,6 +295,8 @@ std::optional<Rect> DragSnapper::landingFrame(SnapAction action, const Screen& s
 void DragSnapper::showCandidate(SnapAction action, const Screen& screen) {
     const auto frame = landingFrame(action, screen);
     pending_ = frame ? std::optional(action) : std::nullopt;
+    // A window manager that is behind the hand may be changing the window at this moment.
+    retry_ = frame ? Token() : runLoop_.after(retryDelay, [this] { track(); });
     if (frame && engine_.services().defaults.boolForKey(preference::showPreview)) {
         // A preview that is up moves to its new place; hiding it in between would make it flicker.
         overlay_.show(action, engine_.screens().toAccessibilityRect(*frame));
@@ -302,6 +308,7 @@ void DragSnapper::showCandidate(SnapAction action, const Screen& screen) {
 void DragSnapper::clearCandidate() {
     candidate_.reset();
     pending_.reset();
+    retry_.reset();
     overlay_.hide();
 }
 

@@ -80,6 +80,7 @@ class DragSnapper {
     bool moving_ = false;
     std::optional<SnapAction> pending_;
     std::optional<Candidate> candidate_;
+    Token retry_;  // while there is a candidate that nothing is pending for
     bool gridShown_ = false;
 
     /// The screens as they were looked at last. Asking for them at every motion of the pointer

@@ -106,6 +106,22 @@ TEST_F(DragSnapperTest, CenterNeedsTheWindowsSize) {
     EXPECT_EQ(engine().last(), std::nullopt);
 }
 
+TEST_F(DragSnapperTest, CenterWaitsForAWindowThatHasNoClearSizeYet) {
+    holdCommand();
+    beginDrag();
+    dragTo(300, 500);
+    at(window_).answersInstead[Attribute::size] = std::nullopt;
+    dragTo(960, 500);
+    runLoop_.advance(Seconds(0.25));
+    EXPECT_FALSE(views_.isPreviewShown());
+    at(window_).answersInstead.clear();
+    runLoop_.advance(Seconds(0.1));
+    EXPECT_TRUE(views_.isPreviewShown());
+    release();
+    settle();
+    EXPECT_NE(engine().last(), std::nullopt);
+}
+
 TEST_F(DragSnapperTest, AReleaseThatGotLostIsNoticed) {
     holdCommand();
     beginDrag();
